@@ -1,0 +1,14 @@
+#pragma once
+
+// Everything a host needs: the public classes, types and enumerations.
+// C++ note: the cursor members BOF and EOF are spelled Bof() and Eof(),
+// because EOF is a macro of the C library.
+
+#include "ztkdb/CTkDb.h"
+#include "ztkdb/Currency.h"
+#include "ztkdb/Date.h"
+#include "ztkdb/Error.h"
+#include "ztkdb/MessageBox.h"
+#include "ztkdb/Recordset.h"
+#include "ztkdb/Variant.h"
+#include "ztkdb/Workspace.h"

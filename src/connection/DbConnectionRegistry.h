@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "connection/DbConnection.h"
+
+namespace ZTkDb::detail {
+
+// The process-wide map of workspace names to connections, created on first
+// use. Names are compared without regard to case, as a collection key is.
+class DbConnectionRegistry {
+ public:
+  static DbConnectionRegistry& Instance();
+
+  // The connection registered under `name`, or nullptr (Nothing).
+  DbConnection* Item(const std::string& name);
+  // Registers a new, not yet opened connection; raises 457 if `name` is taken.
+  DbConnection& Add(const std::string& name);
+  // Closes and forgets the connection; nothing happens for an unknown name.
+  void Remove(const std::string& name);
+
+ private:
+  DbConnectionRegistry() = default;
+  std::map<std::string, std::unique_ptr<DbConnection>> connections_;
+};
+
+}  // namespace ZTkDb::detail

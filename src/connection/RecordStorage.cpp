@@ -1,0 +1,22 @@
+#include "connection/RecordStorage.h"
+
+#include "runtime/Raise.h"
+
+namespace ZTkDb::detail {
+
+QueryDef& RecordStorage::GetQueryDef() {
+  if (!query_) RaiseStandard(errObjectNotSet, "RecordStorage.QueryDef");
+  return *query_;
+}
+
+void RecordStorage::SetSql(const std::string& /*queryName*/, const std::string& sql) {
+  recordset_.reset();
+  query_ = std::make_unique<QueryDef>(db_, sql);
+}
+
+void RecordStorage::OpenRecordset() {
+  recordset_.reset();
+  recordset_ = GetQueryDef().OpenRecordset();
+}
+
+}  // namespace ZTkDb::detail

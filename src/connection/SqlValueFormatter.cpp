@@ -1,0 +1,24 @@
+#include "connection/SqlValueFormatter.h"
+
+namespace ZTkDb::detail {
+
+SqlValueFormatter& SqlValueFormatter::Instance() {
+  static SqlValueFormatter instance;
+  return instance;
+}
+
+std::string SqlValueFormatter::DateLiteral(const Date& date) const {
+  return "#" + date.IsoText() + "#";
+}
+
+std::string SqlValueFormatter::TextLiteral(const std::string& text) const {
+  std::string out;
+  out.reserve(text.size() + 2);
+  for (char c : text) {
+    if (c == '\'') out += '\'';
+    out += c;
+  }
+  return out;
+}
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,45 @@
+#include "connection/UIdGenerator.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <mutex>
+#include <random>
+
+namespace ZTkDb::detail {
+namespace {
+std::mutex& Guard() {
+  static std::mutex m;
+  return m;
+}
+}  // namespace
+
+UIdGenerator::UIdGenerator() {
+  std::random_device device;
+  // pid alone repeats across reboots and containers; the random half makes a
+  // clash of two processes' tags as unlikely as a 32-bit collision.
+  process_tag_ = (static_cast<uint32_t>(::getpid()) << 16) ^ device();
+}
+
+UIdGenerator& UIdGenerator::Instance() {
+  static UIdGenerator instance;
+  return instance;
+}
+
+std::string UIdGenerator::NewUId() {
+  // The library itself is single-threaded per caller, but two hosts' threads
+  // may share this process-wide generator; a lock keeps tokens unique.
+  std::lock_guard<std::mutex> lock(Guard());
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  uint64_t micros = static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
+  if (micros < last_micros_) micros = last_micros_;  // the clock was set back
+  last_micros_ = micros;
+  ++counter_;
+  char buf[48];
+  std::snprintf(buf, sizeof buf, "%013llX-%08X-%08X", static_cast<unsigned long long>(micros),
+                process_tag_, counter_);
+  return buf;
+}
+
+}  // namespace ZTkDb::detail

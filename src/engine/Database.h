@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ztkdb/Variant.h"
+
+namespace ZTkDb::detail {
+
+class RowSet;
+
+// DAO field types the library creates columns with.
+enum DaoFieldType : int {
+  dbBoolean = 1,
+  dbByte = 2,
+  dbInteger = 3,
+  dbLong = 4,
+  dbCurrency = 5,
+  dbSingle = 6,
+  dbDouble = 7,
+  dbDate = 8,
+  dbText = 10,
+  dbMemo = 12,
+};
+
+struct ColumnInfo {
+  std::string name;
+  std::string declared_type;  // as the engine reports it
+  bool is_date = false;
+};
+
+// A column to be added to an existing table.
+struct NewColumn {
+  std::string name;
+  DaoFieldType type = dbText;
+  Variant default_value;  // Empty = no default
+  bool required = false;
+};
+
+// One open database of one engine. Statements arrive in the library's own
+// dialect; each engine adapts them to its server before they run. All
+// failures raise ZTkDb::Error with the DAO-equivalent number.
+class Database {
+ public:
+  virtual ~Database() = default;
+
+  // 1 = the embedded (Jet-kind) engine, 2 = ODBC.
+  virtual int16_t Kind() const = 0;
+  virtual const std::string& Path() const = 0;
+
+  // Runs one statement that returns no rows; gives the rows it affected.
+  virtual int64_t Execute(const std::string& sql) = 0;
+  // Runs one query and fetches its whole result.
+  virtual std::shared_ptr<const RowSet> Query(const std::string& sql) = 0;
+
+  // Table names as the engine spells them; empty when there is no such table.
+  virtual std::string FindTable(const std::string& name) = 0;
+  virtual std::vector<ColumnInfo> Columns(const std::string& table) = 0;
+  virtual void AddColumn(const std::string& table, const NewColumn& column) = 0;
+  virtual std::vector<std::string> TableNames() = 0;
+
+  virtual void BeginTrans() = 0;
+  virtual void CommitTrans() = 0;
+  virtual void Rollback() = 0;
+
+  // After Close every call raises 3420; closing twice is harmless.
+  virtual void Close() noexcept = 0;
+  virtual bool IsOpen() const noexcept = 0;
+};
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,18 @@
+#include "engine/QueryDef.h"
+
+namespace ZTkDb::detail {
+
+QueryDef::QueryDef(std::shared_ptr<Database> db, std::string sql)
+    : db_(std::move(db)), sql_(std::move(sql)) {}
+
+void QueryDef::Execute() {
+  records_affected_ = 0;
+  records_affected_ = db_->Execute(sql_);
+}
+
+std::unique_ptr<Recordset> QueryDef::OpenRecordset() const {
+  auto rows = db_->Query(sql_);
+  return std::make_unique<Recordset>(db_, sql_, std::move(rows));
+}
+
+}  // namespace ZTkDb::detail

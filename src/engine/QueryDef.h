@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "engine/Database.h"
+#include "ztkdb/Recordset.h"
+
+namespace ZTkDb::detail {
+
+// A temporary statement on one database: run it with Execute, or open it as
+// a snapshot recordset.
+class QueryDef {
+ public:
+  QueryDef(std::shared_ptr<Database> db, std::string sql);
+
+  const std::string& SQL() const { return sql_; }
+  void Execute();
+  // Rows affected by the last Execute (0 before the first).
+  int64_t RecordsAffected() const { return records_affected_; }
+  std::unique_ptr<Recordset> OpenRecordset() const;
+
+ private:
+  std::shared_ptr<Database> db_;
+  std::string sql_;
+  int64_t records_affected_ = 0;
+};
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,130 @@
+#include "engine/RowSet.h"
+
+#include <cassert>
+#include <cstring>
+
+namespace ZTkDb::detail {
+namespace {
+
+constexpr size_t kChunkSize = size_t{1} << 20;
+
+template <typename T>
+void Put(std::string& out, uint8_t tag, T value) {
+  char buf[1 + sizeof(T)];
+  buf[0] = static_cast<char>(tag);
+  std::memcpy(buf + 1, &value, sizeof(T));
+  out.append(buf, sizeof buf);
+}
+
+template <typename T>
+T Get(const char*& p) {
+  T value;
+  std::memcpy(&value, p, sizeof(T));
+  p += sizeof(T);
+  return value;
+}
+
+}  // namespace
+
+std::string LowerAscii(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return out;
+}
+
+RowSet::RowSet(std::vector<std::string> names) : names_(std::move(names)) {
+  for (size_t i = 0; i < names_.size(); ++i) {
+    index_.emplace(LowerAscii(names_[i]), static_cast<int32_t>(i));
+  }
+}
+
+int32_t RowSet::IndexOf(const std::string& name) const {
+  auto it = index_.find(LowerAscii(name));
+  return it == index_.end() ? -1 : it->second;
+}
+
+void RowSet::BeginRow() { pending_.clear(); }
+void RowSet::AppendNull() { pending_.push_back(static_cast<char>(vtNull)); }
+void RowSet::AppendBool(bool v) { Put<uint8_t>(pending_, vtBoolean, v ? 1 : 0); }
+void RowSet::AppendByte(uint8_t v) { Put(pending_, vtByte, v); }
+void RowSet::AppendInteger(int16_t v) { Put(pending_, vtInteger, v); }
+void RowSet::AppendLong(int32_t v) { Put(pending_, vtLong, v); }
+void RowSet::AppendDouble(double v) { Put(pending_, vtDouble, v); }
+void RowSet::AppendCurrency(int64_t scaled) { Put(pending_, vtCurrency, scaled); }
+void RowSet::AppendDate(double ole) { Put(pending_, vtDate, ole); }
+
+void RowSet::AppendText(std::string_view v) {
+  pending_.push_back(static_cast<char>(vtString));
+  // Length as a base-128 varint: short texts, the usual case, cost one byte.
+  size_t n = v.size();
+  do {
+    uint8_t byte = n & 0x7f;
+    n >>= 7;
+    pending_.push_back(static_cast<char>(n ? byte | 0x80 : byte));
+  } while (n);
+  pending_.append(v);
+}
+
+char* RowSet::Reserve(size_t bytes) {
+  if (chunks_.empty() || chunk_capacity_ - chunk_used_ < bytes) {
+    const size_t capacity = bytes > kChunkSize ? bytes : kChunkSize;
+    chunks_.push_back(std::make_unique<char[]>(capacity));
+    chunk_capacities_.push_back(capacity);
+    chunk_capacity_ = capacity;
+    chunk_used_ = 0;
+  }
+  char* p = chunks_.back().get() + chunk_used_;
+  row_start_.push_back((uint64_t{chunks_.size() - 1} << 32) | chunk_used_);
+  chunk_used_ += bytes;
+  return p;
+}
+
+void RowSet::EndRow() {
+  char* p = Reserve(pending_.size());
+  std::memcpy(p, pending_.data(), pending_.size());
+  pending_.clear();
+}
+
+void RowSet::DecodeRow(int64_t row, std::vector<Variant>& out) const {
+  assert(row >= 0 && row < RowCount());
+  const uint64_t start = row_start_[static_cast<size_t>(row)];
+  const char* p = chunks_[start >> 32].get() + (start & 0xffffffffu);
+  out.resize(names_.size());
+  for (auto& cell : out) {
+    const auto tag = static_cast<VariantType>(static_cast<uint8_t>(*p++));
+    switch (tag) {
+      case vtNull: cell = Variant::Null(); break;
+      case vtBoolean: cell = Variant(Get<uint8_t>(p) != 0); break;
+      case vtByte: cell = Variant(Get<uint8_t>(p)); break;
+      case vtInteger: cell = Variant(Get<int16_t>(p)); break;
+      case vtLong: cell = Variant(Get<int32_t>(p)); break;
+      case vtDouble: cell = Variant(Get<double>(p)); break;
+      case vtCurrency: cell = Variant(Currency::FromScaled(Get<int64_t>(p))); break;
+      case vtDate: cell = Variant(Date(Get<double>(p))); break;
+      case vtString: {
+        size_t n = 0;
+        int shift = 0;
+        uint8_t byte;
+        do {
+          byte = static_cast<uint8_t>(*p++);
+          n |= size_t{byte & 0x7fu} << shift;
+          shift += 7;
+        } while (byte & 0x80);
+        cell = Variant(std::string(p, n));
+        p += n;
+        break;
+      }
+      default: cell = Variant(); break;
+    }
+  }
+}
+
+size_t RowSet::AllocatedBytes() const {
+  size_t total = row_start_.capacity() * sizeof(uint64_t);
+  for (size_t capacity : chunk_capacities_) total += capacity;
+  return total;
+}
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "ztkdb/Variant.h"
+
+namespace ZTkDb::detail {
+
+// The rows of one query result, kept compactly: each row is a run of tagged
+// cells (one tag byte, then the value's bytes) in large fixed-size chunks, so
+// a 100k-row result costs little more than its values and never needs one
+// huge contiguous block. Immutable once built; shared by a recordset and its
+// clones.
+class RowSet {
+ public:
+  explicit RowSet(std::vector<std::string> names);
+
+  // Building: BeginRow, one Append per column, EndRow.
+  void BeginRow();
+  void AppendNull();
+  void AppendBool(bool v);
+  void AppendByte(uint8_t v);
+  void AppendInteger(int16_t v);
+  void AppendLong(int32_t v);
+  void AppendDouble(double v);
+  void AppendCurrency(int64_t scaled);
+  void AppendDate(double ole);
+  void AppendText(std::string_view v);
+  void EndRow();
+
+  int64_t RowCount() const { return static_cast<int64_t>(row_start_.size()); }
+  int32_t ColumnCount() const { return static_cast<int32_t>(names_.size()); }
+  const std::string& Name(int32_t i) const { return names_[static_cast<size_t>(i)]; }
+  // Case-insensitive; the first column of a repeated name wins. -1 if none.
+  int32_t IndexOf(const std::string& name) const;
+
+  void DecodeRow(int64_t row, std::vector<Variant>& out) const;
+
+  // Bytes held for the rows (chunks and row index), for memory accounting.
+  size_t AllocatedBytes() const;
+
+ private:
+  char* Reserve(size_t bytes);
+
+  std::vector<std::string> names_;
+  std::unordered_map<std::string, int32_t> index_;
+  std::vector<std::unique_ptr<char[]>> chunks_;
+  std::vector<size_t> chunk_capacities_;
+  size_t chunk_used_ = 0;
+  size_t chunk_capacity_ = 0;
+  // Row start as (chunk << 32 | offset).
+  std::vector<uint64_t> row_start_;
+  // A row being built is kept apart until EndRow so that it never straddles
+  // two chunks.
+  std::string pending_;
+};
+
+std::string LowerAscii(std::string_view s);
+
+}  // namespace ZTkDb::detail

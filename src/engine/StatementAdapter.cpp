@@ -1,0 +1,251 @@
+#include "engine/StatementAdapter.h"
+
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "engine/SqlTokenizer.h"
+#include "runtime/Raise.h"
+#include "ztkdb/Date.h"
+
+namespace ZTkDb::detail {
+namespace {
+
+using Tokens = std::vector<Token>;
+
+// Index of the next (or previous) meaningful token, or -1.
+long NextSig(const Tokens& t, long i) {
+  for (++i; i < static_cast<long>(t.size()); ++i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+
+long PrevSig(const Tokens& t, long i) {
+  for (--i; i >= 0; --i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+
+const Token& At(const Tokens& t, long i) { return t[static_cast<size_t>(i)]; }
+
+void RefuseSecondStatement(const Tokens& tokens) {
+  bool ended = false;
+  for (const Token& tok : tokens) {
+    if (IsTrivia(tok)) continue;
+    if (tok.kind == TokenKind::kSemicolon) {
+      ended = true;
+    } else if (ended) {
+      Raise(errInvalidStatement, "ZTkDb.Engine",
+            "Characters found after end of SQL statement. Only one statement per call is "
+            "allowed.");
+    }
+  }
+}
+
+bool IsGermanDateText(const std::string& value, Date& out) {
+  // Only dd.mm.yyyy (with an optional time) is ours to rewrite; any other
+  // text in a date position is left to the engine.
+  const size_t dot = value.find('.');
+  if (dot == std::string::npos || dot == 0 || dot > 2) return false;
+  return Date::TryParse(value, out);
+}
+
+class Adapter {
+ public:
+  Adapter(const Tokens& tokens, const AdaptationRules& rules) : t_(tokens), rules_(rules) {
+    for (const Token& tok : t_) {
+      if (tok.kind != TokenKind::kIdentifier) continue;
+      std::string qualifier;
+      std::string last = ColumnName(tok, &qualifier);
+      const std::string& candidate = qualifier.empty() ? last : qualifier;
+      if (rules_.is_table && rules_.is_table(candidate)) tables_.insert(candidate);
+    }
+    replacement_.resize(t_.size());
+  }
+
+  std::string Run() {
+    if (rules_.rewrite_jet_dates) JetDates();
+    if (rules_.rewrite_german_dates) {
+      InsertValues();
+      Comparisons();
+    }
+    if (rules_.rewrite_delete) DeleteForm();
+    std::string out;
+    for (size_t i = 0; i < t_.size(); ++i) {
+      if (replacement_[i]) out += *replacement_[i];
+      else out.append(t_[i].text);
+    }
+    return out;
+  }
+
+ private:
+  bool IsDateColumn(const Token& tok, const std::string& defaultTable) const {
+    if (!rules_.is_date_column) return false;
+    std::string qualifier;
+    const std::string column = ColumnName(tok, &qualifier);
+    if (!qualifier.empty()) return rules_.is_date_column(qualifier, column);
+    if (!defaultTable.empty()) return rules_.is_date_column(defaultTable, column);
+    for (const auto& table : tables_) {
+      if (rules_.is_date_column(table, column)) return true;
+    }
+    return false;
+  }
+
+  void RewriteDateString(long i) {
+    Date date;
+    if (replacement_[static_cast<size_t>(i)]) return;
+    if (IsGermanDateText(StringValue(At(t_, i)), date)) {
+      replacement_[static_cast<size_t>(i)] = rules_.date_literal(date);
+    }
+  }
+
+  void JetDates() {
+    for (size_t i = 0; i < t_.size(); ++i) {
+      if (t_[i].kind != TokenKind::kJetDate) continue;
+      std::string inner(t_[i].text.substr(1, t_[i].text.size() - 2));
+      Date date;
+      int m = 0, d = 0, y = 0;
+      if (Date::TryParse(inner, date)) {
+        replacement_[i] = rules_.date_literal(date);
+      } else if (std::sscanf(inner.c_str(), "%d/%d/%d", &m, &d, &y) == 3) {
+        try {
+          replacement_[i] = rules_.date_literal(Date::FromYmd(y, m, d));
+        } catch (const Error&) {
+          // not a real date: the engine gets it as written and rejects it
+        }
+      }
+    }
+  }
+
+  // INSERT INTO t (c1, c2, ...) VALUES (v1, v2, ...): values paired by index.
+  void InsertValues() {
+    long i = NextSig(t_, -1);
+    if (i < 0 || !IsKeyword(At(t_, i), "INSERT")) return;
+    i = NextSig(t_, i);
+    if (i < 0 || !IsKeyword(At(t_, i), "INTO")) return;
+    const long tableIndex = NextSig(t_, i);
+    if (tableIndex < 0 || At(t_, tableIndex).kind != TokenKind::kIdentifier) return;
+    const std::string table = ColumnName(At(t_, tableIndex));
+    i = NextSig(t_, tableIndex);
+    if (i < 0 || At(t_, i).kind != TokenKind::kLParen) return;
+    std::vector<bool> isDate;
+    for (i = NextSig(t_, i); i >= 0 && At(t_, i).kind != TokenKind::kRParen; i = NextSig(t_, i)) {
+      if (At(t_, i).kind == TokenKind::kIdentifier) isDate.push_back(IsDateColumn(At(t_, i), table));
+      else if (At(t_, i).kind != TokenKind::kComma) return;
+    }
+    if (i < 0) return;
+    i = NextSig(t_, i);
+    if (i < 0 || !IsKeyword(At(t_, i), "VALUES")) return;
+    i = NextSig(t_, i);
+    if (i < 0 || At(t_, i).kind != TokenKind::kLParen) return;
+    size_t column = 0;
+    int depth = 0;
+    long valueStart = -1, valueCount = 0;
+    for (i = NextSig(t_, i); i >= 0; i = NextSig(t_, i)) {
+      const Token& tok = At(t_, i);
+      const bool endOfValue = depth == 0 && (tok.kind == TokenKind::kComma || tok.kind == TokenKind::kRParen);
+      if (endOfValue) {
+        if (valueCount == 1 && At(t_, valueStart).kind == TokenKind::kString &&
+            column < isDate.size() && isDate[column]) {
+          RewriteDateString(valueStart);
+        }
+        if (tok.kind == TokenKind::kRParen) return;
+        ++column;
+        valueStart = -1;
+        valueCount = 0;
+        continue;
+      }
+      if (tok.kind == TokenKind::kLParen) ++depth;
+      if (tok.kind == TokenKind::kRParen) --depth;
+      if (valueStart < 0) valueStart = i;
+      ++valueCount;
+    }
+  }
+
+  static bool IsComparison(const Token& tok) {
+    if (tok.kind != TokenKind::kOperator) return false;
+    return tok.text == "=" || tok.text == "<>" || tok.text == "<" || tok.text == "<=" ||
+           tok.text == ">" || tok.text == ">=" || tok.text == "!=";
+  }
+
+  // The column at `i` going left (skipping the closing brackets that wrap it).
+  long ColumnLeftOf(long op) const {
+    long i = PrevSig(t_, op);
+    while (i >= 0 && At(t_, i).kind == TokenKind::kRParen) i = PrevSig(t_, i);
+    return i >= 0 && At(t_, i).kind == TokenKind::kIdentifier ? i : -1;
+  }
+
+  long ColumnRightOf(long op) const {
+    long i = NextSig(t_, op);
+    while (i >= 0 && At(t_, i).kind == TokenKind::kLParen) i = NextSig(t_, i);
+    return i >= 0 && At(t_, i).kind == TokenKind::kIdentifier ? i : -1;
+  }
+
+  // "col op 'text'" and "'text' op col"; SET col = 'text' is the same shape.
+  void Comparisons() {
+    std::string updateTable;
+    long first = NextSig(t_, -1);
+    if (first >= 0 && IsKeyword(At(t_, first), "UPDATE")) {
+      long tableIndex = NextSig(t_, first);
+      if (tableIndex >= 0 && At(t_, tableIndex).kind == TokenKind::kIdentifier) {
+        updateTable = ColumnName(At(t_, tableIndex));
+      }
+    }
+    for (long i = 0; i < static_cast<long>(t_.size()); ++i) {
+      if (At(t_, i).kind != TokenKind::kString) continue;
+      long op = PrevSig(t_, i);
+      if (op >= 0 && IsComparison(At(t_, op))) {
+        long col = ColumnLeftOf(op);
+        if (col >= 0 && IsDateColumn(At(t_, col), updateTable)) {
+          RewriteDateString(i);
+          continue;
+        }
+      }
+      op = NextSig(t_, i);
+      if (op >= 0 && IsComparison(At(t_, op))) {
+        long col = ColumnRightOf(op);
+        if (col >= 0 && IsDateColumn(At(t_, col), updateTable)) RewriteDateString(i);
+      }
+    }
+  }
+
+  // DELETE t.* FROM t WHERE ... and DELETE t WHERE ... -> DELETE FROM t WHERE ...
+  void DeleteForm() {
+    long del = NextSig(t_, -1);
+    if (del < 0 || !IsKeyword(At(t_, del), "DELETE")) return;
+    long target = NextSig(t_, del);
+    if (target < 0 || At(t_, target).kind != TokenKind::kIdentifier ||
+        IsKeyword(At(t_, target), "FROM")) {
+      return;
+    }
+    long after = NextSig(t_, target);
+    const bool starForm = At(t_, target).text.ends_with(".*") || At(t_, target).text == "*";
+    if (starForm) {
+      if (after < 0 || !IsKeyword(At(t_, after), "FROM")) return;
+      // Drop "t.* " so that "DELETE FROM t" remains.
+      for (long k = target; k < after; ++k) replacement_[static_cast<size_t>(k)] = "";
+      return;
+    }
+    if (after >= 0 && !IsKeyword(At(t_, after), "WHERE") && At(t_, after).kind != TokenKind::kSemicolon) {
+      return;
+    }
+    replacement_[static_cast<size_t>(target)] = "FROM " + std::string(At(t_, target).text);
+  }
+
+  const Tokens& t_;
+  const AdaptationRules& rules_;
+  std::set<std::string> tables_;
+  std::vector<std::optional<std::string>> replacement_;
+};
+
+}  // namespace
+
+std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules) {
+  const Tokens tokens = Tokenize(sql);
+  RefuseSecondStatement(tokens);
+  return Adapter(tokens, rules).Run();
+}
+
+}  // namespace ZTkDb::detail

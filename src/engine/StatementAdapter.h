@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace ZTkDb {
+class Date;
+}
+
+namespace ZTkDb::detail {
+
+// What one engine needs changed in the library's statements before they run.
+struct AdaptationRules {
+  // Text that replaces a date in a Jet date literal or in a German date text
+  // standing in a date-column position, e.g. "'2026-11-15 00:00:00'".
+  std::function<std::string(const Date&)> date_literal;
+  // Whether "DELETE t.* FROM t WHERE" and "DELETE t WHERE" must become
+  // "DELETE FROM t WHERE".
+  bool rewrite_delete = true;
+  // Whether German date texts in date-column positions are rewritten.
+  bool rewrite_german_dates = true;
+  // Whether Jet date literals (#...#) are rewritten.
+  bool rewrite_jet_dates = true;
+  // Schema questions, asked with names as they stand in the statement
+  // (compared without regard to case by the callee).
+  std::function<bool(const std::string& table)> is_table;
+  std::function<bool(const std::string& table, const std::string& column)> is_date_column;
+};
+
+// Adapts one statement to its engine. Every byte it has no rule for is kept,
+// so a statement the engine must reject still reaches it and fails there.
+// Raises 3129 when the text holds more than one statement (a trailing ';' is
+// fine; a ';' inside a string literal is text).
+std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules);
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,422 @@
+#include "engine/sqlite/SqliteDatabase.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <strings.h>
+
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+
+#include "engine/RowSet.h"
+#include "engine/SqlTokenizer.h"
+#include "runtime/Numbers.h"
+#include "runtime/Raise.h"
+
+namespace ZTkDb::detail {
+namespace {
+
+constexpr const char* kSource = "ZTkDb.SQLite";
+
+struct StatementFinalizer {
+  void operator()(sqlite3_stmt* s) const noexcept { sqlite3_finalize(s); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+
+long NumberFor(int rc, const std::string& message) {
+  switch (rc & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: return errLocked;
+    case SQLITE_READONLY: return errReadOnly;
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN: return errCannotOpenFile;
+    case SQLITE_CONSTRAINT:
+      if (rc == SQLITE_CONSTRAINT_UNIQUE || rc == SQLITE_CONSTRAINT_PRIMARYKEY) {
+        return errDuplicateValue;
+      }
+      if (rc == SQLITE_CONSTRAINT_NOTNULL) return 3314;  // field cannot contain Null
+      return errEngine;
+    default: break;
+  }
+  if (message.starts_with("no such table")) return errTableNotFound;
+  if (message.starts_with("no such column")) return errTooFewParameters;
+  if (message.find("syntax error") != std::string::npos ||
+      message.find("incomplete input") != std::string::npos ||
+      message.find("unrecognized token") != std::string::npos) {
+    return errSyntax;
+  }
+  return errEngine;
+}
+
+[[noreturn]] void RaiseSqlite(sqlite3* db, int rc) {
+  std::string message = db ? sqlite3_errmsg(db) : sqlite3_errstr(rc);
+  const long number = NumberFor(rc, message);
+  Raise(number, kSource, message + " (SQLite error " + std::to_string(rc) + ")");
+}
+
+enum class ColumnKind { kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText };
+
+ColumnKind KindFromDeclared(const char* declared) {
+  if (!declared) return ColumnKind::kAuto;
+  std::string d = declared;
+  for (char& c : d) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  auto has = [&](const char* s) { return d.find(s) != std::string::npos; };
+  if (has("DATE") || has("TIME")) return ColumnKind::kDate;
+  if (has("BIT") || has("BOOL") || has("YESNO")) return ColumnKind::kBool;
+  if (has("TINYINT") || has("BYTE")) return ColumnKind::kByte;
+  if (has("SMALLINT")) return ColumnKind::kInteger;
+  if (has("INT") || has("LONG")) return ColumnKind::kLong;
+  if (has("CURRENCY") || has("MONEY")) return ColumnKind::kCurrency;
+  if (has("REAL") || has("DOUB") || has("FLOA")) return ColumnKind::kDouble;
+  if (has("CHAR") || has("TEXT") || has("CLOB") || has("MEMO")) return ColumnKind::kText;
+  return ColumnKind::kAuto;
+}
+
+void AppendInteger64(RowSet& rows, sqlite3_int64 v) {
+  if (v >= INT32_MIN && v <= INT32_MAX) rows.AppendLong(static_cast<int32_t>(v));
+  else rows.AppendDouble(static_cast<double>(v));
+}
+
+std::string_view ColumnText(sqlite3_stmt* s, int i) {
+  const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(s, i));
+  return p ? std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))) : std::string_view();
+}
+
+void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
+  const int type = sqlite3_column_type(s, i);
+  if (type == SQLITE_NULL) return rows.AppendNull();
+  const bool numeric = type == SQLITE_INTEGER || type == SQLITE_FLOAT;
+  switch (kind) {
+    case ColumnKind::kBool:
+      if (numeric) return rows.AppendBool(sqlite3_column_double(s, i) != 0.0);
+      break;
+    case ColumnKind::kByte:
+      if (type == SQLITE_INTEGER) {
+        const sqlite3_int64 v = sqlite3_column_int64(s, i);
+        if (v >= 0 && v <= 255) return rows.AppendByte(static_cast<uint8_t>(v));
+        return AppendInteger64(rows, v);
+      }
+      break;
+    case ColumnKind::kInteger:
+      if (type == SQLITE_INTEGER) {
+        const sqlite3_int64 v = sqlite3_column_int64(s, i);
+        if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
+        return AppendInteger64(rows, v);
+      }
+      break;
+    case ColumnKind::kCurrency:
+      if (type == SQLITE_INTEGER) {
+        const sqlite3_int64 v = sqlite3_column_int64(s, i);
+        if (v > -922337203685477 && v < 922337203685477) return rows.AppendCurrency(v * 10000);
+      }
+      if (numeric) {
+        // REAL storage: the nearest 4-decimal value is the one that was written.
+        return rows.AppendCurrency(Currency::FromDouble(sqlite3_column_double(s, i)).Scaled());
+      }
+      break;
+    case ColumnKind::kDate:
+      if (type == SQLITE_TEXT) {
+        Date date;
+        if (Date::TryParse(std::string(ColumnText(s, i)), date)) return rows.AppendDate(date.Value());
+      } else if (numeric) {
+        return rows.AppendDate(sqlite3_column_double(s, i));
+      }
+      break;
+    case ColumnKind::kDouble:
+      if (numeric) return rows.AppendDouble(sqlite3_column_double(s, i));
+      break;
+    case ColumnKind::kLong:
+    case ColumnKind::kText:
+    case ColumnKind::kAuto:
+      break;
+  }
+  // What the declared type does not explain is delivered as it is stored.
+  if (type == SQLITE_INTEGER) return AppendInteger64(rows, sqlite3_column_int64(s, i));
+  if (type == SQLITE_FLOAT) return rows.AppendDouble(sqlite3_column_double(s, i));
+  if (type == SQLITE_BLOB) {
+    const auto* p = static_cast<const char*>(sqlite3_column_blob(s, i));
+    return rows.AppendText(std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))));
+  }
+  rows.AppendText(ColumnText(s, i));
+}
+
+Statement Prepare(sqlite3* db, const std::string& sql) {
+  sqlite3_stmt* raw = nullptr;
+  const char* tail = nullptr;
+  const int rc = sqlite3_prepare_v2(db, sql.c_str(), static_cast<int>(sql.size()), &raw, &tail);
+  Statement stmt(raw);
+  if (rc != SQLITE_OK) RaiseSqlite(db, rc);
+  if (!stmt) RaiseStandard(errInvalidStatement, kSource);
+  // The adapter refuses a second statement already; this keeps SQLite from
+  // ever being handed one, whatever path the text took.
+  for (const Token& tok : Tokenize(tail ? std::string_view(tail) : std::string_view())) {
+    if (!IsTrivia(tok) && tok.kind != TokenKind::kSemicolon) {
+      Raise(errInvalidStatement, kSource, "Characters found after end of SQL statement.");
+    }
+  }
+  return stmt;
+}
+
+std::string QuoteName(const std::string& name) {
+  std::string out = "\"";
+  for (char c : name) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  return out + "\"";
+}
+
+const char* DeclaredTypeFor(DaoFieldType type) {
+  switch (type) {
+    case dbBoolean: return "BIT";
+    case dbByte: return "TINYINT";
+    case dbInteger: return "SMALLINT";
+    case dbLong: return "INTEGER";
+    case dbCurrency: return "CURRENCY";
+    case dbSingle:
+    case dbDouble: return "DOUBLE";
+    case dbDate: return "DATETIME";
+    case dbMemo: return "TEXT";
+    case dbText: return "VARCHAR(255)";
+  }
+  return "TEXT";
+}
+
+std::string DefaultLiteral(const Variant& v) {
+  switch (v.Type()) {
+    case vtEmpty:
+    case vtNull: return {};
+    case vtString: {
+      std::string out = "'";
+      for (char c : v.ToString()) {
+        if (c == '\'') out += '\'';
+        out += c;
+      }
+      return out + "'";
+    }
+    case vtBoolean: return v.ToBool() ? "-1" : "0";
+    case vtDate: return "'" + v.ToDate().IsoText() + "'";
+    default: return PlainNumberText(v.ToDouble());
+  }
+}
+
+bool FileExists(const std::string& path, bool& isDirectory) {
+  struct stat st {};
+  if (::stat(path.c_str(), &st) != 0) return false;
+  isDirectory = S_ISDIR(st.st_mode);
+  return true;
+}
+
+// Access files carry their engine's name at byte 4.
+std::string AccessSignature(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  char head[20] = {};
+  in.read(head, sizeof head);
+  const std::string_view h(head + 4, 15);
+  if (h == "Standard Jet DB" || h == "Standard ACE DB") return std::string(h);
+  return {};
+}
+
+}  // namespace
+
+void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
+
+SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path)
+    : db_(std::move(db)), path_(std::move(path)) {
+  rules_.date_literal = [](const Date& d) { return "'" + d.IsoText() + "'"; };
+  rules_.is_table = [this](const std::string& t) { return !CachedColumns(t).empty(); };
+  rules_.is_date_column = [this](const std::string& t, const std::string& c) {
+    for (const auto& col : CachedColumns(t)) {
+      if (col.is_date && strcasecmp(col.name.c_str(), c.c_str()) == 0) return true;
+    }
+    return false;
+  };
+}
+
+std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
+                                                     bool readOnly) {
+  bool isDirectory = false;
+  if (path.empty() || !FileExists(path, isDirectory)) {
+    Raise(errFileNotFound, kSource, "Could not find file '" + path + "'.");
+  }
+  if (isDirectory) Raise(errCannotOpenFile, kSource, "'" + path + "' is a folder, not a database file.");
+  const std::string access = AccessSignature(path);
+  if (!access.empty()) {
+    Raise(errCannotOpenFile, kSource,
+          "'" + path + "' is a Microsoft Access database (" + access +
+              "); only SQLite database files can be opened.");
+  }
+  sqlite3* raw = nullptr;
+  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+  const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+  std::unique_ptr<sqlite3, SqliteCloser> db(raw);
+  if (rc != SQLITE_OK) {
+    Raise(errCannotOpenFile, kSource,
+          "Cannot open '" + path + "': " + (raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc)));
+  }
+  sqlite3_extended_result_codes(raw, 1);
+  auto run = [&](const char* sql) {
+    const int r = sqlite3_exec(raw, sql, nullptr, nullptr, nullptr);
+    if (r == SQLITE_OK) return;
+    std::string message = sqlite3_errmsg(raw);
+    if ((r & 0xff) == SQLITE_NOTADB) message = "the file is not a database";
+    if ((r & 0xff) == SQLITE_BUSY) message = "the file is already in use";
+    Raise(errCannotOpenFile, kSource, "Cannot open '" + path + "': " + message);
+  };
+  // An exclusive open must fail at once when someone else has the file.
+  sqlite3_busy_timeout(raw, exclusive ? 0 : kBusyTimeoutMs);
+  if (exclusive) run("PRAGMA locking_mode=EXCLUSIVE");
+  run("SELECT count(*) FROM sqlite_master");
+  if (!readOnly) {
+    // WAL lets readers go on while one process writes; NORMAL sync keeps
+    // every committed write across a crash of the process.
+    run("PRAGMA journal_mode=WAL");
+    run("PRAGMA synchronous=NORMAL");
+    if (exclusive) run("BEGIN EXCLUSIVE; COMMIT");
+  }
+  sqlite3_busy_timeout(raw, kBusyTimeoutMs);
+  return std::shared_ptr<SqliteDatabase>(new SqliteDatabase(std::move(db), path));
+}
+
+void SqliteDatabase::Create(const std::string& path, const std::string& ddl) {
+  bool isDirectory = false;
+  if (FileExists(path, isDirectory)) {
+    Raise(3204, kSource, "Database '" + path + "' already exists.");
+  }
+  sqlite3* raw = nullptr;
+  const int rc = sqlite3_open_v2(path.c_str(), &raw,
+                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE,
+                                 nullptr);
+  std::unique_ptr<sqlite3, SqliteCloser> db(raw);
+  if (rc != SQLITE_OK) {
+    Raise(errCannotOpenFile, kSource,
+          "Cannot create '" + path + "': " + (raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc)));
+  }
+  const std::string script = "PRAGMA journal_mode=WAL; BEGIN; " + ddl + "\nCOMMIT;";
+  char* error = nullptr;
+  if (sqlite3_exec(raw, script.c_str(), nullptr, nullptr, &error) != SQLITE_OK) {
+    std::string message = error ? error : "unknown error";
+    sqlite3_free(error);
+    db.reset();
+    std::remove(path.c_str());
+    Raise(errEngine, kSource, "Cannot create '" + path + "': " + message);
+  }
+}
+
+sqlite3* SqliteDatabase::Handle() {
+  if (!db_) Raise(3420, kSource, "Object invalid or no longer set (the database is closed).");
+  return db_.get();
+}
+
+std::string SqliteDatabase::Adapt(const std::string& sql) { return AdaptStatement(sql, rules_); }
+
+int64_t SqliteDatabase::Execute(const std::string& sql) {
+  sqlite3* db = Handle();
+  Statement stmt = Prepare(db, Adapt(sql));
+  if (sqlite3_column_count(stmt.get()) > 0) {
+    Raise(3065, kSource, "Cannot execute a select query.");
+  }
+  const int rc = sqlite3_step(stmt.get());
+  if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
+  const char* text = sqlite3_sql(stmt.get());
+  if (text && (strncasecmp(text, "CREATE", 6) == 0 || strncasecmp(text, "DROP", 4) == 0 ||
+               strncasecmp(text, "ALTER", 5) == 0)) {
+    columns_.clear();
+  }
+  return sqlite3_changes64(db);
+}
+
+std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql) {
+  sqlite3* db = Handle();
+  Statement stmt = Prepare(db, Adapt(sql));
+  const int columns = sqlite3_column_count(stmt.get());
+  std::vector<std::string> names;
+  std::vector<ColumnKind> kinds;
+  for (int i = 0; i < columns; ++i) {
+    names.emplace_back(sqlite3_column_name(stmt.get(), i));
+    kinds.push_back(KindFromDeclared(sqlite3_column_decltype(stmt.get(), i)));
+  }
+  auto rows = std::make_shared<RowSet>(std::move(names));
+  for (;;) {
+    const int rc = sqlite3_step(stmt.get());
+    if (rc == SQLITE_DONE) break;
+    if (rc != SQLITE_ROW) RaiseSqlite(db, rc);
+    rows->BeginRow();
+    for (int i = 0; i < columns; ++i) AppendCell(*rows, stmt.get(), i, kinds[static_cast<size_t>(i)]);
+    rows->EndRow();
+  }
+  return rows;
+}
+
+std::string SqliteDatabase::FindTable(const std::string& name) {
+  Statement stmt = Prepare(Handle(),
+                           "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND "
+                           "name = ?1 COLLATE NOCASE");
+  sqlite3_bind_text(stmt.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
+  if (sqlite3_step(stmt.get()) != SQLITE_ROW) return {};
+  return std::string(ColumnText(stmt.get(), 0));
+}
+
+std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
+  std::vector<ColumnInfo> out;
+  Statement stmt = Prepare(Handle(), "SELECT name, type FROM pragma_table_info(?1)");
+  sqlite3_bind_text(stmt.get(), 1, table.c_str(), static_cast<int>(table.size()), SQLITE_TRANSIENT);
+  while (sqlite3_step(stmt.get()) == SQLITE_ROW) {
+    ColumnInfo info;
+    info.name = std::string(ColumnText(stmt.get(), 0));
+    info.declared_type = std::string(ColumnText(stmt.get(), 1));
+    info.is_date = KindFromDeclared(info.declared_type.c_str()) == ColumnKind::kDate;
+    out.push_back(std::move(info));
+  }
+  return out;
+}
+
+const std::vector<ColumnInfo>& SqliteDatabase::CachedColumns(const std::string& table) {
+  const std::string key = LowerAscii(table);
+  auto it = columns_.find(key);
+  if (it == columns_.end()) it = columns_.emplace(key, Columns(table)).first;
+  return it->second;
+}
+
+void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column) {
+  std::string sql = "ALTER TABLE " + QuoteName(table) + " ADD COLUMN " + QuoteName(column.name) +
+                    " " + DeclaredTypeFor(column.type);
+  const std::string def = DefaultLiteral(column.default_value);
+  if (column.required) {
+    // SQLite can add a NOT NULL column only with a default for the existing rows.
+    sql += " NOT NULL DEFAULT " + (def.empty() ? std::string("0") : def);
+  } else if (!def.empty()) {
+    sql += " DEFAULT " + def;
+  }
+  ExecuteInternal(sql);
+  columns_.clear();
+}
+
+std::vector<std::string> SqliteDatabase::TableNames() {
+  std::vector<std::string> out;
+  Statement stmt = Prepare(Handle(),
+                           "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE "
+                           "'sqlite%' ORDER BY name");
+  while (sqlite3_step(stmt.get()) == SQLITE_ROW) out.emplace_back(ColumnText(stmt.get(), 0));
+  return out;
+}
+
+void SqliteDatabase::ExecuteInternal(const std::string& sql) {
+  sqlite3* db = Handle();
+  Statement stmt = Prepare(db, sql);
+  const int rc = sqlite3_step(stmt.get());
+  if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
+}
+
+void SqliteDatabase::BeginTrans() { ExecuteInternal("BEGIN"); }
+void SqliteDatabase::CommitTrans() { ExecuteInternal("COMMIT"); }
+void SqliteDatabase::Rollback() { ExecuteInternal("ROLLBACK"); }
+
+void SqliteDatabase::Close() noexcept {
+  db_.reset();
+  columns_.clear();
+}
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/Database.h"
+#include "engine/StatementAdapter.h"
+
+struct sqlite3;
+
+namespace ZTkDb::detail {
+
+struct SqliteCloser {
+  void operator()(sqlite3* db) const noexcept;
+};
+
+// A SQLite database file, in the role of the embedded (kind 1) engine.
+// Dates are stored as 'YYYY-MM-DD HH:MM:SS' text in DATETIME columns, flags as
+// -1/0, currency as REAL; reading turns them back into the Variant kinds the
+// declared column types stand for.
+class SqliteDatabase final : public Database {
+ public:
+  // Opens an existing file. Raises 3024 when it does not exist (nothing is
+  // created), 3051 when it is not a SQLite database (an Access file is named
+  // as such), cannot be opened, or is locked exclusively by another process.
+  static std::shared_ptr<SqliteDatabase> Open(const std::string& path, bool exclusive,
+                                              bool readOnly);
+  // Creates a new database file from `ddl`; refuses an existing file (3204).
+  static void Create(const std::string& path, const std::string& ddl);
+
+  // How long a writer waits for another process's lock before error 3260.
+  static constexpr int kBusyTimeoutMs = 5000;
+
+  int16_t Kind() const override { return 1; }
+  const std::string& Path() const override { return path_; }
+  int64_t Execute(const std::string& sql) override;
+  std::shared_ptr<const RowSet> Query(const std::string& sql) override;
+  std::string FindTable(const std::string& name) override;
+  std::vector<ColumnInfo> Columns(const std::string& table) override;
+  void AddColumn(const std::string& table, const NewColumn& column) override;
+  std::vector<std::string> TableNames() override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void Rollback() override;
+  void Close() noexcept override;
+  bool IsOpen() const noexcept override { return db_ != nullptr; }
+
+  // The statement as it will reach SQLite.
+  std::string Adapt(const std::string& sql);
+
+ private:
+  SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path);
+  sqlite3* Handle();
+  void ExecuteInternal(const std::string& sql);
+  const std::vector<ColumnInfo>& CachedColumns(const std::string& table);
+
+  std::unique_ptr<sqlite3, SqliteCloser> db_;
+  std::string path_;
+  AdaptationRules rules_;
+  // Schema facts per lower-cased table name, asked once; cleared on AddColumn.
+  std::map<std::string, std::vector<ColumnInfo>> columns_;
+};
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "ztkdb/MessageBox.h"
+
+namespace ZTkDb::detail {
+
+inline constexpr const char* kDefaultTitle = "ZTkDb";
+
+// Shows a modal OK-only box through the host's sink. An empty title means the
+// component's default title.
+void ShowMessageBox(const std::string& text, const std::string& title = {}, bool critical = false);
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ztkdb/Currency.h"
+#include "ztkdb/Date.h"
+
+namespace ZTkDb::detail {
+
+// The literal forms of values in statements. `kind` is the storage's DbKind:
+// 1 = Jet, anything else = ODBC.
+
+// Decimal digits, '-' when negative: "4711", "-1".
+std::string LongLiteral(int64_t value);
+// A flag in a comparison or a written column: "-1"/"0" on Jet, "1"/"0" otherwise.
+std::string FlagLiteral(bool value, int16_t kind);
+// What #TRUE# becomes.
+inline std::string TrueLiteral(int16_t kind) { return FlagLiteral(true, kind); }
+// " 2.5", "-3": invariant, with a leading blank when not negative.
+std::string NumberLiteral(double value);
+std::string CurrencyLiteral(const Currency& value);
+// A date in a filter: DateLiteral (unquoted slot) on Jet, "dd.mm.yyyy"
+// (quoted slot) otherwise.
+std::string FilterDateLiteral(const Date& value, int16_t kind);
+// A date written by a record into a quoted slot: the short date text.
+std::string RecordDateText(const Date& value);
+// A text for a quoted slot, through the formatter's TextLiteral.
+std::string TextValue(const std::string& value);
+// "IN(" + the elements as they stand, comma-separated + ")". An empty list
+// gives "IN)": the removed last character is then the opening bracket.
+std::string IdListLiteral(const std::vector<std::string>& ids);
+
+}  // namespace ZTkDb::detail
