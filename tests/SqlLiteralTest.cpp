@@ -1,0 +1,68 @@
+#include <gtest/gtest.h>
+
+#include "connection/SqlValueFormatter.h"
+#include "sql/Literals.h"
+#include "sql/SqlTemplate.h"
+
+using namespace ZTkDb;
+using namespace ZTkDb::detail;
+
+TEST(SqlTemplate, ReplacesEveryOccurrenceCaseSensitively) {
+  SqlTemplate t("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId# AND #tabelle#");
+  t.Replace("#Tabelle#", "T_Auftrag").Replace("#lId#", "7");
+  EXPECT_EQ(t.Text(), "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.lId = 7 AND #tabelle#");
+}
+
+TEST(SqlTemplate, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
+  SqlTemplate t("VALUES ('#stBemerkung#', '#stKST#')");
+  t.Replace("#stBemerkung#", "#stKST#").Replace("#stKST#", "K1");
+  EXPECT_EQ(t.Text(), "VALUES ('K1', 'K1')");
+  // A step does not rescan what it inserted itself.
+  SqlTemplate self("#a#");
+  self.Replace("#a#", "x#a#");
+  EXPECT_EQ(self.Text(), "x#a#");
+}
+
+TEST(Literals, FlagsPerKind) {
+  EXPECT_EQ(FlagLiteral(true, 1), "-1");
+  EXPECT_EQ(FlagLiteral(true, 2), "1");
+  EXPECT_EQ(FlagLiteral(true, 3), "1");
+  EXPECT_EQ(FlagLiteral(false, 1), "0");
+  EXPECT_EQ(FlagLiteral(false, 2), "0");
+  EXPECT_EQ(TrueLiteral(1), "-1");
+  EXPECT_EQ(TrueLiteral(2), "1");
+}
+
+TEST(Literals, NumbersAndMoney) {
+  EXPECT_EQ(LongLiteral(4711), "4711");
+  EXPECT_EQ(LongLiteral(-1), "-1");
+  EXPECT_EQ(NumberLiteral(2.5), " 2.5");
+  EXPECT_EQ(NumberLiteral(-3), "-3");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(12.5)), " 12.5");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(-0.5)), "-0.5");
+}
+
+TEST(Literals, DatesPerKindAndForRecords) {
+  const Date d = Date::FromYmd(2026, 11, 15);
+  EXPECT_EQ(FilterDateLiteral(d, 1), "#2026-11-15 00:00:00#");
+  EXPECT_EQ(FilterDateLiteral(d, 2), "15.11.2026");
+  // The filter form of other kinds is the date alone, even with a time part.
+  EXPECT_EQ(FilterDateLiteral(Date::FromYmd(2026, 3, 5, 9, 0, 0), 2), "05.03.2026");
+  EXPECT_EQ(SqlValueFormatter::Instance().DateLiteral(Date::FromYmd(2026, 3, 5, 9, 7, 1)),
+            "#2026-03-05 09:07:01#");
+  EXPECT_EQ(RecordDateText(d), "15.11.2026");
+  EXPECT_EQ(RecordDateText(Date::FromYmd(2026, 3, 5, 9, 7, 1)), "05.03.2026 09:07:01");
+  EXPECT_EQ(RecordDateText(NoDate), "31.12.9999");
+}
+
+TEST(Literals, TextIsQuotedOnlyByDoubling) {
+  EXPECT_EQ(TextValue("O'Brien's"), "O''Brien''s");
+  EXPECT_EQ(TextValue("#stKST# \\ %"), "#stKST# \\ %");
+}
+
+TEST(Literals, IdListRule) {
+  EXPECT_EQ(IdListLiteral({"3", "7"}), "IN(3,7)");
+  EXPECT_EQ(IdListLiteral({"7"}), "IN(7)");
+  EXPECT_EQ(IdListLiteral({}), "IN)");
+  EXPECT_EQ(IdListLiteral({"3) OR (1=1"}), "IN(3) OR (1=1)");  // elements are not protected
+}
