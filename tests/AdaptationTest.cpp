@@ -90,6 +90,15 @@ TEST(Adaptation, DeleteFormsBecomeDeleteFrom) {
             "(T_AuftragMeldung.lAuftragId = 4))");
 }
 
+TEST(Adaptation, UpdateSetTargetsLoseTheTableQualifier) {
+  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Auftrag.stUId = 'n', T_Auftrag.lNr = (1+2),T_Auftrag.ErledigtDatum "
+                  "= '01.02.2026' WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))"),
+            "UPDATE T_Auftrag SET stUId = 'n', lNr = (1+2),ErledigtDatum = '2026-02-01 00:00:00' "
+            "WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))");
+  // another table's qualifier is the engine's to reject
+  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Meldung.lNr = 1"), "UPDATE T_Auftrag SET T_Meldung.lNr = 1");
+}
+
 TEST(Adaptation, SecondStatementIsRefused) {
   for (const std::string sql : {
            "SELECT 1; SELECT 2",

@@ -4,6 +4,8 @@
 // C++ note: the cursor members BOF and EOF are spelled Bof() and Eof(),
 // because EOF is a macro of the C library.
 
+#include "ztkdb/CMsgOrderDokument.h"
+#include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"

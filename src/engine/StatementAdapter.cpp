@@ -1,5 +1,7 @@
 #include "engine/StatementAdapter.h"
 
+#include <strings.h>
+
 #include <optional>
 #include <set>
 #include <vector>
@@ -72,6 +74,7 @@ class Adapter {
       Comparisons();
     }
     if (rules_.rewrite_delete) DeleteForm();
+    if (rules_.unqualify_update_set) UpdateSetTargets();
     std::string out;
     for (size_t i = 0; i < t_.size(); ++i) {
       if (replacement_[i]) out += *replacement_[i];
@@ -232,6 +235,42 @@ class Adapter {
       return;
     }
     replacement_[static_cast<size_t>(target)] = "FROM " + std::string(At(t_, target).text);
+  }
+
+  // UPDATE t SET t.a = 1, t.b = 2 WHERE ... -> SET a = 1, b = 2: the target
+  // columns of the SET list lose the qualifier naming the updated table.
+  void UpdateSetTargets() {
+    long i = NextSig(t_, -1);
+    if (i < 0 || !IsKeyword(At(t_, i), "UPDATE")) return;
+    const long tableIndex = NextSig(t_, i);
+    if (tableIndex < 0 || At(t_, tableIndex).kind != TokenKind::kIdentifier) return;
+    const std::string table = ColumnName(At(t_, tableIndex));
+    i = NextSig(t_, tableIndex);
+    if (i < 0 || !IsKeyword(At(t_, i), "SET")) return;
+    int depth = 0;
+    bool expectTarget = true;
+    for (i = NextSig(t_, i); i >= 0; i = NextSig(t_, i)) {
+      const Token& tok = At(t_, i);
+      if (tok.kind == TokenKind::kLParen) ++depth;
+      else if (tok.kind == TokenKind::kRParen) --depth;
+      if (depth != 0) continue;
+      if (IsKeyword(tok, "WHERE") || tok.kind == TokenKind::kSemicolon) return;
+      if (tok.kind == TokenKind::kComma) {
+        expectTarget = true;
+        continue;
+      }
+      if (expectTarget && tok.kind == TokenKind::kIdentifier) {
+        std::string qualifier;
+        const std::string column = ColumnName(tok, &qualifier);
+        const long next = NextSig(t_, i);
+        if (!qualifier.empty() && strcasecmp(qualifier.c_str(), table.c_str()) == 0 && next >= 0 &&
+            At(t_, next).text == "=") {
+          const size_t dot = tok.text.rfind('.');
+          replacement_[static_cast<size_t>(i)] = std::string(tok.text.substr(dot + 1));
+        }
+      }
+      expectTarget = false;
+    }
   }
 
   const Tokens& t_;

@@ -17,6 +17,8 @@ struct AdaptationRules {
   // Whether "DELETE t.* FROM t WHERE" and "DELETE t WHERE" must become
   // "DELETE FROM t WHERE".
   bool rewrite_delete = true;
+  // Whether "UPDATE t SET t.col = ..." must become "UPDATE t SET col = ...".
+  bool unqualify_update_set = true;
   // Whether German date texts in date-column positions are rewritten.
   bool rewrite_german_dates = true;
   // Whether Jet date literals (#...#) are rewritten.

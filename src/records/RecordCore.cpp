@@ -1,0 +1,27 @@
+#include "records/RecordCore.h"
+
+#include "connection/DbConnectionRegistry.h"
+#include "connection/DbDialect.h"
+#include "runtime/Messages.h"
+
+namespace ZTkDb::detail {
+
+std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName) {
+  if (clientName.empty()) return nullptr;
+  auto* connection = DbConnectionRegistry::Instance().Item(WorkspaceName(clientName));
+  return connection ? connection->CreateStorage() : nullptr;
+}
+
+void ShowWriteFailed(const std::string& className, const char* what) {
+  ShowMessageBox(className + "." + what + " fehlgeschlagen. Bitte an TORQ melden!", "Zanto", true);
+}
+
+void AssignConverted(const Variant& v, int32_t& out) { out = v.ToLong(); }
+void AssignConverted(const Variant& v, uint8_t& out) { out = v.ToByte(); }
+void AssignConverted(const Variant& v, bool& out) { out = v.ToBool(); }
+void AssignConverted(const Variant& v, double& out) { out = v.ToDouble(); }
+void AssignConverted(const Variant& v, Currency& out) { out = v.ToCurrency(); }
+void AssignConverted(const Variant& v, Date& out) { out = v.ToDate(); }
+void AssignConverted(const Variant& v, std::string& out) { out = v.ToString(); }
+
+}  // namespace ZTkDb::detail

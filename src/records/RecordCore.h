@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "connection/RecordStorage.h"
+#include "ztkdb/Currency.h"
+#include "ztkdb/Date.h"
+#include "ztkdb/Recordset.h"
+
+namespace ZTkDb::detail {
+
+// What a Null in a column does to its field while a row is copied in.
+enum class NullRule {
+  kError,     // plain conversion: Null raises 94 and stops the copy there
+  kDefault,   // Null gives 0 / "" / False
+  kKeep,      // Null leaves the field as it was; otherwise the column is read again
+  kOptional,  // a missing column, or any failure reading it, leaves the field; Null gives 0
+};
+
+// One column of a record's load order, bound to the field it fills.
+template <typename Fields>
+struct ColumnBinding {
+  using Target = std::variant<int32_t Fields::*, uint8_t Fields::*, bool Fields::*,
+                              double Fields::*, Currency Fields::*, Date Fields::*,
+                              std::string Fields::*>;
+  const char* column;
+  Target target;
+  NullRule rule = NullRule::kError;
+};
+
+// The record pattern shared by every record class: a storage, the fields,
+// reset, load, read by key, checked writes. A record class supplies its
+// fields struct (default member values = the defaults of a reset), its load
+// order and its statements.
+template <typename Fields>
+class RecordCore {
+ public:
+  RecordCore(const char* className, const std::vector<ColumnBinding<Fields>>& columns)
+      : class_name_(className), columns_(columns) {}
+  ~RecordCore() { ReleaseStorageQuietly(); }
+
+  Fields& F() { return fields_; }
+  const Fields& F() const { return fields_; }
+  const char* ClassName() const { return class_name_; }
+
+  // Nothing happens for an empty name or an unknown client.
+  void ConnectStorage(const std::string& clientName);
+  bool Connected() const { return storage_ != nullptr; }
+  // The storage; raises 91 while unconnected.
+  RecordStorage& Storage(const char* member);
+  int16_t DbKind(const char* member) { return Storage(member).DbKind(); }
+
+  void ClearFields();
+  void ReadFromRecordset(const Recordset& rs);
+  void LoadFromRecordset(const Recordset& rs) {
+    ClearFields();
+    ReadFromRecordset(rs);
+  }
+
+  // Opens `sql`; loads its first row without clearing first, or clears the
+  // record when nothing is found.
+  void ReadBy(const char* member, const std::string& sql);
+  // Runs an INSERT or UPDATE; shows "<class>.<what> fehlgeschlagen. Bitte an
+  // TORQ melden!" when it affected no row. Returns the rows affected.
+  int64_t ExecuteChecked(const char* member, const std::string& sql, const char* what);
+  // Runs a statement without looking at what it affected.
+  void ExecutePlain(const char* member, const std::string& sql);
+
+ private:
+  void ReleaseStorageQuietly() noexcept;
+
+  const char* class_name_;
+  const std::vector<ColumnBinding<Fields>>& columns_;
+  Fields fields_;
+  std::unique_ptr<RecordStorage> storage_;
+};
+
+// Shared by RecordCore and the lists: a new storage for a client, or nullptr.
+std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);
+
+// Shows the critical "<class>.<what> fehlgeschlagen" box titled "Zanto".
+void ShowWriteFailed(const std::string& className, const char* what);
+
+// The value of a column converted to the type of field it fills.
+void AssignConverted(const Variant& v, int32_t& out);
+void AssignConverted(const Variant& v, uint8_t& out);
+void AssignConverted(const Variant& v, bool& out);
+void AssignConverted(const Variant& v, double& out);
+void AssignConverted(const Variant& v, Currency& out);
+void AssignConverted(const Variant& v, Date& out);
+void AssignConverted(const Variant& v, std::string& out);
+
+}  // namespace ZTkDb::detail
+
+#include "records/RecordCore.inl"

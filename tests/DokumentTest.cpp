@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include "TestSupport.h"
+#include "connection/DbConnectionRegistry.h"
+#include "connection/DbDialect.h"
+#include "ztkdb/CMsgOrderDokument.h"
+#include "ztkdb/CMsgOrderDokumentListe.h"
+#include "ztkdb/CTkDb.h"
+#include "ztkdb/Error.h"
+
+using namespace ZTkDb;
+
+namespace {
+
+class Dokumente : public ::testing::Test {
+ protected:
+  void SetUp() override { tkdb.OpenJetDb("dok", temp.Path(), false, false); }
+
+  std::unique_ptr<CMsgOrderDokument> Create(int32_t msg, int32_t order, const std::string& pfad,
+                                            const std::string& datei) {
+    auto d = std::make_unique<CMsgOrderDokument>();
+    d->ConnectStorage("dok");
+    d->CreateNew(msg, order, pfad, datei);
+    return d;
+  }
+  int64_t Rows(const std::string& where = "1=1") {
+    auto db = detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase();
+    Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM T_MsgOrderDokument WHERE " + where));
+    return rs.Fields("n").ToLong();
+  }
+  void Exec(const std::string& sql) {
+    detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase()->Execute(sql);
+  }
+
+  ztktest::TempDb temp;
+  CTkDb tkdb;
+  ztktest::CapturedBoxes boxes;
+};
+
+}  // namespace
+
+TEST_F(Dokumente, CreateReadsBackTheDatabaseKeyAndTheInsertedUId) {
+  auto first = Create(3, 0, "/srv/docs", "a.pdf");
+  auto second = Create(0, 9, "C:\\Ablage\\O'Neil's", "Bericht 'final'.docx");
+  EXPECT_GT(first->Id(), 0);
+  EXPECT_EQ(second->Id(), first->Id() + 1);
+  EXPECT_FALSE(second->UId().empty());
+  EXPECT_NE(first->UId(), second->UId());
+
+  CMsgOrderDokument again;
+  again.ConnectStorage("dok");
+  again.ReadById(second->Id());
+  EXPECT_EQ(again.Id(), second->Id());
+  EXPECT_EQ(again.UId(), second->UId());
+  EXPECT_EQ(again.OrderId(), 9);
+  EXPECT_EQ(again.Pfad(), "C:\\Ablage\\O'Neil's");
+  EXPECT_EQ(again.Datei(), "Bericht 'final'.docx");
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Dokumente, ReadOfAMissingIdClearsWithoutError) {
+  auto d = Create(1, 2, "p", "f");
+  d->ReadById(987654);
+  EXPECT_EQ(d->Id(), 0);
+  EXPECT_EQ(d->UId(), "");
+  EXPECT_EQ(d->Pfad(), "");
+  EXPECT_EQ(d->MsgId(), 0);
+}
+
+TEST_F(Dokumente, SecondConcurrentUpdateShowsTheBoxAndChangesNothing) {
+  auto mine = Create(1, 2, "p", "alt.txt");
+  CMsgOrderDokument theirs;
+  theirs.ConnectStorage("dok");
+  theirs.ReadById(mine->Id());
+
+  mine->Datei("meins.txt");
+  mine->Update();
+  EXPECT_TRUE(boxes.boxes.empty());
+  const std::string rowUid = mine->UId();
+
+  const std::string staleUid = theirs.UId();
+  theirs.Datei("deins.txt");
+  theirs.Update();
+  ASSERT_EQ(boxes.boxes.size(), 1u);
+  EXPECT_EQ(boxes.boxes[0].text, "CMsgOrderDokument.Update fehlgeschlagen. Bitte an TORQ melden!");
+  EXPECT_EQ(boxes.boxes[0].title, "Zanto");
+  EXPECT_TRUE(boxes.boxes[0].critical);
+  EXPECT_NE(theirs.UId(), staleUid) << "the new UId is kept even after a failed update";
+  EXPECT_EQ(Rows("stDatei = 'meins.txt' AND stUId = '" + rowUid + "'"), 1);
+
+  theirs.Update();  // fails again until read anew
+  EXPECT_EQ(boxes.boxes.size(), 2u);
+  theirs.ReadById(mine->Id());
+  theirs.Update();
+  EXPECT_EQ(boxes.boxes.size(), 2u);
+}
+
+TEST_F(Dokumente, DeleteRemovesTheRowAndClears) {
+  auto d = Create(1, 2, "p", "f");
+  const int32_t id = d->Id();
+  d->Delete();
+  EXPECT_EQ(d->Id(), 0);
+  EXPECT_EQ(Rows(), 0);
+  d->ReadById(id);
+  EXPECT_EQ(d->Id(), 0);
+  d->Delete();  // an empty object deletes nothing, silently
+  EXPECT_TRUE(boxes.boxes.empty());
+}
+
+TEST_F(Dokumente, UnconnectedObjectRaises91AndConnectingToNothingChangesNothing) {
+  CMsgOrderDokument d;
+  d.ConnectStorage("");
+  d.ConnectStorage("unbekannt");
+  try {
+    d.ReadById(1);
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), errObjectNotSet);
+    EXPECT_EQ(e.Source(), "CMsgOrderDokument.ReadById");
+  }
+  EXPECT_THROW(d.CreateNew(1, 1, "p", "f"), Error);
+  EXPECT_EQ(d.Id(), 0);
+}
+
+TEST_F(Dokumente, NullInAKeyColumnRaises94AfterTheEarlierFields) {
+  Exec("INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('n', 5, NULL, NULL, 'x')");
+  CMsgOrderDokument d;
+  d.ConnectStorage("dok");
+  try {
+    d.ReadById(1);
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), errInvalidUseOfNull);
+  }
+  EXPECT_EQ(d.Id(), 1);
+  EXPECT_EQ(d.MsgId(), 5);
+  EXPECT_EQ(d.Datei(), "");  // not reached
+}
+
+TEST_F(Dokumente, ListCursorOverEmptyOneAndManyRows) {
+  CMsgOrderDokumentListe list;
+  list.ConnectStorage("dok");
+  list.ReadAll();
+  EXPECT_EQ(list.Count(), 0);
+  EXPECT_FALSE(list.Bof());
+  EXPECT_FALSE(list.Eof());
+  EXPECT_EQ(list.MoveFirst(), nullptr);
+  EXPECT_EQ(list.MoveNext(), nullptr);
+  EXPECT_EQ(list.ItemByRsPos(), nullptr);
+  EXPECT_EQ(list(1), nullptr);
+
+  auto only = Create(7, 0, "p", "eins");
+  list.ReadByMsgId(7);
+  ASSERT_EQ(list.Count(), 1);
+  EXPECT_EQ(list.ItemByRsPos()->Datei(), "eins");
+  EXPECT_EQ(list.MoveNext(), nullptr);
+  EXPECT_TRUE(list.Eof());
+
+  for (int i = 0; i < 4; ++i) Create(0, 42, "p", "d" + std::to_string(i));
+  list.ReadByOrderId(42);
+  ASSERT_EQ(list.Count(), 4);
+  EXPECT_EQ(list.AbsolutePosition(), 0);
+  int walked = 0;
+  for (auto item = list.ItemByRsPos(); item; item = list.MoveNext()) {
+    EXPECT_EQ(item->OrderId(), 42);
+    ++walked;
+  }
+  EXPECT_EQ(walked, 4);
+  EXPECT_TRUE(list.Eof());
+  auto last = list.MovePrevious();
+  ASSERT_NE(last, nullptr);
+  EXPECT_EQ(list.AbsolutePosition(), 3);
+
+  // ReadByOrderId(0) lists the links that belong to no order
+  list.ReadByOrderId(0);
+  EXPECT_EQ(list.Count(), 1);
+}
+
+TEST_F(Dokumente, ItemsAreIndependentRecordsOfTheListsClient) {
+  auto a = Create(0, 5, "p", "a");
+  auto b = Create(0, 5, "p", "b");
+  CMsgOrderDokumentListe list;
+  list.ConnectStorage("dok");
+  list.ReadByOrderId(5);
+  auto item = list[b->Id()];
+  ASSERT_NE(item, nullptr);
+  EXPECT_EQ(item->Datei(), "b");
+  EXPECT_EQ(list.AbsolutePosition(), 1);
+  item->Datei("b2");
+  item->Update();  // the item has its own storage
+  EXPECT_EQ(Rows("stDatei = 'b2'"), 1);
+  EXPECT_TRUE(boxes.boxes.empty());
+
+  EXPECT_EQ(list.ItemByRecId(99999), nullptr);
+  EXPECT_EQ(list.AbsolutePosition(), 1) << "a miss leaves the cursor";
+}
+
+TEST_F(Dokumente, RequerySeesRowsAddedByAnotherObject) {
+  Create(0, 8, "p", "x");
+  CMsgOrderDokumentListe list;
+  list.ConnectStorage("dok");
+  list.ReadByOrderId(8);
+  EXPECT_EQ(list.Count(), 1);
+  auto added = Create(0, 8, "p", "y");
+  list.Requery();
+  EXPECT_EQ(list.Count(), 2);
+  EXPECT_EQ(list.AbsolutePosition(), 0);
+  EXPECT_NE(list(added->Id()), nullptr);
+  auto clone = list.RsClone();
+  ASSERT_NE(clone, nullptr);
+  EXPECT_EQ(clone->RecordCount(), 2);
+}
+
+TEST_F(Dokumente, ListWithoutStorageRaises91) {
+  CMsgOrderDokumentListe list;
+  EXPECT_EQ(list.Count(), 0);
+  try {
+    list.ReadAll();
+    FAIL();
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), errObjectNotSet);
+  }
+}
