@@ -27,6 +27,11 @@ void DbConnection::OpenOdbc(const std::string& connect, const std::string& user,
   path_ = connect;
 }
 
+void DbConnection::OpenOn(std::shared_ptr<Database> db, const std::string& path) {
+  db_ = std::move(db);
+  path_ = path;
+}
+
 std::unique_ptr<RecordStorage> DbConnection::CreateStorage() const {
   return std::make_unique<RecordStorage>(GetDatabase());
 }

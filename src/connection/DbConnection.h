@@ -24,6 +24,9 @@ class DbConnection {
   void OpenJet(const std::string& path, bool exclusive, bool readOnly);
   void OpenOdbc(const std::string& connect, const std::string& user, const std::string& password,
                 const Variant& exclusive, bool readOnly);
+  // Opens the connection on a database object made elsewhere (an engine the
+  // registry does not know how to open, or a recording one in tests).
+  void OpenOn(std::shared_ptr<Database> db, const std::string& path);
   // A new storage bound to this connection; raises 91 before it is opened.
   std::unique_ptr<RecordStorage> CreateStorage() const;
   void Close() noexcept;
