@@ -11,19 +11,11 @@
 #include "ztkdb/Recordset.h"
 
 using namespace ZTkDb;
+using ztktest::ErrorNumberOf;
 using ZTkDb::detail::QueryDef;
 using ZTkDb::detail::SqliteDatabase;
 
 namespace {
-
-long ErrorNumberOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
 
 class SqliteEngine : public ::testing::Test {
  protected:

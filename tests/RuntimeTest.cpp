@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
+
 #include <cmath>
 #include <limits>
 
@@ -10,19 +12,7 @@
 #include "ztkdb/Variant.h"
 
 using namespace ZTkDb;
-
-namespace {
-
-long ErrorNumberOf(const std::function<void()>& f) {
-  try {
-    f();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
-
-}  // namespace
+using ztktest::ErrorNumberOf;
 
 TEST(Date, NoDateIsLastDayOfYear9999) {
   EXPECT_EQ(NoDate.Value(), 2958465.0);

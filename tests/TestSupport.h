@@ -4,10 +4,12 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "connection/ModuleSchema.h"
+#include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
 
 namespace ztktest {
@@ -32,6 +34,16 @@ class TempDb {
   std::string dir_;
   std::string path_;
 };
+
+// The number of the ZTkDb::Error that `f` raises, 0 when it raises none.
+inline long ErrorNumberOf(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const ZTkDb::Error& e) {
+    return e.Number();
+  }
+  return 0;
+}
 
 // Collects the message boxes shown while it lives.
 class CapturedBoxes {
