@@ -4,13 +4,17 @@
 // C++ note: the cursor members BOF and EOF are spelled Bof() and Eof(),
 // because EOF is a macro of the C library.
 
+#include "ztkdb/CAuftrag.h"
+#include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CMsgOrderDokument.h"
 #include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
+#include "ztkdb/Enums.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
+#include "ztkdb/RecordList.h"
 #include "ztkdb/Recordset.h"
 #include "ztkdb/Variant.h"
 #include "ztkdb/Workspace.h"

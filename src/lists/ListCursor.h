@@ -31,13 +31,25 @@ class ListCursor {
     if (storage_) client_name_ = clientName;
   }
 
-  // The query pattern: reset, open, index. `sql` is the filled statement.
-  void RunQuery(const char* member, const std::string& sql) {
+  // The query pattern: reset, open `sql`, run `opened` (a list's own state
+  // that is set once the result is open, such as its sort order), index.
+  template <typename Opened>
+  void RunQuery(const char* member, const std::string& sql, Opened&& opened) {
     ResetResult();
     if (!storage_) RaiseStandard(errObjectNotSet, member);
     storage_->SetSql("", sql);
     storage_->OpenRecordset();
+    opened();
     if (Rs()->RecordCount() != 0) BuildIndex();
+  }
+  void RunQuery(const char* member, const std::string& sql) {
+    RunQuery(member, sql, [] {});
+  }
+
+  // The storage's connection kind; raises 91 while unconnected.
+  int16_t DbKind(const char* member) const {
+    if (!storage_) RaiseStandard(errObjectNotSet, member);
+    return storage_->DbKind();
   }
 
   void ResetResult() noexcept {

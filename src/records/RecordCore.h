@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "connection/RecordStorage.h"
+#include "sql/SqlTemplate.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 #include "ztkdb/Recordset.h"
@@ -30,6 +31,16 @@ struct ColumnBinding {
   const char* column;
   Target target;
   NullRule rule = NullRule::kError;
+};
+
+// One value placeholder of a record's INSERT/UPDATE and the field it takes
+// its value from. The literal form follows the field's type: numbers as
+// digits, flags by DbKind, dates as short date text, texts through
+// TextLiteral, currency and doubles invariant with the leading blank.
+template <typename Fields>
+struct ValueSlot {
+  const char* placeholder;
+  typename ColumnBinding<Fields>::Target source;
 };
 
 // The record pattern shared by every record class: a storage, the fields,
@@ -78,6 +89,13 @@ class RecordCore {
   Fields fields_;
   std::unique_ptr<RecordStorage> storage_;
 };
+
+// Replaces each slot's placeholder by its field's literal, in slot order (a
+// value holding a later placeholder's name is replaced again, as the
+// templates expect).
+template <typename Fields>
+void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
+                int16_t kind);
 
 // Shared by RecordCore and the lists: a new storage for a client, or nullptr.
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);

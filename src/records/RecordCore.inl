@@ -1,5 +1,6 @@
 // Template definitions of RecordCore; included by RecordCore.h only.
 #include "runtime/Raise.h"
+#include "sql/Literals.h"
 
 namespace ZTkDb::detail {
 
@@ -89,6 +90,25 @@ void RecordCore<Fields>::ExecutePlain(const char* member, const std::string& sql
   RecordStorage& storage = Storage(member);
   storage.SetSql("", sql);
   storage.GetQueryDef().Execute();
+}
+
+template <typename Fields>
+void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
+                int16_t kind) {
+  for (const auto& slot : slots) {
+    std::visit(
+        [&](auto member) {
+          const auto& value = fields.*member;
+          using T = std::decay_t<decltype(value)>;
+          if constexpr (std::is_same_v<T, std::string>) sql.Replace(slot.placeholder, TextValue(value));
+          else if constexpr (std::is_same_v<T, bool>) sql.Replace(slot.placeholder, FlagLiteral(value, kind));
+          else if constexpr (std::is_same_v<T, Date>) sql.Replace(slot.placeholder, RecordDateText(value));
+          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value));
+          else if constexpr (std::is_same_v<T, double>) sql.Replace(slot.placeholder, NumberLiteral(value));
+          else sql.Replace(slot.placeholder, LongLiteral(value));
+        },
+        slot.source);
+  }
 }
 
 template <typename Fields>

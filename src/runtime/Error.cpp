@@ -1,5 +1,8 @@
 #include "ztkdb/Error.h"
 
+#include <new>
+
+#include "runtime/Guard.h"
 #include "runtime/Raise.h"
 
 namespace ZTkDb {
@@ -37,6 +40,11 @@ void Raise(long number, std::string source, std::string description) {
 
 void RaiseStandard(long number, std::string source) {
   throw Error(number, std::move(source), StandardDescription(number));
+}
+
+void RaiseForeign(const std::exception& e, std::string source) {
+  if (dynamic_cast<const std::bad_alloc*>(&e)) Raise(7, std::move(source), "Out of memory");
+  Raise(51, std::move(source), std::string("Internal error: ") + e.what());
 }
 
 }  // namespace detail
