@@ -8,7 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "connection/DbConnectionRegistry.h"
+#include "connection/DbDialect.h"
 #include "connection/ModuleSchema.h"
+#include "engine/Database.h"
+#include "ztkdb/Recordset.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
 
@@ -43,6 +47,21 @@ inline long ErrorNumberOf(const std::function<void()>& f) {
     return e.Number();
   }
   return 0;
+}
+
+// The engine under an open client, for checks and set-ups that bypass the
+// records (raw rows, Nulls the records never write).
+inline std::shared_ptr<ZTkDb::detail::Database> EngineOf(const std::string& client) {
+  return ZTkDb::detail::DbConnectionRegistry::Instance()
+      .Item(ZTkDb::detail::WorkspaceName(client))
+      ->GetDatabase();
+}
+inline void Exec(const std::string& client, const std::string& sql) { EngineOf(client)->Execute(sql); }
+// The first column of the first row of `sql`.
+inline ZTkDb::Variant Scalar(const std::string& client, const std::string& sql) {
+  auto db = EngineOf(client);
+  ZTkDb::Recordset rs(db, "", db->Query(sql));
+  return rs.Fields(0);
 }
 
 // Collects the message boxes shown while it lives.
