@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "OrderData.h"
+#include "TestData.h"
 #include "TestSupport.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CTkDb.h"

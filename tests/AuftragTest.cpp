@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "OrderData.h"
+#include "TestData.h"
 #include "TestSupport.h"
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CTkDb.h"

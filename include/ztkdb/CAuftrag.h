@@ -254,7 +254,7 @@ class ZTKDB_API CAuftrag {
  private:
   template <typename>
   friend class detail::ListCursor;
-  void LoadFromRecordset(const Recordset& rs);
+  void LoadFromRecordset(Recordset& rs);
 
   struct Impl;
   std::unique_ptr<Impl> impl_;

@@ -6,6 +6,8 @@
 
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
+#include "ztkdb/CMeldung.h"
+#include "ztkdb/CMeldungListe.h"
 #include "ztkdb/CMsgOrderDokument.h"
 #include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"

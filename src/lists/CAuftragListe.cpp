@@ -244,9 +244,7 @@ void RunRead(detail::ListCursor<CAuftrag>& cursor, OrderSortOrderConstants& sort
              const char* member, OrderSortOrderConstants sortAfter, Build&& build) {
   detail::Guard(member, [&] {
     sortSlot = osUnsorted;
-    cursor.ResetResult();
-    const std::string sql = build(cursor.DbKind(member));
-    cursor.RunQuery(member, sql, [&] { sortSlot = sortAfter; });
+    cursor.Read(member, build, [&] { sortSlot = sortAfter; });
   });
 }
 

@@ -46,6 +46,20 @@ class ListCursor {
     RunQuery(member, sql, [] {});
   }
 
+  // A list's read: drop the old result first (so a failing statement leaves
+  // an empty list), build the statement for the storage's kind with
+  // `build(kind)`, then run it as RunQuery does.
+  template <typename Build, typename Opened>
+  void Read(const char* member, Build&& build, Opened&& opened) {
+    ResetResult();
+    const std::string sql = build(DbKind(member));
+    RunQuery(member, sql, std::forward<Opened>(opened));
+  }
+  template <typename Build>
+  void Read(const char* member, Build&& build) {
+    Read(member, std::forward<Build>(build), [] {});
+  }
+
   // The storage's connection kind; raises 91 while unconnected.
   int16_t DbKind(const char* member) const {
     if (!storage_) RaiseStandard(errObjectNotSet, member);

@@ -3,6 +3,7 @@
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
 #include "ztkdb/CAuftrag.h"
+#include "ztkdb/CMeldung.h"
 #include "ztkdb/CMsgOrderDokument.h"
 
 namespace ZTkDb {
@@ -73,6 +74,7 @@ std::unique_ptr<Record> RecordList<Record>::MovePrevious() {
 
 // Every record class with a list; the headers declare these extern.
 template class RecordList<CAuftrag>;
+template class RecordList<CMeldung>;
 template class RecordList<CMsgOrderDokument>;
 
 }  // namespace ZTkDb

@@ -544,6 +544,6 @@ int32_t CAuftrag::GetLastNr() {
   });
 }
 
-void CAuftrag::LoadFromRecordset(const Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+void CAuftrag::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

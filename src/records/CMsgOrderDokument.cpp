@@ -148,6 +148,6 @@ void CMsgOrderDokument::Delete() {
   });
 }
 
-void CMsgOrderDokument::LoadFromRecordset(const Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+void CMsgOrderDokument::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

@@ -20,6 +20,10 @@ enum class NullRule {
   kDefault,   // Null gives 0 / "" / False
   kKeep,      // Null leaves the field as it was; otherwise the column is read again
   kOptional,  // a missing column, or any failure reading it, leaves the field; Null gives 0
+  // Null leaves the field as it was; otherwise the recordset moves by 0 rows
+  // and the column is read again, so a driver that streams long texts
+  // delivers the value afresh.
+  kKeepAfterMove0,
 };
 
 // One column of a record's load order, bound to the field it fills.
@@ -66,8 +70,8 @@ class RecordCore {
   int16_t DbKind(const char* member) { return Storage(member).DbKind(); }
 
   void ClearFields();
-  void ReadFromRecordset(const Recordset& rs);
-  void LoadFromRecordset(const Recordset& rs) {
+  void ReadFromRecordset(Recordset& rs);
+  void LoadFromRecordset(Recordset& rs) {
     ClearFields();
     ReadFromRecordset(rs);
   }

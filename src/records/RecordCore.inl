@@ -28,7 +28,7 @@ void RecordCore<Fields>::ClearFields() {
 }
 
 template <typename Fields>
-void RecordCore<Fields>::ReadFromRecordset(const Recordset& rs) {
+void RecordCore<Fields>::ReadFromRecordset(Recordset& rs) {
   for (const auto& binding : columns_) {
     std::visit(
         [&](auto member) {
@@ -51,6 +51,11 @@ void RecordCore<Fields>::ReadFromRecordset(const Recordset& rs) {
             field = T{};
           } else if (binding.rule == NullRule::kKeep) {
             if (!v.IsNull()) AssignConverted(rs.Fields(binding.column), field);
+          } else if (binding.rule == NullRule::kKeepAfterMove0) {
+            if (!v.IsNull()) {
+              rs.Move(0);
+              AssignConverted(rs.Fields(binding.column), field);
+            }
           } else {
             AssignConverted(v, field);
           }
@@ -64,7 +69,7 @@ void RecordCore<Fields>::ReadBy(const char* member, const std::string& sql) {
   RecordStorage& storage = Storage(member);
   storage.SetSql("", sql);
   storage.OpenRecordset();
-  const Recordset& rs = *storage.GetRecordset();
+  Recordset& rs = *storage.GetRecordset();
   if (rs.RecordCount() >= 1) {
     ReadFromRecordset(rs);
     storage.CloseRecordset();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ztkdb/CAuftrag.h"
+#include "ztkdb/CMeldung.h"
 
 namespace ztktest {
 
@@ -37,6 +38,31 @@ inline std::unique_ptr<ZTkDb::CAuftrag> CreateOrder(const std::string& client,
                     "K100", "Stuttgart", "Bürogebäude Nord", "KST-7", "Zentrale", false, "",
                     s.typ_text, ZTkDb::Currency::FromScaled(1250000), "Wartung", "Schulz");
   return order;
+}
+
+// The same for reports.
+struct ReportSpec {
+  int32_t nr = 1;
+  std::string vorsatz = "M";
+  ZTkDb::Date datum = ZTkDb::Date::Today();
+  std::string zeit = "09:30";
+  bool erledigt = false;
+  ZTkDb::Date erledigt_datum = ZTkDb::NoDate;
+  int32_t so_id = 0;
+  int32_t obj_id = 200;
+  ZTkDb::TkObjTypes obj_typ = ZTkDb::sotRoom;
+  std::string text = "Fenster schließt nicht";
+};
+
+inline std::unique_ptr<ZTkDb::CMeldung> CreateReport(const std::string& client,
+                                                     const ReportSpec& s) {
+  auto report = std::make_unique<ZTkDb::CMeldung>();
+  report->ConnectStorage(client);
+  report->CreateNew4(s.nr, "Frau Krause", 3, "0711 100", s.datum, s.zeit, s.obj_id, s.obj_typ,
+                     s.text, ZTkDb::NoDate, "", ZTkDb::NoDate, "", s.erledigt, s.erledigt_datum, "",
+                     1, 12, s.so_id, ZTkDb::hetTikora, s.vorsatz, "Meier", "0711 4711",
+                     "Stuttgart", "Raum 2.14", "", "krause@example.org", "Reparatur", "Schulz");
+  return report;
 }
 
 }  // namespace ztktest

@@ -1,0 +1,402 @@
+#include "ztkdb/CMeldung.h"
+
+#include "connection/UIdGenerator.h"
+#include "records/RecordCore.h"
+#include "records/RecordProperties.h"
+#include "runtime/Guard.h"
+#include "runtime/Messages.h"
+#include "sql/Literals.h"
+#include "sql/SqlTemplate.h"
+
+namespace ZTkDb {
+namespace {
+
+using detail::ColumnBinding;
+using detail::NullRule;
+using detail::SqlTemplate;
+using detail::ValueSlot;
+
+struct MeldungFields {
+  int32_t id = 0;
+  std::string uid;
+  int32_t nr = 0;
+  std::string melder;
+  int32_t melder_fa_id = 0;
+  std::string melder_tel;
+  Date melde_datum = NoDate;
+  std::string melde_zeit;
+  int32_t obj_id = 0;
+  int32_t obj_typ = sotUndefined;
+  std::string meldung;
+  Date erled_bis_datum = NoDate;
+  std::string erled_bis_zeit;
+  Date wieder_datum = NoDate;
+  std::string wieder_zeit;
+  bool erledigt = false;
+  Date erledigt_datum = NoDate;
+  std::string erledigt_zeit;
+  uint8_t geb_typ = 0;
+  int32_t geb_id = 0;
+  int32_t so_id = 0;
+  uint8_t herkunft = hetUndefined;
+  std::string nr_vorsatz;
+  std::string bearbeiter;
+  std::string tel_bearbeiter;
+  std::string ort;
+  std::string objekt;
+  std::string bemerkung;
+  std::string email;
+  std::string leistungsart;
+  std::string verantwortlicher;
+};
+
+using F = MeldungFields;
+
+// stOrt comes after stEmail: a failing column stops the copy, so the order
+// decides which fields already hold the new row.
+const std::vector<ColumnBinding<F>>& LoadOrder() {
+  static const std::vector<ColumnBinding<F>> columns = {
+      {"lId", &F::id},
+      {"stUId", &F::uid},
+      {"lNr", &F::nr},
+      {"stMelder", &F::melder, NullRule::kDefault},
+      {"lMelderFaId", &F::melder_fa_id},
+      {"stMelderTel", &F::melder_tel, NullRule::kDefault},
+      {"MeldeDatum", &F::melde_datum},
+      {"stMeldeZeit", &F::melde_zeit, NullRule::kDefault},
+      {"lObjId", &F::obj_id},
+      {"byObjTyp", &F::obj_typ},
+      {"stMeldung", &F::meldung, NullRule::kKeepAfterMove0},
+      {"ErledBisDatum", &F::erled_bis_datum},
+      {"stErledBisZeit", &F::erled_bis_zeit, NullRule::kDefault},
+      {"WiederDatum", &F::wieder_datum},
+      {"stWiederZeit", &F::wieder_zeit, NullRule::kDefault},
+      {"bErledigt", &F::erledigt},
+      {"ErledigtDatum", &F::erledigt_datum},
+      {"stErledigtZeit", &F::erledigt_zeit, NullRule::kDefault},
+      {"byGebTyp", &F::geb_typ, NullRule::kDefault},
+      {"lGebId", &F::geb_id, NullRule::kDefault},
+      {"lSoId", &F::so_id, NullRule::kDefault},
+      {"byHerkunft", &F::herkunft, NullRule::kDefault},
+      {"stNrVorsatz", &F::nr_vorsatz, NullRule::kDefault},
+      {"stBearbeiter", &F::bearbeiter, NullRule::kDefault},
+      {"stTelBearbeiter", &F::tel_bearbeiter, NullRule::kDefault},
+      {"stObjekt", &F::objekt, NullRule::kDefault},
+      {"stBemerkung", &F::bemerkung, NullRule::kDefault},
+      {"stEmail", &F::email, NullRule::kDefault},
+      {"stOrt", &F::ort, NullRule::kDefault},
+      {"stLeistungsart", &F::leistungsart, NullRule::kDefault},
+      {"stVerantwortlicher", &F::verantwortlicher, NullRule::kDefault},
+  };
+  return columns;
+}
+
+// The value placeholders of the INSERT and the UPDATE, in filling order.
+const std::vector<ValueSlot<F>>& RowValues() {
+  static const std::vector<ValueSlot<F>> slots = {
+      {"#lNr#", &F::nr},
+      {"#stMelder#", &F::melder},
+      {"#lMelderFaId#", &F::melder_fa_id},
+      {"#stMelderTel#", &F::melder_tel},
+      {"#MeldeDatum#", &F::melde_datum},
+      {"#stMeldeZeit#", &F::melde_zeit},
+      {"#lObjId#", &F::obj_id},
+      {"#byObjTyp#", &F::obj_typ},
+      {"#stMeldung#", &F::meldung},
+      {"#ErledBisDatum#", &F::erled_bis_datum},
+      {"#stErledBisZeit#", &F::erled_bis_zeit},
+      {"#WiederDatum#", &F::wieder_datum},
+      {"#stWiederZeit#", &F::wieder_zeit},
+      {"#bErledigt#", &F::erledigt},
+      {"#ErledigtDatum#", &F::erledigt_datum},
+      {"#stErledigtZeit#", &F::erledigt_zeit},
+      {"#byGebTyp#", &F::geb_typ},
+      {"#lGebId#", &F::geb_id},
+      {"#lSoId#", &F::so_id},
+      {"#byHerkunft#", &F::herkunft},
+      {"#stNrVorsatz#", &F::nr_vorsatz},
+      {"#stBearbeiter#", &F::bearbeiter},
+      {"#stTelBearbeiter#", &F::tel_bearbeiter},
+      {"#stOrt#", &F::ort},
+      {"#stObjekt#", &F::objekt},
+      {"#stBemerkung#", &F::bemerkung},
+      {"#stEmail#", &F::email},
+      {"#stLeistungsart#", &F::leistungsart},
+      {"#stVerantwortlicher#", &F::verantwortlicher},
+  };
+  return slots;
+}
+
+constexpr const char* kClass = "CMeldung";
+constexpr const char* kTable = "T_Meldung";
+
+constexpr const char* kInsert =
+    "INSERT INTO #Tabelle# (stUId, lNr, stMelder, lMelderFaId, stMelderTel, MeldeDatum, "
+    "stMeldeZeit, lObjId, byObjTyp, stMeldung, ErledBisDatum, stErledBisZeit, WiederDatum, "
+    "stWiederZeit, bErledigt, ErledigtDatum, stErledigtZeit, byGebTyp, lGebId, lSoId, "
+    "byHerkunft,stNrVorsatz, stBearbeiter,stTelBearbeiter, stOrt, stObjekt, stBemerkung, "
+    "stEmail, stLeistungsart, stVerantwortlicher) VALUES ('#stUId#', #lNr#, '#stMelder#', "
+    "#lMelderFaId#, '#stMelderTel#', '#MeldeDatum#', '#stMeldeZeit#', #lObjId#, #byObjTyp#, "
+    "'#stMeldung#', '#ErledBisDatum#', '#stErledBisZeit#', '#WiederDatum#', '#stWiederZeit#', "
+    "#bErledigt#, '#ErledigtDatum#', '#stErledigtZeit#', #byGebTyp#,#lGebId#,#lSoId#, "
+    "#byHerkunft#,'#stNrVorsatz#','#stBearbeiter#','#stTelBearbeiter#','#stOrt#','#stObjekt#','#"
+    "stBemerkung#','#stEmail#','#stLeistungsart#','#stVerantwortlicher#')";
+constexpr const char* kUpdate =
+    "UPDATE #Tabelle# SET #Tabelle#.stUId = '#stNewUId#', #Tabelle#.lNr = #lNr#, "
+    "#Tabelle#.stMelder = '#stMelder#', #Tabelle#.lMelderFaId = #lMelderFaId#, "
+    "#Tabelle#.stMelderTel = '#stMelderTel#', #Tabelle#.MeldeDatum = '#MeldeDatum#', "
+    "#Tabelle#.stMeldeZeit = '#stMeldeZeit#', #Tabelle#.lObjId = #lObjId#, #Tabelle#.byObjTyp = "
+    "#byObjTyp#, #Tabelle#.stMeldung = '#stMeldung#', #Tabelle#.ErledBisDatum = "
+    "'#ErledBisDatum#', #Tabelle#.stErledBisZeit = '#stErledBisZeit#', #Tabelle#.WiederDatum = "
+    "'#WiederDatum#', #Tabelle#.stWiederZeit = '#stWiederZeit#', #Tabelle#.bErledigt = "
+    "#bErledigt#, #Tabelle#.ErledigtDatum = '#ErledigtDatum#', #Tabelle#.stErledigtZeit = "
+    "'#stErledigtZeit#',#Tabelle#.byGebTyp = #byGebTyp#, #Tabelle#.lGebId = "
+    "#lGebId#,#Tabelle#.lSoId = #lSoId#, #Tabelle#.byHerkunft= #byHerkunft#, "
+    "#Tabelle#.stNrVorsatz='#stNrVorsatz#', #Tabelle#.stBearbeiter='#stBearbeiter#', "
+    "#Tabelle#.stTelBearbeiter='#stTelBearbeiter#', #Tabelle#.stOrt='#stOrt#', "
+    "#Tabelle#.stObjekt='#stObjekt#', #Tabelle#.stBemerkung='#stBemerkung#', "
+    "#Tabelle#.stEmail='#stEmail#', #Tabelle#.stLeistungsart='#stLeistungsart#', "
+    "#Tabelle#.stVerantwortlicher='#stVerantwortlicher#' WHERE ((#Tabelle#.lId=#lId#) AND "
+    "(#Tabelle#.stUId='#stUId#'))";
+constexpr const char* kSelectById = "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
+constexpr const char* kSelectByNr =
+    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lNr = #lNr# AND #Tabelle#.stNrVorsatz = "
+    "'#stNrVorsatz#'";
+constexpr const char* kSelectByUId =
+    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stUId = '#stUId#'";
+constexpr const char* kDeleteJet = "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
+constexpr const char* kDeleteOther = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#";
+constexpr const char* kLastNr = "SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle#";
+constexpr const char* kLastNrVorsatz =
+    "SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle# WHERE #Tabelle#.stNrVorsatz = "
+    "'#stNrVorsatz#'";
+
+SqlTemplate Statement(const char* text) {
+  SqlTemplate sql(text);
+  sql.Replace("#Tabelle#", kTable);
+  return sql;
+}
+
+}  // namespace
+
+struct CMeldung::Impl {
+  detail::RecordCore<F> core{kClass, LoadOrder()};
+
+  void ReadByUId(const std::string& uid) {
+    core.ReadBy("CMeldung.ReadByUId", Statement(kSelectByUId).Replace("#stUId#", uid).Text());
+  }
+
+  // Max(lNr) of the statement, 0 when there is none.
+  int32_t LastNr(const char* member, const std::string& sql) {
+    detail::RecordStorage& storage = core.Storage(member);
+    storage.SetSql("", sql);
+    storage.OpenRecordset();
+    Recordset& rs = *storage.GetRecordset();
+    int32_t last = 0;
+    if (rs.RecordCount() >= 1) {
+      rs.MoveFirst();
+      if (!rs.Fields("LastNr").IsNull()) last = rs.Fields("LastNr").ToLong();
+      storage.CloseRecordset();
+      storage.ReleaseQuery();
+    }
+    return last;
+  }
+};
+
+CMeldung::CMeldung() : impl_(std::make_unique<Impl>()) {}
+CMeldung::~CMeldung() = default;
+
+int32_t CMeldung::Id() const { return impl_->core.F().id; }
+const std::string& CMeldung::UId() const { return impl_->core.F().uid; }
+ZTKDB_VALUE_PROPERTY(CMeldung, Nr, int32_t, nr)
+ZTKDB_TEXT_PROPERTY(CMeldung, Melder, melder)
+ZTKDB_VALUE_PROPERTY(CMeldung, MelderFaId, int32_t, melder_fa_id)
+ZTKDB_TEXT_PROPERTY(CMeldung, MelderTel, melder_tel)
+ZTKDB_VALUE_PROPERTY(CMeldung, MeldeDatum, Date, melde_datum)
+ZTKDB_TEXT_PROPERTY(CMeldung, MeldeZeit, melde_zeit)
+ZTKDB_VALUE_PROPERTY(CMeldung, ObjId, int32_t, obj_id)
+TkObjTypes CMeldung::ObjTyp() const { return static_cast<TkObjTypes>(impl_->core.F().obj_typ); }
+void CMeldung::ObjTyp(TkObjTypes value) { impl_->core.F().obj_typ = value; }
+ZTKDB_TEXT_PROPERTY(CMeldung, Meldung, meldung)
+ZTKDB_VALUE_PROPERTY(CMeldung, ErledBisDatum, Date, erled_bis_datum)
+ZTKDB_TEXT_PROPERTY(CMeldung, ErledBisZeit, erled_bis_zeit)
+ZTKDB_VALUE_PROPERTY(CMeldung, WiederDatum, Date, wieder_datum)
+ZTKDB_TEXT_PROPERTY(CMeldung, WiederZeit, wieder_zeit)
+ZTKDB_VALUE_PROPERTY(CMeldung, Erledigt, bool, erledigt)
+ZTKDB_VALUE_PROPERTY(CMeldung, ErledigtDatum, Date, erledigt_datum)
+ZTKDB_TEXT_PROPERTY(CMeldung, ErledigtZeit, erledigt_zeit)
+ZTKDB_VALUE_PROPERTY(CMeldung, GebTyp, uint8_t, geb_typ)
+ZTKDB_VALUE_PROPERTY(CMeldung, GebId, int32_t, geb_id)
+ZTKDB_VALUE_PROPERTY(CMeldung, SoId, int32_t, so_id)
+ZTKDB_VALUE_PROPERTY(CMeldung, Herkunft, uint8_t, herkunft)
+ZTKDB_TEXT_PROPERTY(CMeldung, NrVorsatz, nr_vorsatz)
+ZTKDB_TEXT_PROPERTY(CMeldung, Bearbeiter, bearbeiter)
+ZTKDB_TEXT_PROPERTY(CMeldung, TelBearbeiter, tel_bearbeiter)
+ZTKDB_TEXT_PROPERTY(CMeldung, Ort, ort)
+ZTKDB_TEXT_PROPERTY(CMeldung, Objekt, objekt)
+ZTKDB_TEXT_PROPERTY(CMeldung, Bemerkung, bemerkung)
+ZTKDB_TEXT_PROPERTY(CMeldung, Email, email)
+ZTKDB_TEXT_PROPERTY(CMeldung, Leistungsart, leistungsart)
+ZTKDB_TEXT_PROPERTY(CMeldung, Verantwortlicher, verantwortlicher)
+
+void CMeldung::ConnectStorage(const std::string& stClientName) {
+  detail::Guard("CMeldung.ConnectStorage", [&] { impl_->core.ConnectStorage(stClientName); });
+}
+
+// The retired creation methods: hosts still call them, so each names the
+// version after it.
+void CMeldung::CreateNew(int32_t, const std::string&, int32_t, const std::string&, Date,
+                         const std::string&, int32_t, TkObjTypes, const std::string&, Date,
+                         const std::string&, Date, const std::string&, bool, Date,
+                         const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
+                         const std::string&, const std::string&, const std::string&,
+                         const std::string&) {
+  detail::Guard("CMeldung.CreateNew", [] { detail::ShowMessageBox("CreateNew1 benutzen!"); });
+}
+void CMeldung::CreateNew1(int32_t, const std::string&, int32_t, const std::string&, Date,
+                          const std::string&, int32_t, TkObjTypes, const std::string&, Date,
+                          const std::string&, Date, const std::string&, bool, Date,
+                          const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
+                          const std::string&, const std::string&, const std::string&,
+                          const std::string&, const std::string&) {
+  detail::Guard("CMeldung.CreateNew1", [] { detail::ShowMessageBox("CreateNew2 benutzen!"); });
+}
+void CMeldung::CreateNew2(int32_t, const std::string&, int32_t, const std::string&, Date,
+                          const std::string&, int32_t, TkObjTypes, const std::string&, Date,
+                          const std::string&, Date, const std::string&, bool, Date,
+                          const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
+                          const std::string&, const std::string&, const std::string&,
+                          const std::string&, const std::string&, const std::string&) {
+  detail::Guard("CMeldung.CreateNew2", [] { detail::ShowMessageBox("CreateNew3 benutzen!"); });
+}
+void CMeldung::CreateNew3(int32_t, const std::string&, int32_t, const std::string&, Date,
+                          const std::string&, int32_t, TkObjTypes, const std::string&, Date,
+                          const std::string&, Date, const std::string&, bool, Date,
+                          const std::string&, uint8_t, int32_t, int32_t, uint8_t,
+                          const std::string&, const std::string&, const std::string&,
+                          const std::string&, const std::string&, const std::string&,
+                          const std::string&) {
+  detail::Guard("CMeldung.CreateNew3", [] { detail::ShowMessageBox("CreateNew4 benutzen!"); });
+}
+
+void CMeldung::CreateNew4(
+    int32_t lNr, const std::string& stMelder, int32_t lMelderFaId, const std::string& stMelderTel,
+    Date MeldeDatum, const std::string& stMeldeZeit, int32_t lObjId, TkObjTypes eObjTyp,
+    const std::string& stMeldung, Date ErledBisDatum, const std::string& stErledBisZeit,
+    Date WiederDatum, const std::string& stWiederZeit, bool bErledigt, Date ErledigtDatum,
+    const std::string& stErledigtZeit, uint8_t byGebTyp, int32_t lGebId, int32_t lSoId,
+    uint8_t byHerkunft, const std::string& stNrVorsatz, const std::string& stBearbeiter,
+    const std::string& stTelBearbeiter, const std::string& stOrt, const std::string& stObjekt,
+    const std::string& stBemerkung, const std::string& stEmail, const std::string& stLeistungsart,
+    const std::string& stVerantwortlicher) {
+  constexpr const char* kMember = "CMeldung.CreateNew4";
+  detail::Guard(kMember, [&] {
+    auto& core = impl_->core;
+    core.ClearFields();
+    const int16_t kind = core.DbKind(kMember);
+    MeldungFields row;
+    row.nr = lNr;
+    row.melder = stMelder;
+    row.melder_fa_id = lMelderFaId;
+    row.melder_tel = stMelderTel;
+    row.melde_datum = MeldeDatum;
+    row.melde_zeit = stMeldeZeit;
+    row.obj_id = lObjId;
+    row.obj_typ = eObjTyp;
+    row.meldung = stMeldung;
+    row.erled_bis_datum = ErledBisDatum;
+    row.erled_bis_zeit = stErledBisZeit;
+    row.wieder_datum = WiederDatum;
+    row.wieder_zeit = stWiederZeit;
+    row.erledigt = bErledigt;
+    row.erledigt_datum = ErledigtDatum;
+    row.erledigt_zeit = stErledigtZeit;
+    row.geb_typ = byGebTyp;
+    row.geb_id = lGebId;
+    row.so_id = lSoId;
+    row.herkunft = byHerkunft;
+    row.nr_vorsatz = stNrVorsatz;
+    row.bearbeiter = stBearbeiter;
+    row.tel_bearbeiter = stTelBearbeiter;
+    row.ort = stOrt;
+    row.objekt = stObjekt;
+    row.bemerkung = stBemerkung;
+    row.email = stEmail;
+    row.leistungsart = stLeistungsart;
+    row.verantwortlicher = stVerantwortlicher;
+    const std::string uid = detail::UIdGenerator::Instance().NewUId();
+    SqlTemplate sql = Statement(kInsert);
+    sql.Replace("#stUId#", detail::TextValue(uid));
+    detail::FillValues(sql, row, RowValues(), kind);
+    core.ExecuteChecked(kMember, sql.Text(), "Create");
+    core.Storage(kMember).CloseRecordset();
+    impl_->ReadByUId(uid);
+  });
+}
+
+void CMeldung::ReadById(int32_t lId) {
+  constexpr const char* kMember = "CMeldung.ReadById";
+  detail::Guard(kMember, [&] {
+    impl_->core.ReadBy(kMember,
+                       Statement(kSelectById).Replace("#lId#", detail::LongLiteral(lId)).Text());
+  });
+}
+
+void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
+  constexpr const char* kMember = "CMeldung.ReadByNr";
+  detail::Guard(kMember, [&] {
+    // The prefix goes in as given; the engine's one-statement rule is what
+    // keeps a hostile prefix from running anything else.
+    impl_->core.ReadBy(kMember, Statement(kSelectByNr)
+                                    .Replace("#lNr#", detail::LongLiteral(lNr))
+                                    .Replace("#stNrVorsatz#", stVorsatz)
+                                    .Text());
+  });
+}
+
+void CMeldung::Update() {
+  constexpr const char* kMember = "CMeldung.Update";
+  detail::Guard(kMember, [&] {
+    auto& core = impl_->core;
+    auto& f = core.F();
+    const int16_t kind = core.DbKind(kMember);
+    const std::string newUid = detail::UIdGenerator::Instance().NewUId();
+    SqlTemplate sql = Statement(kUpdate);
+    sql.Replace("#stNewUId#", newUid);
+    detail::FillValues(sql, f, RowValues(), kind);
+    sql.Replace("#lId#", detail::LongLiteral(f.id)).Replace("#stUId#", f.uid);
+    core.ExecuteChecked(kMember, sql.Text(), "Update");
+    // Unconditional: after a failed update no row has this UId, so every
+    // further Update fails too until the report is read again.
+    f.uid = newUid;
+    core.Storage(kMember).CloseRecordset();
+  });
+}
+
+void CMeldung::Delete() {
+  constexpr const char* kMember = "CMeldung.Delete";
+  detail::Guard(kMember, [&] {
+    auto& core = impl_->core;
+    SqlTemplate sql = Statement(core.DbKind(kMember) == 1 ? kDeleteJet : kDeleteOther);
+    sql.Replace("#lId#", detail::LongLiteral(core.F().id));
+    core.ExecutePlain(kMember, sql.Text());
+    core.ClearFields();
+  });
+}
+
+int32_t CMeldung::GetLastNr() {
+  constexpr const char* kMember = "CMeldung.GetLastNr";
+  return detail::Guard(kMember, [&] { return impl_->LastNr(kMember, Statement(kLastNr).Text()); });
+}
+
+int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
+  constexpr const char* kMember = "CMeldung.GetLastNrVorsatz";
+  return detail::Guard(kMember, [&] {
+    return impl_->LastNr(kMember,
+                         Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz).Text());
+  });
+}
+
+void CMeldung::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+
+}  // namespace ZTkDb
