@@ -1,8 +1,7 @@
 #include "ztkdb/CAuftrag.h"
 
-#include "connection/UIdGenerator.h"
-#include "records/RecordCore.h"
 #include "records/RecordProperties.h"
+#include "records/TableRecord.h"
 #include "runtime/Guard.h"
 #include "runtime/Messages.h"
 #include "sql/Literals.h"
@@ -215,8 +214,6 @@ constexpr const char* kSelectByNrOhneVorsatz =
 constexpr const char* kSelectByUId =
     "SELECT #Tabelle#.*, #DetailTabelle#.lMeldungId FROM #Tabelle# LEFT JOIN #DetailTabelle# ON "
     "#Tabelle#.lId = #DetailTabelle#.lAuftragId WHERE #Tabelle#.stUId = '#stUId#'";
-constexpr const char* kDeleteJet = "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
-constexpr const char* kDeleteOther = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#";
 constexpr const char* kLink =
     "INSERT INTO #DetailTabelle# (lAuftragId, lMeldungId) VALUES (#lAuftragId#, #lMeldungId#)";
 // The Jet form on every connection kind; the engine layer makes it run.
@@ -225,32 +222,38 @@ constexpr const char* kUnlink =
     "#lMeldungId#) AND (#DetailTabelle#.lAuftragId = #lAuftragId#))";
 constexpr const char* kLastNr = "SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle#";
 
-SqlTemplate Statement(const char* text) {
-  SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", kTable);
-  return sql;
-}
+const detail::RecordStatements kStatements{
+    .class_name = kClass,
+    .table = kTable,
+    .detail_table = kLinkTable,
+    .insert = kInsert,
+    .update = kUpdate,
+    .select_by_id = kSelectById,
+    .select_by_uid = kSelectByUId,
+    .delete_jet = detail::kDeleteJetText,
+    .delete_other = detail::kDeleteOtherText,
+};
 
 }  // namespace
 
 struct CAuftrag::Impl {
-  detail::RecordCore<F> core{kClass, LoadOrder()};
+  detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
 
-  void ReadBy(const char* member, SqlTemplate& sql) {
-    core.ReadBy(member, std::move(sql.Replace("#DetailTabelle#", kLinkTable)).Text());
-  }
-  void ReadByUId(const std::string& uid) {
-    SqlTemplate sql = Statement(kSelectByUId);
-    sql.Replace("#stUId#", uid);
-    ReadBy("CAuftrag.ReadByUId", sql);
+  // A read by key of the order's own: the first matching row, or a cleared
+  // record.
+  void ReadBy(const char* member, const char* text,
+              const std::vector<std::pair<const char*, std::string>>& values) {
+    SqlTemplate sql = record.Statement(text);
+    for (const auto& [placeholder, value] : values) sql.Replace(placeholder, value);
+    record.core.ReadBy(member, sql.Text());
   }
 };
 
 CAuftrag::CAuftrag() : impl_(std::make_unique<Impl>()) {}
 CAuftrag::~CAuftrag() = default;
 
-int32_t CAuftrag::Id() const { return impl_->core.F().id; }
-const std::string& CAuftrag::UId() const { return impl_->core.F().uid; }
+int32_t CAuftrag::Id() const { return impl_->record.core.F().id; }
+const std::string& CAuftrag::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CAuftrag, Nr, int32_t, nr)
 ZTKDB_VALUE_PROPERTY(CAuftrag, AnsprechId, int32_t, ansprech_id)
 ZTKDB_VALUE_PROPERTY(CAuftrag, GebTyp, uint8_t, geb_typ)
@@ -259,8 +262,10 @@ ZTKDB_VALUE_PROPERTY(CAuftrag, AuftragNehmerId, int32_t, auftrag_nehmer_id)
 ZTKDB_VALUE_PROPERTY(CAuftrag, AuftragsDatum, Date, auftrags_datum)
 ZTKDB_TEXT_PROPERTY(CAuftrag, AuftragsZeit, auftrags_zeit)
 ZTKDB_VALUE_PROPERTY(CAuftrag, ObjId, int32_t, obj_id)
-TkObjTypes CAuftrag::ObjTyp() const { return static_cast<TkObjTypes>(impl_->core.F().obj_typ); }
-void CAuftrag::ObjTyp(TkObjTypes value) { impl_->core.F().obj_typ = value; }
+TkObjTypes CAuftrag::ObjTyp() const {
+  return static_cast<TkObjTypes>(impl_->record.core.F().obj_typ);
+}
+void CAuftrag::ObjTyp(TkObjTypes value) { impl_->record.core.F().obj_typ = value; }
 ZTKDB_TEXT_PROPERTY(CAuftrag, Auftrag, auftrag)
 ZTKDB_VALUE_PROPERTY(CAuftrag, ErledBisDatum, Date, erled_bis_datum)
 ZTKDB_TEXT_PROPERTY(CAuftrag, ErledBisZeit, erled_bis_zeit)
@@ -293,7 +298,8 @@ ZTKDB_TEXT_PROPERTY(CAuftrag, Leistungsart, leistungsart)
 ZTKDB_TEXT_PROPERTY(CAuftrag, Verantwortlicher, verantwortlicher)
 
 void CAuftrag::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CAuftrag.ConnectStorage", [&] { impl_->core.ConnectStorage(stClientName); });
+  detail::Guard("CAuftrag.ConnectStorage",
+                [&] { impl_->record.core.ConnectStorage(stClientName); });
 }
 
 // The retired creation methods: hosts still call them, so each names its
@@ -380,9 +386,6 @@ void CAuftrag::CreateNew7(
     const std::string& stVerantwortlicher) {
   constexpr const char* kMember = "CAuftrag.CreateNew7";
   detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    core.ClearFields();
-    const int16_t kind = core.DbKind(kMember);
     AuftragFields row;
     row.nr = lNr;
     row.ansprech_id = lAnsprechId;
@@ -422,20 +425,14 @@ void CAuftrag::CreateNew7(
     row.so_id = lSoId;
     row.leistungsart = stLeistungsart;
     row.verantwortlicher = stVerantwortlicher;
-    const std::string uid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(kInsert);
-    sql.Replace("#stUId#", detail::TextValue(uid));
-    detail::FillValues(sql, row, RowValues(), kind);
-    core.ExecuteChecked(kMember, sql.Text(), "Create");
-    core.Storage(kMember).CloseRecordset();
-    impl_->ReadByUId(uid);
+    impl_->record.Create(kMember, row);
   });
 }
 
 void CAuftrag::Connect2Msg(int32_t lMsgId) {
   constexpr const char* kMember = "CAuftrag.Connect2Msg";
   detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
+    auto& core = impl_->record.core;
     SqlTemplate sql(kLink);
     sql.Replace("#DetailTabelle#", kLinkTable)
         .Replace("#lAuftragId#", detail::LongLiteral(core.F().id))
@@ -449,7 +446,7 @@ void CAuftrag::Connect2Msg(int32_t lMsgId) {
 void CAuftrag::DisConnectFromMsg() {
   constexpr const char* kMember = "CAuftrag.DisConnectFromMsg";
   detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
+    auto& core = impl_->record.core;
     SqlTemplate sql(kUnlink);
     sql.Replace("#DetailTabelle#", kLinkTable)
         .Replace("#lAuftragId#", detail::LongLiteral(core.F().id))
@@ -462,88 +459,50 @@ void CAuftrag::DisConnectFromMsg() {
 
 void CAuftrag::ReadById(int32_t lId) {
   constexpr const char* kMember = "CAuftrag.ReadById";
-  detail::Guard(kMember, [&] {
-    SqlTemplate sql = Statement(kSelectById);
-    sql.Replace("#lId#", detail::LongLiteral(lId));
-    impl_->ReadBy(kMember, sql);
-  });
+  detail::Guard(kMember, [&] { impl_->record.ReadById(kMember, lId); });
 }
 
 void CAuftrag::ReadByObjHist(int32_t lObjId, int32_t lHistId) {
   constexpr const char* kMember = "CAuftrag.ReadByObjHist";
   detail::Guard(kMember, [&] {
-    SqlTemplate sql = Statement(kSelectByObjHist);
-    sql.Replace("#lObjektId#", detail::LongLiteral(lObjId))
-        .Replace("#lTageFrist#", detail::LongLiteral(lHistId));
-    impl_->ReadBy(kMember, sql);
+    impl_->ReadBy(kMember, kSelectByObjHist,
+                  {{"#lObjektId#", detail::LongLiteral(lObjId)},
+                   {"#lTageFrist#", detail::LongLiteral(lHistId)}});
   });
 }
 
 void CAuftrag::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   constexpr const char* kMember = "CAuftrag.ReadByNr";
   detail::Guard(kMember, [&] {
-    SqlTemplate sql = Statement(kSelectByNr);
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
-    sql.Replace("#lNr#", detail::LongLiteral(lNr)).Replace("#stNrVorsatz#", stVorsatz);
-    impl_->ReadBy(kMember, sql);
+    impl_->ReadBy(kMember, kSelectByNr,
+                  {{"#lNr#", detail::LongLiteral(lNr)}, {"#stNrVorsatz#", stVorsatz}});
   });
 }
 
 void CAuftrag::ReadByNrOhneVorsatz(int32_t lNr) {
   constexpr const char* kMember = "CAuftrag.ReadByNrOhneVorsatz";
   detail::Guard(kMember, [&] {
-    SqlTemplate sql = Statement(kSelectByNrOhneVorsatz);
-    sql.Replace("#lNr#", detail::LongLiteral(lNr));
-    impl_->ReadBy(kMember, sql);
+    impl_->ReadBy(kMember, kSelectByNrOhneVorsatz, {{"#lNr#", detail::LongLiteral(lNr)}});
   });
 }
 
 void CAuftrag::Update() {
-  constexpr const char* kMember = "CAuftrag.Update";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    auto& f = core.F();
-    const int16_t kind = core.DbKind(kMember);
-    const std::string newUid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(kUpdate);
-    sql.Replace("#stNewUId#", newUid);
-    detail::FillValues(sql, f, RowValues(), kind);
-    sql.Replace("#lId#", detail::LongLiteral(f.id)).Replace("#stUId#", f.uid);
-    core.ExecuteChecked(kMember, sql.Text(), "Update");
-    // Unconditional: after a failed update no row has this UId, so every
-    // further Update fails too until the order is read again.
-    f.uid = newUid;
-    core.Storage(kMember).CloseRecordset();
-  });
+  detail::Guard("CAuftrag.Update", [&] { impl_->record.Update("CAuftrag.Update"); });
 }
 
 void CAuftrag::Delete() {
-  constexpr const char* kMember = "CAuftrag.Delete";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    SqlTemplate sql = Statement(core.DbKind(kMember) == 1 ? kDeleteJet : kDeleteOther);
-    sql.Replace("#lId#", detail::LongLiteral(core.F().id));
-    core.ExecutePlain(kMember, sql.Text());
-    core.ClearFields();
-  });
+  detail::Guard("CAuftrag.Delete", [&] { impl_->record.Delete("CAuftrag.Delete"); });
 }
 
 int32_t CAuftrag::GetLastNr() {
   constexpr const char* kMember = "CAuftrag.GetLastNr";
   return detail::Guard(kMember, [&] {
-    detail::RecordStorage& storage = impl_->core.Storage(kMember);
-    storage.SetSql("", Statement(kLastNr).Text());
-    storage.OpenRecordset();
-    const Recordset& rs = *storage.GetRecordset();
-    int32_t last = 0;
-    if (rs.RecordCount() >= 1 && !rs.Fields("LastNr").IsNull()) last = rs.Fields("LastNr").ToLong();
-    storage.CloseRecordset();
-    storage.ReleaseQuery();
-    return last;
+    return impl_->record.LastNumber(kMember, impl_->record.Statement(kLastNr).Text());
   });
 }
 
-void CAuftrag::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+void CAuftrag::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

@@ -1,8 +1,7 @@
 #include "ztkdb/CMeldung.h"
 
-#include "connection/UIdGenerator.h"
-#include "records/RecordCore.h"
 #include "records/RecordProperties.h"
+#include "records/TableRecord.h"
 #include "runtime/Guard.h"
 #include "runtime/Messages.h"
 #include "sql/Literals.h"
@@ -158,56 +157,37 @@ constexpr const char* kUpdate =
     "#Tabelle#.stEmail='#stEmail#', #Tabelle#.stLeistungsart='#stLeistungsart#', "
     "#Tabelle#.stVerantwortlicher='#stVerantwortlicher#' WHERE ((#Tabelle#.lId=#lId#) AND "
     "(#Tabelle#.stUId='#stUId#'))";
-constexpr const char* kSelectById = "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
 constexpr const char* kSelectByNr =
     "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lNr = #lNr# AND #Tabelle#.stNrVorsatz = "
     "'#stNrVorsatz#'";
-constexpr const char* kSelectByUId =
-    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stUId = '#stUId#'";
-constexpr const char* kDeleteJet = "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
-constexpr const char* kDeleteOther = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#";
 constexpr const char* kLastNr = "SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle#";
 constexpr const char* kLastNrVorsatz =
     "SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle# WHERE #Tabelle#.stNrVorsatz = "
     "'#stNrVorsatz#'";
 
-SqlTemplate Statement(const char* text) {
-  SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", kTable);
-  return sql;
-}
+const detail::RecordStatements kStatements{
+    .class_name = kClass,
+    .table = kTable,
+    .detail_table = nullptr,
+    .insert = kInsert,
+    .update = kUpdate,
+    .select_by_id = detail::kSelectByIdText,
+    .select_by_uid = detail::kSelectByUIdText,
+    .delete_jet = detail::kDeleteJetText,
+    .delete_other = detail::kDeleteOtherText,
+};
 
 }  // namespace
 
 struct CMeldung::Impl {
-  detail::RecordCore<F> core{kClass, LoadOrder()};
-
-  void ReadByUId(const std::string& uid) {
-    core.ReadBy("CMeldung.ReadByUId", Statement(kSelectByUId).Replace("#stUId#", uid).Text());
-  }
-
-  // Max(lNr) of the statement, 0 when there is none.
-  int32_t LastNr(const char* member, const std::string& sql) {
-    detail::RecordStorage& storage = core.Storage(member);
-    storage.SetSql("", sql);
-    storage.OpenRecordset();
-    Recordset& rs = *storage.GetRecordset();
-    int32_t last = 0;
-    if (rs.RecordCount() >= 1) {
-      rs.MoveFirst();
-      if (!rs.Fields("LastNr").IsNull()) last = rs.Fields("LastNr").ToLong();
-      storage.CloseRecordset();
-      storage.ReleaseQuery();
-    }
-    return last;
-  }
+  detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
 };
 
 CMeldung::CMeldung() : impl_(std::make_unique<Impl>()) {}
 CMeldung::~CMeldung() = default;
 
-int32_t CMeldung::Id() const { return impl_->core.F().id; }
-const std::string& CMeldung::UId() const { return impl_->core.F().uid; }
+int32_t CMeldung::Id() const { return impl_->record.core.F().id; }
+const std::string& CMeldung::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CMeldung, Nr, int32_t, nr)
 ZTKDB_TEXT_PROPERTY(CMeldung, Melder, melder)
 ZTKDB_VALUE_PROPERTY(CMeldung, MelderFaId, int32_t, melder_fa_id)
@@ -215,8 +195,10 @@ ZTKDB_TEXT_PROPERTY(CMeldung, MelderTel, melder_tel)
 ZTKDB_VALUE_PROPERTY(CMeldung, MeldeDatum, Date, melde_datum)
 ZTKDB_TEXT_PROPERTY(CMeldung, MeldeZeit, melde_zeit)
 ZTKDB_VALUE_PROPERTY(CMeldung, ObjId, int32_t, obj_id)
-TkObjTypes CMeldung::ObjTyp() const { return static_cast<TkObjTypes>(impl_->core.F().obj_typ); }
-void CMeldung::ObjTyp(TkObjTypes value) { impl_->core.F().obj_typ = value; }
+TkObjTypes CMeldung::ObjTyp() const {
+  return static_cast<TkObjTypes>(impl_->record.core.F().obj_typ);
+}
+void CMeldung::ObjTyp(TkObjTypes value) { impl_->record.core.F().obj_typ = value; }
 ZTKDB_TEXT_PROPERTY(CMeldung, Meldung, meldung)
 ZTKDB_VALUE_PROPERTY(CMeldung, ErledBisDatum, Date, erled_bis_datum)
 ZTKDB_TEXT_PROPERTY(CMeldung, ErledBisZeit, erled_bis_zeit)
@@ -240,7 +222,8 @@ ZTKDB_TEXT_PROPERTY(CMeldung, Leistungsart, leistungsart)
 ZTKDB_TEXT_PROPERTY(CMeldung, Verantwortlicher, verantwortlicher)
 
 void CMeldung::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CMeldung.ConnectStorage", [&] { impl_->core.ConnectStorage(stClientName); });
+  detail::Guard("CMeldung.ConnectStorage",
+                [&] { impl_->record.core.ConnectStorage(stClientName); });
 }
 
 // The retired creation methods: hosts still call them, so each names the
@@ -291,9 +274,6 @@ void CMeldung::CreateNew4(
     const std::string& stVerantwortlicher) {
   constexpr const char* kMember = "CMeldung.CreateNew4";
   detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    core.ClearFields();
-    const int16_t kind = core.DbKind(kMember);
     MeldungFields row;
     row.nr = lNr;
     row.melder = stMelder;
@@ -324,22 +304,13 @@ void CMeldung::CreateNew4(
     row.email = stEmail;
     row.leistungsart = stLeistungsart;
     row.verantwortlicher = stVerantwortlicher;
-    const std::string uid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(kInsert);
-    sql.Replace("#stUId#", detail::TextValue(uid));
-    detail::FillValues(sql, row, RowValues(), kind);
-    core.ExecuteChecked(kMember, sql.Text(), "Create");
-    core.Storage(kMember).CloseRecordset();
-    impl_->ReadByUId(uid);
+    impl_->record.Create(kMember, row);
   });
 }
 
 void CMeldung::ReadById(int32_t lId) {
   constexpr const char* kMember = "CMeldung.ReadById";
-  detail::Guard(kMember, [&] {
-    impl_->core.ReadBy(kMember,
-                       Statement(kSelectById).Replace("#lId#", detail::LongLiteral(lId)).Text());
-  });
+  detail::Guard(kMember, [&] { impl_->record.ReadById(kMember, lId); });
 }
 
 void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
@@ -347,56 +318,37 @@ void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   detail::Guard(kMember, [&] {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
-    impl_->core.ReadBy(kMember, Statement(kSelectByNr)
-                                    .Replace("#lNr#", detail::LongLiteral(lNr))
-                                    .Replace("#stNrVorsatz#", stVorsatz)
-                                    .Text());
+    impl_->record.core.ReadBy(kMember, impl_->record.Statement(kSelectByNr)
+                                           .Replace("#lNr#", detail::LongLiteral(lNr))
+                                           .Replace("#stNrVorsatz#", stVorsatz)
+                                           .Text());
   });
 }
 
 void CMeldung::Update() {
-  constexpr const char* kMember = "CMeldung.Update";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    auto& f = core.F();
-    const int16_t kind = core.DbKind(kMember);
-    const std::string newUid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(kUpdate);
-    sql.Replace("#stNewUId#", newUid);
-    detail::FillValues(sql, f, RowValues(), kind);
-    sql.Replace("#lId#", detail::LongLiteral(f.id)).Replace("#stUId#", f.uid);
-    core.ExecuteChecked(kMember, sql.Text(), "Update");
-    // Unconditional: after a failed update no row has this UId, so every
-    // further Update fails too until the report is read again.
-    f.uid = newUid;
-    core.Storage(kMember).CloseRecordset();
-  });
+  detail::Guard("CMeldung.Update", [&] { impl_->record.Update("CMeldung.Update"); });
 }
 
 void CMeldung::Delete() {
-  constexpr const char* kMember = "CMeldung.Delete";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    SqlTemplate sql = Statement(core.DbKind(kMember) == 1 ? kDeleteJet : kDeleteOther);
-    sql.Replace("#lId#", detail::LongLiteral(core.F().id));
-    core.ExecutePlain(kMember, sql.Text());
-    core.ClearFields();
-  });
+  detail::Guard("CMeldung.Delete", [&] { impl_->record.Delete("CMeldung.Delete"); });
 }
 
 int32_t CMeldung::GetLastNr() {
   constexpr const char* kMember = "CMeldung.GetLastNr";
-  return detail::Guard(kMember, [&] { return impl_->LastNr(kMember, Statement(kLastNr).Text()); });
+  return detail::Guard(kMember, [&] {
+    return impl_->record.LastNumber(kMember, impl_->record.Statement(kLastNr).Text());
+  });
 }
 
 int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
   constexpr const char* kMember = "CMeldung.GetLastNrVorsatz";
   return detail::Guard(kMember, [&] {
-    return impl_->LastNr(kMember,
-                         Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz).Text());
+    return impl_->record.LastNumber(
+        kMember,
+        impl_->record.Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz).Text());
   });
 }
 
-void CMeldung::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+void CMeldung::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

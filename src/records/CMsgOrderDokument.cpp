@@ -1,7 +1,7 @@
 #include "ztkdb/CMsgOrderDokument.h"
 
-#include "connection/UIdGenerator.h"
-#include "records/RecordCore.h"
+#include "records/RecordProperties.h"
+#include "records/TableRecord.h"
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
 #include "sql/SqlTemplate.h"
@@ -11,7 +11,7 @@ namespace {
 
 using detail::ColumnBinding;
 using detail::NullRule;
-using detail::SqlTemplate;
+using detail::ValueSlot;
 
 struct DokumentFields {
   int32_t id = 0;
@@ -34,120 +34,86 @@ const std::vector<ColumnBinding<DokumentFields>>& LoadOrder() {
   return columns;
 }
 
-constexpr const char* kTable = "T_MsgOrderDokument";
+// The document link's texts end with a semicolon, and its delete knows only
+// kinds 1 and 2.
+const detail::RecordStatements kStatements{
+    .class_name = "CMsgOrderDokument",
+    .table = "T_MsgOrderDokument",
+    .detail_table = nullptr,
+    .insert =
+        "INSERT INTO #Tabelle# (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('#stUId#', "
+        "#lMsgId#, #lOrderId#, '#stPfad#', '#stDatei#');",
+    .update =
+        "UPDATE #Tabelle# SET #Tabelle#.stUId = '#stNewUId#', #Tabelle#.lMsgId = #lMsgId#, "
+        "#Tabelle#.lOrderId = #lOrderId#, #Tabelle#.stPfad = '#stPfad#', #Tabelle#.stDatei = "
+        "'#stDatei#' WHERE ((#Tabelle#.lId=#lId#) AND (#Tabelle#.stUId='#stUId#'));",
+    .select_by_id = "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;",
+    .select_by_uid = "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stUId = '#stUId#';",
+    .delete_jet = "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;",
+    .delete_other = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#;",
+    .delete_needs_known_kind = true,
+};
 
-constexpr const char* kInsert =
-    "INSERT INTO #Tabelle# (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('#stUId#', "
-    "#lMsgId#, #lOrderId#, '#stPfad#', '#stDatei#');";
-constexpr const char* kSelectById = "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;";
-constexpr const char* kSelectByUId =
-    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stUId = '#stUId#';";
-constexpr const char* kUpdate =
-    "UPDATE #Tabelle# SET #Tabelle#.stUId = '#stNewUId#', #Tabelle#.lMsgId = #lMsgId#, "
-    "#Tabelle#.lOrderId = #lOrderId#, #Tabelle#.stPfad = '#stPfad#', #Tabelle#.stDatei = "
-    "'#stDatei#' WHERE ((#Tabelle#.lId=#lId#) AND (#Tabelle#.stUId='#stUId#'));";
-constexpr const char* kDeleteJet = "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;";
-constexpr const char* kDeleteOdbc = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#;";
+const std::vector<ValueSlot<DokumentFields>>& RowValues() {
+  static const std::vector<ValueSlot<DokumentFields>> slots = {
+      {"#lMsgId#", &DokumentFields::msg_id},
+      {"#lOrderId#", &DokumentFields::order_id},
+      {"#stPfad#", &DokumentFields::pfad},
+      {"#stDatei#", &DokumentFields::datei},
+  };
+  return slots;
+}
 
 }  // namespace
 
 struct CMsgOrderDokument::Impl {
-  detail::RecordCore<DokumentFields> core{"CMsgOrderDokument", LoadOrder()};
-
-  void ReadByUId(const std::string& uid) {
-    core.ReadBy("CMsgOrderDokument.ReadByUId",
-                SqlTemplate(kSelectByUId).Replace("#Tabelle#", kTable).Replace("#stUId#", uid).Text());
-  }
+  detail::TableRecord<DokumentFields> record{kStatements, LoadOrder(), RowValues()};
 };
 
 CMsgOrderDokument::CMsgOrderDokument() : impl_(std::make_unique<Impl>()) {}
 CMsgOrderDokument::~CMsgOrderDokument() = default;
 
-int32_t CMsgOrderDokument::Id() const { return impl_->core.F().id; }
-const std::string& CMsgOrderDokument::UId() const { return impl_->core.F().uid; }
-int32_t CMsgOrderDokument::MsgId() const { return impl_->core.F().msg_id; }
-void CMsgOrderDokument::MsgId(int32_t value) { impl_->core.F().msg_id = value; }
-int32_t CMsgOrderDokument::OrderId() const { return impl_->core.F().order_id; }
-void CMsgOrderDokument::OrderId(int32_t value) { impl_->core.F().order_id = value; }
-const std::string& CMsgOrderDokument::Pfad() const { return impl_->core.F().pfad; }
-void CMsgOrderDokument::Pfad(const std::string& value) { impl_->core.F().pfad = value; }
-const std::string& CMsgOrderDokument::Datei() const { return impl_->core.F().datei; }
-void CMsgOrderDokument::Datei(const std::string& value) { impl_->core.F().datei = value; }
+int32_t CMsgOrderDokument::Id() const { return impl_->record.core.F().id; }
+const std::string& CMsgOrderDokument::UId() const { return impl_->record.core.F().uid; }
+ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, MsgId, int32_t, msg_id)
+ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, OrderId, int32_t, order_id)
+ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Pfad, pfad)
+ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Datei, datei)
 
 void CMsgOrderDokument::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CMsgOrderDokument.ConnectStorage", [&] { impl_->core.ConnectStorage(stClientName); });
+  detail::Guard("CMsgOrderDokument.ConnectStorage",
+                [&] { impl_->record.core.ConnectStorage(stClientName); });
 }
 
 void CMsgOrderDokument::CreateNew(int32_t lMsgId, int32_t lOrderId, const std::string& stPfad,
                                   const std::string& stDatei) {
-  constexpr const char* kMember = "CMsgOrderDokument.CreateNew";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    core.Storage(kMember);
-    core.ClearFields();
-    const std::string uid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql(kInsert);
-    sql.Replace("#Tabelle#", kTable)
-        .Replace("#stUId#", detail::TextValue(uid))
-        .Replace("#lMsgId#", detail::LongLiteral(lMsgId))
-        .Replace("#lOrderId#", detail::LongLiteral(lOrderId))
-        .Replace("#stPfad#", detail::TextValue(stPfad))
-        .Replace("#stDatei#", detail::TextValue(stDatei));
-    core.ExecuteChecked(kMember, sql.Text(), "Create");
-    core.Storage(kMember).CloseRecordset();
-    impl_->ReadByUId(uid);
+  detail::Guard("CMsgOrderDokument.CreateNew", [&] {
+    DokumentFields row;
+    row.msg_id = lMsgId;
+    row.order_id = lOrderId;
+    row.pfad = stPfad;
+    row.datei = stDatei;
+    impl_->record.Create("CMsgOrderDokument.CreateNew", row);
   });
 }
 
 void CMsgOrderDokument::ReadById(int32_t lId) {
-  constexpr const char* kMember = "CMsgOrderDokument.ReadById";
-  detail::Guard(kMember, [&] {
-    impl_->core.ReadBy(kMember, SqlTemplate(kSelectById)
-                                    .Replace("#Tabelle#", kTable)
-                                    .Replace("#lId#", detail::LongLiteral(lId))
-                                    .Text());
-  });
+  detail::Guard("CMsgOrderDokument.ReadById",
+                [&] { impl_->record.ReadById("CMsgOrderDokument.ReadById", lId); });
 }
 
 void CMsgOrderDokument::Update() {
-  constexpr const char* kMember = "CMsgOrderDokument.Update";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    auto& f = core.F();
-    core.Storage(kMember);
-    const std::string newUid = detail::UIdGenerator::Instance().NewUId();
-    SqlTemplate sql(kUpdate);
-    sql.Replace("#Tabelle#", kTable)
-        .Replace("#stNewUId#", newUid)
-        .Replace("#lMsgId#", detail::LongLiteral(f.msg_id))
-        .Replace("#lOrderId#", detail::LongLiteral(f.order_id))
-        .Replace("#stPfad#", detail::TextValue(f.pfad))
-        .Replace("#stDatei#", detail::TextValue(f.datei))
-        .Replace("#lId#", detail::LongLiteral(f.id))
-        .Replace("#stUId#", f.uid);
-    core.ExecuteChecked(kMember, sql.Text(), "Update");
-    // Unconditional: after a failed update no row has this UId, so every
-    // further Update fails too until the record is read again.
-    f.uid = newUid;
-    core.Storage(kMember).CloseRecordset();
-  });
+  detail::Guard("CMsgOrderDokument.Update",
+                [&] { impl_->record.Update("CMsgOrderDokument.Update"); });
 }
 
 void CMsgOrderDokument::Delete() {
-  constexpr const char* kMember = "CMsgOrderDokument.Delete";
-  detail::Guard(kMember, [&] {
-    auto& core = impl_->core;
-    const int16_t kind = core.DbKind(kMember);
-    std::string sql;
-    if (kind == 1) sql = kDeleteJet;
-    else if (kind == 2) sql = kDeleteOdbc;
-    SqlTemplate filled(sql);
-    filled.Replace("#Tabelle#", kTable).Replace("#lId#", detail::LongLiteral(core.F().id));
-    core.ExecutePlain(kMember, filled.Text());
-    core.ClearFields();
-  });
+  detail::Guard("CMsgOrderDokument.Delete",
+                [&] { impl_->record.Delete("CMsgOrderDokument.Delete"); });
 }
 
-void CMsgOrderDokument::LoadFromRecordset(Recordset& rs) { impl_->core.LoadFromRecordset(rs); }
+void CMsgOrderDokument::LoadFromRecordset(Recordset& rs) {
+  impl_->record.core.LoadFromRecordset(rs);
+}
 
 }  // namespace ZTkDb

@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "connection/UIdGenerator.h"
+#include "records/RecordCore.h"
+#include "sql/Literals.h"
+#include "sql/SqlTemplate.h"
+
+namespace ZTkDb::detail {
+
+// The statements of one record class, as its hosts have always seen them.
+struct RecordStatements {
+  const char* class_name;
+  const char* table;         // #Tabelle#
+  const char* detail_table;  // #DetailTabelle#, nullptr when unused
+  const char* insert;
+  const char* update;
+  const char* select_by_id;
+  const char* select_by_uid;
+  const char* delete_jet;
+  const char* delete_other;
+  // True: only kind 2 takes delete_other, any other kind sends an empty
+  // statement. False: every kind but 1 takes delete_other.
+  bool delete_needs_known_kind = false;
+};
+
+// The texts most record classes share.
+inline constexpr const char* kSelectByIdText =
+    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
+inline constexpr const char* kSelectByUIdText =
+    "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stUId = '#stUId#'";
+inline constexpr const char* kDeleteJetText =
+    "DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
+inline constexpr const char* kDeleteOtherText = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#";
+
+// Create, read by key, guarded update and delete of a record class, driven
+// by its statements, its load order and its value slots.
+template <typename Fields>
+class TableRecord {
+ public:
+  // `updateTail` slots are filled after #lId# and #stUId#, for a class whose
+  // update has always filled some values last.
+  TableRecord(const RecordStatements& statements, const std::vector<ColumnBinding<Fields>>& load,
+              const std::vector<ValueSlot<Fields>>& values,
+              const std::vector<ValueSlot<Fields>>& updateTail = NoSlots())
+      : core(statements.class_name, load),
+        statements_(statements),
+        values_(values),
+        update_tail_(updateTail) {}
+
+  // A template with the class's tables filled in.
+  SqlTemplate Statement(const char* text) const {
+    SqlTemplate sql(text);
+    sql.Replace("#Tabelle#", statements_.table);
+    if (statements_.detail_table) sql.Replace("#DetailTabelle#", statements_.detail_table);
+    return sql;
+  }
+
+  // Clears the record, inserts `row` under a fresh UId (a box when nothing
+  // was inserted) and loads the new row back by that UId.
+  void Create(const char* member, const Fields& row) {
+    core.ClearFields();
+    const int16_t kind = core.DbKind(member);
+    const std::string uid = UIdGenerator::Instance().NewUId();
+    SqlTemplate sql = Statement(statements_.insert);
+    sql.Replace("#stUId#", TextValue(uid));
+    FillValues(sql, row, values_, kind);
+    FillValues(sql, row, update_tail_, kind);
+    core.ExecuteChecked(member, sql.Text(), "Create");
+    core.Storage(member).CloseRecordset();
+    ReadByUId(uid);
+  }
+
+  void ReadById(const char* member, int32_t id) {
+    core.ReadBy(member, Statement(statements_.select_by_id).Replace("#lId#", LongLiteral(id)).Text());
+  }
+
+  void ReadByUId(const std::string& uid) {
+    const std::string member = std::string(statements_.class_name) + ".ReadByUId";
+    core.ReadBy(member.c_str(), Statement(statements_.select_by_uid).Replace("#stUId#", uid).Text());
+  }
+
+  // Writes every field under the old UId; the record takes the new UId
+  // whether or not a row was written, so after a failed update every further
+  // Update fails too until the record is read again.
+  void Update(const char* member) {
+    Fields& f = core.F();
+    const int16_t kind = core.DbKind(member);
+    const std::string newUid = UIdGenerator::Instance().NewUId();
+    SqlTemplate sql = Statement(statements_.update);
+    sql.Replace("#stNewUId#", newUid);
+    FillValues(sql, f, values_, kind);
+    sql.Replace("#lId#", LongLiteral(f.id)).Replace("#stUId#", f.uid);
+    FillValues(sql, f, update_tail_, kind);
+    core.ExecuteChecked(member, sql.Text(), "Update");
+    f.uid = newUid;
+    core.Storage(member).CloseRecordset();
+  }
+
+  // Deletes the row whatever its version; then clears the record.
+  void Delete(const char* member) {
+    const int16_t kind = core.DbKind(member);
+    const char* text = "";
+    if (kind == 1) text = statements_.delete_jet;
+    else if (kind == 2 || !statements_.delete_needs_known_kind) text = statements_.delete_other;
+    core.ExecutePlain(member, Statement(text).Replace("#lId#", LongLiteral(core.F().id)).Text());
+    core.ClearFields();
+  }
+
+  // The column LastNr of the first row of `text` (a Max(lNr) query), 0 when
+  // it is Null.
+  int32_t LastNumber(const char* member, const std::string& text) {
+    RecordStorage& storage = core.Storage(member);
+    storage.SetSql("", text);
+    storage.OpenRecordset();
+    Recordset& rs = *storage.GetRecordset();
+    int32_t last = 0;
+    if (rs.RecordCount() >= 1) {
+      rs.MoveFirst();
+      if (!rs.Fields("LastNr").IsNull()) last = rs.Fields("LastNr").ToLong();
+    }
+    storage.CloseRecordset();
+    storage.ReleaseQuery();
+    return last;
+  }
+
+  RecordCore<Fields> core;
+
+ private:
+  static const std::vector<ValueSlot<Fields>>& NoSlots() {
+    static const std::vector<ValueSlot<Fields>> none;
+    return none;
+  }
+
+  const RecordStatements& statements_;
+  const std::vector<ValueSlot<Fields>>& values_;
+  const std::vector<ValueSlot<Fields>>& update_tail_;
+};
+
+}  // namespace ZTkDb::detail
