@@ -6,6 +6,10 @@
 
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
+#include "ztkdb/CLeistung.h"
+#include "ztkdb/CLeistungListe.h"
+#include "ztkdb/CMaterial.h"
+#include "ztkdb/CMaterialListe.h"
 #include "ztkdb/CMeldung.h"
 #include "ztkdb/CMeldungListe.h"
 #include "ztkdb/CMsgOrderDokument.h"

@@ -1,21 +1,13 @@
 #include "ztkdb/CMsgOrderDokumentListe.h"
 
 #include "lists/ListCursor.h"
+#include "lists/ListStatements.h"
 #include "runtime/Guard.h"
-#include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
 
 namespace ZTkDb {
 namespace {
 
 constexpr const char* kTable = "T_MsgOrderDokument";
-
-std::string Fill(const char* text, const char* placeholder = nullptr, int32_t id = 0) {
-  detail::SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", kTable);
-  if (placeholder) sql.Replace(placeholder, detail::LongLiteral(id));
-  return std::move(sql).Text();
-}
 
 }  // namespace
 
@@ -23,22 +15,29 @@ CMsgOrderDokumentListe::CMsgOrderDokumentListe() : RecordList("CMsgOrderDokument
 
 void CMsgOrderDokumentListe::ReadAll() {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadAll";
-  detail::Guard(kMember, [&] { Cursor().RunQuery(kMember, Fill("SELECT #Tabelle#.* FROM #Tabelle#;")); });
+  detail::Guard(kMember, [&] {
+    Cursor().RunQuery(kMember,
+                      detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#;", kTable));
+  });
 }
 
 void CMsgOrderDokumentListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().RunQuery(kMember, Fill("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lOrderId = #lOrderId#",
-                                    "#lOrderId#", lOrderId));
+    Cursor().RunQuery(kMember,
+                      detail::FillTableAndId(
+                          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lOrderId = #lOrderId#",
+                          kTable, "#lOrderId#", lOrderId));
   });
 }
 
 void CMsgOrderDokumentListe::ReadByMsgId(int32_t lMsgId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByMsgId";
   detail::Guard(kMember, [&] {
-    Cursor().RunQuery(kMember, Fill("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lMsgId = #lMsgId#",
-                                    "#lMsgId#", lMsgId));
+    Cursor().RunQuery(
+        kMember, detail::FillTableAndId(
+                     "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lMsgId = #lMsgId#", kTable,
+                     "#lMsgId#", lMsgId));
   });
 }
 

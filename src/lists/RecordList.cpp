@@ -3,6 +3,8 @@
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
 #include "ztkdb/CAuftrag.h"
+#include "ztkdb/CLeistung.h"
+#include "ztkdb/CMaterial.h"
 #include "ztkdb/CMeldung.h"
 #include "ztkdb/CMsgOrderDokument.h"
 
@@ -17,7 +19,8 @@ RecordList<Record>::~RecordList() = default;
 
 template <typename Record>
 int32_t RecordList<Record>::AbsolutePosition() const {
-  return detail::Guard(class_name_, "AbsolutePosition", [&] { return cursor_->AbsolutePosition(); });
+  return detail::Guard(class_name_, "AbsolutePosition",
+                       [&] { return cursor_->AbsolutePosition(); });
 }
 template <typename Record>
 void RecordList<Record>::AbsolutePosition(int32_t value) {
@@ -76,5 +79,7 @@ std::unique_ptr<Record> RecordList<Record>::MovePrevious() {
 template class RecordList<CAuftrag>;
 template class RecordList<CMeldung>;
 template class RecordList<CMsgOrderDokument>;
+template class RecordList<CLeistung>;
+template class RecordList<CMaterial>;
 
 }  // namespace ZTkDb

@@ -41,14 +41,21 @@ inline constexpr const char* kDeleteOtherText = "DELETE #Tabelle# WHERE #Tabelle
 template <typename Fields>
 class TableRecord {
  public:
-  // `updateTail` slots are filled after #lId# and #stUId#, for a class whose
-  // update has always filled some values last.
+  // Most classes fill their INSERT and UPDATE values in one order.
   TableRecord(const RecordStatements& statements, const std::vector<ColumnBinding<Fields>>& load,
-              const std::vector<ValueSlot<Fields>>& values,
-              const std::vector<ValueSlot<Fields>>& updateTail = NoSlots())
+              const std::vector<ValueSlot<Fields>>& values)
+      : TableRecord(statements, load, values, values, NoSlots()) {}
+  // `updateTail` slots are filled after #lId# and #stUId# in the UPDATE and
+  // after `insertValues` in the INSERT, for a class that has always filled
+  // some values last.
+  TableRecord(const RecordStatements& statements, const std::vector<ColumnBinding<Fields>>& load,
+              const std::vector<ValueSlot<Fields>>& insertValues,
+              const std::vector<ValueSlot<Fields>>& updateValues,
+              const std::vector<ValueSlot<Fields>>& updateTail)
       : core(statements.class_name, load),
         statements_(statements),
-        values_(values),
+        insert_values_(insertValues),
+        update_values_(updateValues),
         update_tail_(updateTail) {}
 
   // A template with the class's tables filled in.
@@ -67,7 +74,7 @@ class TableRecord {
     const std::string uid = UIdGenerator::Instance().NewUId();
     SqlTemplate sql = Statement(statements_.insert);
     sql.Replace("#stUId#", TextValue(uid));
-    FillValues(sql, row, values_, kind);
+    FillValues(sql, row, insert_values_, kind);
     FillValues(sql, row, update_tail_, kind);
     core.ExecuteChecked(member, sql.Text(), "Create");
     core.Storage(member).CloseRecordset();
@@ -92,7 +99,7 @@ class TableRecord {
     const std::string newUid = UIdGenerator::Instance().NewUId();
     SqlTemplate sql = Statement(statements_.update);
     sql.Replace("#stNewUId#", newUid);
-    FillValues(sql, f, values_, kind);
+    FillValues(sql, f, update_values_, kind);
     sql.Replace("#lId#", LongLiteral(f.id)).Replace("#stUId#", f.uid);
     FillValues(sql, f, update_tail_, kind);
     core.ExecuteChecked(member, sql.Text(), "Update");
@@ -136,7 +143,8 @@ class TableRecord {
   }
 
   const RecordStatements& statements_;
-  const std::vector<ValueSlot<Fields>>& values_;
+  const std::vector<ValueSlot<Fields>>& insert_values_;
+  const std::vector<ValueSlot<Fields>>& update_values_;
   const std::vector<ValueSlot<Fields>>& update_tail_;
 };
 

@@ -1,0 +1,62 @@
+#include "ztkdb/CMaterialListe.h"
+
+#include "lists/ListCursor.h"
+#include "lists/ListStatements.h"
+#include "runtime/Guard.h"
+
+namespace ZTkDb {
+namespace {
+
+constexpr const char* kTable = "T_AMaterial";
+
+}  // namespace
+
+CMaterialListe::CMaterialListe() : RecordList("CMaterialListe") {}
+
+void CMaterialListe::ReadAll() {
+  constexpr const char* kMember = "CMaterialListe.ReadAll";
+  detail::Guard(kMember, [&] {
+    Cursor().Read(kMember, [](int16_t) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kTable);
+    });
+  });
+}
+
+void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
+  constexpr const char* kMember = "CMaterialListe.ReadByOrderId";
+  detail::Guard(kMember, [&] {
+    Cursor().Read(kMember, [&](int16_t) {
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kTable,
+          "#lOrderId#", lOrderId);
+    });
+  });
+}
+
+void CMaterialListe::ReadMaterialByOrderId(int32_t lOrderId) {
+  constexpr const char* kMember = "CMaterialListe.ReadMaterialByOrderId";
+  detail::Guard(kMember, [&] {
+    Cursor().Read(kMember, [&](int16_t) {
+      // The constant 0 serves every kind.
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+          "#Tabelle#.bFremdleistung = 0",
+          kTable, "#lOrderId#", lOrderId);
+    });
+  });
+}
+
+void CMaterialListe::ReadFremdByOrderId(int32_t lOrderId) {
+  constexpr const char* kMember = "CMaterialListe.ReadFremdByOrderId";
+  detail::Guard(kMember, [&] {
+    Cursor().Read(kMember, [&](int16_t kind) {
+      detail::SqlTemplate sql(detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+          "#Tabelle#.bFremdleistung = #TRUE#",
+          kTable, "#lOrderId#", lOrderId));
+      return std::move(sql.Replace("#TRUE#", detail::TrueLiteral(kind))).Text();
+    });
+  });
+}
+
+}  // namespace ZTkDb
