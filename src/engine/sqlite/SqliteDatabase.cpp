@@ -6,6 +6,7 @@
 #include <strings.h>
 
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -112,7 +113,16 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
         if (v > -922337203685477 && v < 922337203685477) return rows.AppendCurrency(v * 10000);
       }
       if (numeric) {
-        // REAL storage: the nearest 4-decimal value is the one that was written.
+        // REAL storage: the nearest 4-decimal value is the one that was
+        // written. The product is taken in extended precision, since in
+        // double its own rounding could pick the wrong ten-thousandth above
+        // about 1.4e11; this way amounts read back exactly up to 2^39
+        // (about 5.5e11), where a double stops resolving 0.0001.
+        const long double scaled =
+            std::nearbyintl(static_cast<long double>(sqlite3_column_double(s, i)) * 10000.0L);
+        if (scaled > -9.2e18L && scaled < 9.2e18L) {
+          return rows.AppendCurrency(static_cast<int64_t>(scaled));
+        }
         return rows.AppendCurrency(Currency::FromDouble(sqlite3_column_double(s, i)).Scaled());
       }
       break;
