@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-
 #include <strings.h>
 
 #include "engine/StatementAdapter.h"
@@ -7,8 +6,8 @@
 #include "ztkdb/Error.h"
 
 using namespace ZTkDb;
-using ZTkDb::detail::AdaptStatement;
 using ZTkDb::detail::AdaptationRules;
+using ZTkDb::detail::AdaptStatement;
 
 namespace {
 
@@ -43,9 +42,10 @@ TEST(Adaptation, JetDateLiteralBecomesStoredForm) {
 
 TEST(Adaptation, GermanDateInDateColumnPositions) {
   // comparison, both directions, bracketed column
-  EXPECT_EQ(Adapt("SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '01.11.2026'"),
-            "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '2026-11-01 "
-            "00:00:00'");
+  EXPECT_EQ(
+      Adapt("SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '01.11.2026'"),
+      "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '2026-11-01 "
+      "00:00:00'");
   EXPECT_EQ(Adapt("SELECT 1 FROM T_Meldung Where (((T_Meldung.MeldeDatum) <= '15.11.2026'))"),
             "SELECT 1 FROM T_Meldung Where (((T_Meldung.MeldeDatum) <= '2026-11-15 00:00:00'))");
   EXPECT_EQ(Adapt("SELECT 1 FROM T_Meldung WHERE '15.11.2026 08:30:00' < (MeldeDatum)"),
@@ -56,11 +56,10 @@ TEST(Adaptation, GermanDateInDateColumnPositions) {
 }
 
 TEST(Adaptation, InsertPairsColumnsWithValuesByIndex) {
-  EXPECT_EQ(
-      Adapt("INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', "
-            "'15.11.2026', '15.11.2026', (1+2))"),
-      "INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', '2026-11-15 "
-      "00:00:00', '15.11.2026', (1+2))");
+  EXPECT_EQ(Adapt("INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', "
+                  "'15.11.2026', '15.11.2026', (1+2))"),
+            "INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', '2026-11-15 "
+            "00:00:00', '15.11.2026', (1+2))");
 }
 
 TEST(Adaptation, DateLookingTextOutsideDatePositionsIsUntouched) {
@@ -91,12 +90,14 @@ TEST(Adaptation, DeleteFormsBecomeDeleteFrom) {
 }
 
 TEST(Adaptation, UpdateSetTargetsLoseTheTableQualifier) {
-  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Auftrag.stUId = 'n', T_Auftrag.lNr = (1+2),T_Auftrag.ErledigtDatum "
+  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Auftrag.stUId = 'n', T_Auftrag.lNr = "
+                  "(1+2),T_Auftrag.ErledigtDatum "
                   "= '01.02.2026' WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))"),
             "UPDATE T_Auftrag SET stUId = 'n', lNr = (1+2),ErledigtDatum = '2026-02-01 00:00:00' "
             "WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))");
   // another table's qualifier is the engine's to reject
-  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Meldung.lNr = 1"), "UPDATE T_Auftrag SET T_Meldung.lNr = 1");
+  EXPECT_EQ(Adapt("UPDATE T_Auftrag SET T_Meldung.lNr = 1"),
+            "UPDATE T_Auftrag SET T_Meldung.lNr = 1");
 }
 
 TEST(Adaptation, SecondStatementIsRefused) {

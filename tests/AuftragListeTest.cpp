@@ -28,31 +28,35 @@ class AuftragListen : public ::testing::Test {
     tkdb.OpenJetDb("aul", temp.Path(), false, false);
     const Date t = Date::Today();
     CreateOrder("aul", {.nr = 1, .datum = t.AddDays(-100), .so_id = 5})->Connect2Msg(10);
-    CreateOrder("aul", {.nr = 2, .datum = t.AddDays(-20), .erledigt = true,
-                        .erledigt_datum = t.AddDays(-10)})
+    CreateOrder(
+        "aul",
+        {.nr = 2, .datum = t.AddDays(-20), .erledigt = true, .erledigt_datum = t.AddDays(-10)})
         ->Connect2Msg(11);
-    CreateOrder("aul", {.nr = 3, .vorsatz = "B", .datum = t.AddDays(-50), .erledigt = true,
-                        .erledigt_datum = t.AddDays(-40), .so_id = 3});
-    CreateOrder("aul", {.nr = 4, .vorsatz = "B", .datum = Date(t.AddDays(-5).Value() + 10.0 / 24),
-                        .so_id = 7});
-    CreateOrder("aul", {.nr = 5, .datum = t.AddDays(-2), .erledigt = true, .erledigt_datum = t,
-                        .so_id = 5});
+    CreateOrder("aul", {.nr = 3,
+                        .vorsatz = "B",
+                        .datum = t.AddDays(-50),
+                        .erledigt = true,
+                        .erledigt_datum = t.AddDays(-40),
+                        .so_id = 3});
+    CreateOrder(
+        "aul",
+        {.nr = 4, .vorsatz = "B", .datum = Date(t.AddDays(-5).Value() + 10.0 / 24), .so_id = 7});
+    CreateOrder(
+        "aul",
+        {.nr = 5, .datum = t.AddDays(-2), .erledigt = true, .erledigt_datum = t, .so_id = 5});
     CreateOrder("aul", {.nr = 6, .datum = t.AddDays(-30), .so_id = 9});
-    CreateOrder("aul", {.nr = 7, .datum = t.AddDays(-3), .obj_id = 55, .obj_typ = sotTechObj,
-                        .herkunft = hetTechnik, .typ_text = "", .aufgabe = 4});
+    CreateOrder("aul", {.nr = 7,
+                        .datum = t.AddDays(-3),
+                        .obj_id = 55,
+                        .obj_typ = sotTechObj,
+                        .herkunft = hetTechnik,
+                        .typ_text = "",
+                        .aufgabe = 4});
     list.ConnectStorage("aul");
   }
 
-  // The order numbers of the result, in cursor order.
-  std::vector<int32_t> Walk() {
-    std::vector<int32_t> nrs;
-    for (auto item = list.MoveFirst(); item; item = list.MoveNext()) nrs.push_back(item->Nr());
-    return nrs;
-  }
-  std::set<int32_t> WalkSet() {
-    auto nrs = Walk();
-    return {nrs.begin(), nrs.end()};
-  }
+  std::vector<int32_t> Walk() { return ztktest::WalkNumbers(list); }
+  std::set<int32_t> WalkSet() { return ztktest::NumberSet(list); }
 
   ztktest::TempDb temp;
   CTkDb tkdb;

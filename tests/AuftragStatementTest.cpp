@@ -16,12 +16,6 @@ std::string Replaced(std::string text, const std::string& marker, const std::str
   return text;
 }
 
-std::string GermanDate(Date d) {
-  char buf[16];
-  std::snprintf(buf, sizeof buf, "%02d.%02d.%04d", d.Day(), d.Month(), d.Year());
-  return buf;
-}
-
 }  // namespace
 
 TEST(AuftragStatements, InsertOnJetAndUpdateOnOdbc) {
@@ -32,8 +26,8 @@ TEST(AuftragStatements, InsertOnJetAndUpdateOnOdbc) {
     order.CreateNew7(4711, 17, Date::FromYmd(2026, 11, 15, 14, 30, 0), "14:30", 88, sotTechObj,
                      "Tür 'klemmt'", Date::FromYmd(2026, 11, 20), "", NoDate, "", true,
                      Date::FromYmd(2026, 11, 16), "", 11, 22, 3, 31, 2, 12, 5, hetTechnik, "W",
-                     "O'Neil", "0711", "Amt", 9, "K1", "Köln", "Halle", "KST", "RE", false, "", "Typ",
-                     Currency::FromScaled(125000), "LA", "VA");
+                     "O'Neil", "0711", "Amt", 9, "K1", "Köln", "Halle", "KST", "RE", false, "",
+                     "Typ", Currency::FromScaled(125000), "LA", "VA");
     ASSERT_EQ(client.db->statements.size(), 2u);
     const std::string& insert = client.db->statements[0];
     const std::string uid = insert.substr(insert.find("VALUES ('") + 9, 31);
@@ -55,7 +49,8 @@ TEST(AuftragStatements, InsertOnJetAndUpdateOnOdbc) {
     EXPECT_EQ(client.db->statements[1],
               "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
               "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
-              "T_Auftrag.stUId = '" + uid + "'");
+              "T_Auftrag.stUId = '" +
+                  uid + "'");
   }
   ztktest::RecordingClient client("recA2", 2);
   CAuftrag order;
@@ -155,7 +150,7 @@ TEST(AuftragListeStatements, DoneFamilyAndReportConnection) {
                      "T_Auftrag.bErledigt = 1 AND T_Auftrag.stNrVorsatz = 'O''K' AND  "
                      "(T_Auftrag.lSoId = 5 OR T_Auftrag.lSoId =0) AND "
                      "T_Auftrag.ErledigtDatum>='@BACK@' ORDER BY T_AuftragMeldung.lMeldungId",
-                     "@BACK@", GermanDate(back)));
+                     "@BACK@", ztktest::GermanDate(back)));
   EXPECT_EQ(onOdbc.SortOrder(), osByMsgId);
 
   onJet.ReadByDoneAndSoListe({"3", "7"}, false);
@@ -172,7 +167,8 @@ TEST(AuftragListeStatements, DoneFamilyAndReportConnection) {
             "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
             "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
             "T_Auftrag.bErledigt = 0 AND (T_Auftrag.lSoId = 2 OR T_Auftrag.lSoId =0) AND "
-            "T_Auftrag.ErledigtDatum>='" + GermanDate(Date::Today().AddDays(1)) + "'");
+            "T_Auftrag.ErledigtDatum>='" +
+                ztktest::GermanDate(Date::Today().AddDays(1)) + "'");
 
   onJet.ReadWithMsgConn(false, osByOrderReturnOnDate);
   EXPECT_EQ(jet.db->statements.back(),

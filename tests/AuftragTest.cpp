@@ -36,9 +36,9 @@ void CreateWithQuotesEverywhere(CAuftrag& order) {
   order.CreateNew7(4711, 17, Date::FromYmd(2026, 11, 15, 14, 30, 0), "14:30'", 88, sotTechObj,
                    "Tür 'klemmt'", Date::FromYmd(2026, 11, 20), "12'00", Date::FromYmd(2026, 12, 1),
                    "9'00", true, Date::FromYmd(2026, 11, 16), "16'45", 11, 22, 3, 31, 2, 12, 5,
-                   hetTechnik, "W'", "O'Neil", "0711'1", "D'Angelo GmbH", 9, "K'1", "Köln'", "Halle 'B'",
-                   "KST'7", "Rechnung'", true, "Bem'erkung", "Typ'A", Currency::FromScaled(125000),
-                   "Leistung'", "Ver'antwortlich");
+                   hetTechnik, "W'", "O'Neil", "0711'1", "D'Angelo GmbH", 9, "K'1", "Köln'",
+                   "Halle 'B'", "KST'7", "Rechnung'", true, "Bem'erkung", "Typ'A",
+                   Currency::FromScaled(125000), "Leistung'", "Ver'antwortlich");
 }
 
 }  // namespace
@@ -48,8 +48,8 @@ TEST(AuftragRecord, NewObjectHoldsTheDefaults) {
   EXPECT_EQ(order.Id(), 0);
   EXPECT_EQ(order.UId(), "");
   EXPECT_EQ(order.Auftrag(), "");
-  for (Date d : {order.AuftragsDatum(), order.ErledBisDatum(), order.WiederDatum(),
-                 order.ErledigtDatum()}) {
+  for (Date d :
+       {order.AuftragsDatum(), order.ErledBisDatum(), order.WiederDatum(), order.ErledigtDatum()}) {
     EXPECT_EQ(d, NoDate);
   }
   EXPECT_FALSE(order.Erledigt());
@@ -135,7 +135,7 @@ TEST_F(Auftraege, CreateNew7StoresEveryFieldAndReadsItBack) {
   EXPECT_EQ(Count("T_Auftrag", where + " AND lTechObjTerminId = 11 AND lTageFrist = 22"), 1);
   EXPECT_EQ(Count("T_Auftrag", where + " AND bErledigt = -1 AND stAuftragstyp = 'Typ''A'"), 1);
   EXPECT_EQ(Count("T_Auftrag", where + " AND AuftragsDatum = '2026-11-15 14:30:00' AND "
-                                      "ErledBisDatum = '2026-11-20 00:00:00'"),
+                                       "ErledBisDatum = '2026-11-20 00:00:00'"),
             1);
 }
 
@@ -145,16 +145,16 @@ TEST_F(Auftraege, RetiredCreateMethodsShowTheirBoxAndTouchNothing) {
   const Date d = Date::Today();
   order->CreateNew(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
                    "", "", 0, "", "", "");
-  order->CreateNew1(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
-                    "", "", 0, "", "", "", "", "");
-  order->CreateNew2(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
-                    "", "", "", 0, "", "", "", "", "", false);
-  order->CreateNew3(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
-                    "", "", "", 0, "", "", "", "", "", false, "");
-  order->CreateNew4(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
-                    "", "", "", 0, "", "", "", "", "", false, "", "");
-  order->CreateNew5(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, "",
-                    "", "", "", 0, "", "", "", "", "", false, "", "", Currency());
+  order->CreateNew1(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0,
+                    "", "", "", 0, "", "", "", "", "");
+  order->CreateNew2(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0,
+                    "", "", "", "", 0, "", "", "", "", "", false);
+  order->CreateNew3(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0,
+                    "", "", "", "", 0, "", "", "", "", "", false, "");
+  order->CreateNew4(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0,
+                    "", "", "", "", 0, "", "", "", "", "", false, "", "");
+  order->CreateNew5(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0,
+                    "", "", "", "", 0, "", "", "", "", "", false, "", "", Currency());
   order->CreateNew6(1, 1, d, "", 1, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, 0, 0, 0, 0, 0,
                     "", "", "", "", 0, "", "", "", "", "", false, "", "", Currency());
   const std::vector<std::pair<std::string, std::string>> expected = {
@@ -218,7 +218,7 @@ TEST_F(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
   order->Update();
   const std::string where = "lId = " + std::to_string(order->Id());
   EXPECT_EQ(Count("T_Auftrag", where + " AND lTechObjTerminId = 5 AND lTageFrist = 6 AND "
-                                      "stAuftragstyp = 'Störung' AND byAuftragstyp = 9"),
+                                       "stAuftragstyp = 'Störung' AND byAuftragstyp = 9"),
             1);
   CAuftrag again;
   again.ConnectStorage("auf");
@@ -267,10 +267,20 @@ TEST_F(Auftraege, LinkToAReportAndRemoveIt) {
 TEST_F(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
   CreateOrder("auf", {.nr = 3, .vorsatz = "A", .text = "A3"});
   CreateOrder("auf", {.nr = 3, .vorsatz = "B", .text = "B3"});
-  CreateOrder("auf", {.nr = 4, .vorsatz = "A", .obj_id = 55, .obj_typ = sotTechObj,
-                      .herkunft = hetTechnik, .historie = 22, .text = "Wartung"});
-  CreateOrder("auf", {.nr = 5, .erledigt = true, .erledigt_datum = Date::Today(), .obj_id = 55,
-                      .obj_typ = sotTechObj, .herkunft = hetTechnik, .historie = 23});
+  CreateOrder("auf", {.nr = 4,
+                      .vorsatz = "A",
+                      .obj_id = 55,
+                      .obj_typ = sotTechObj,
+                      .herkunft = hetTechnik,
+                      .historie = 22,
+                      .text = "Wartung"});
+  CreateOrder("auf", {.nr = 5,
+                      .erledigt = true,
+                      .erledigt_datum = Date::Today(),
+                      .obj_id = 55,
+                      .obj_typ = sotTechObj,
+                      .herkunft = hetTechnik,
+                      .historie = 23});
 
   auto order = Connected();
   order->ReadByNr(3, "B");
@@ -304,8 +314,8 @@ TEST_F(Auftraege, NullRulesOfTheLoadingTable) {
   auto order = Connected();
 
   // Guarded columns give 0 / "".
-  ztktest::Exec("auf", "UPDATE T_Auftrag SET stErledBisZeit = NULL, lSoId = NULL, stOrt = NULL" +
-                           where);
+  ztktest::Exec("auf",
+                "UPDATE T_Auftrag SET stErledBisZeit = NULL, lSoId = NULL, stOrt = NULL" + where);
   order->ReadById(id);
   EXPECT_EQ(order->ErledBisZeit(), "");
   EXPECT_EQ(order->SoId(), 0);
@@ -321,8 +331,10 @@ TEST_F(Auftraege, NullRulesOfTheLoadingTable) {
   order->Nr(1);
   EXPECT_EQ(ErrorNumberOf([&] { order->ReadById(id); }), 94);
   EXPECT_EQ(order->Nr(), 77);
-  ztktest::Exec("auf", "UPDATE T_Auftrag SET ErledBisDatum = '2026-01-01 00:00:00', "
-                       "lAufGebFaId = NULL" + where);
+  ztktest::Exec("auf",
+                "UPDATE T_Auftrag SET ErledBisDatum = '2026-01-01 00:00:00', "
+                "lAufGebFaId = NULL" +
+                    where);
   EXPECT_EQ(ErrorNumberOf([&] { order->ReadById(id); }), 94);
 }
 

@@ -37,8 +37,8 @@ class Buchungen : public ::testing::Test {
                                       const std::string& einheit = "Stk") {
     auto m = std::make_unique<CMaterial>();
     m->ConnectStorage("buc");
-    m->CreateNew3(auftrag, "Elektro", "Leuchtmittel E27", menge, preis, 1.0, 9, "Material",
-                  "KST-7", einheit, "Hausverwaltung", fremd);
+    m->CreateNew3(auftrag, "Elektro", "Leuchtmittel E27", menge, preis, 1.0, 9, "Material", "KST-7",
+                  einheit, "Hausverwaltung", fremd);
     return m;
   }
   int64_t Count(const std::string& sql) { return ztktest::Scalar("buc", sql).ToLong(); }

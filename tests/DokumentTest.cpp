@@ -24,12 +24,16 @@ class Dokumente : public ::testing::Test {
     return d;
   }
   int64_t Rows(const std::string& where = "1=1") {
-    auto db = detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase();
+    auto db =
+        detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase();
     Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM T_MsgOrderDokument WHERE " + where));
     return rs.Fields("n").ToLong();
   }
   void Exec(const std::string& sql) {
-    detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase()->Execute(sql);
+    detail::DbConnectionRegistry::Instance()
+        .Item(detail::WorkspaceName("dok"))
+        ->GetDatabase()
+        ->Execute(sql);
   }
 
   ztktest::TempDb temp;
@@ -123,7 +127,9 @@ TEST_F(Dokumente, UnconnectedObjectRaises91AndConnectingToNothingChangesNothing)
 }
 
 TEST_F(Dokumente, NullInAKeyColumnRaises94AfterTheEarlierFields) {
-  Exec("INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('n', 5, NULL, NULL, 'x')");
+  Exec(
+      "INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('n', 5, "
+      "NULL, NULL, 'x')");
   CMsgOrderDokument d;
   d.ConnectStorage("dok");
   try {

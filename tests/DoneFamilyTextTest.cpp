@@ -5,6 +5,7 @@
 #include <map>
 
 #include "RecordingDatabase.h"
+#include "TestSupport.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CMeldungListe.h"
 
@@ -239,9 +240,7 @@ void Call(List& list, const std::string& method, Sort sort) {
 std::string BackDate(int16_t kind) {
   const Date back = Date::Today().AddDays(-30);
   if (kind == 1) return "#" + back.IsoText() + "#";
-  char buf[16];
-  std::snprintf(buf, sizeof buf, "%02d.%02d.%04d", back.Day(), back.Month(), back.Year());
-  return buf;
+  return ztktest::GermanDate(back);
 }
 
 }  // namespace

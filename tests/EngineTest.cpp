@@ -11,9 +11,9 @@
 #include "ztkdb/Recordset.h"
 
 using namespace ZTkDb;
-using ztktest::ErrorNumberOf;
 using ZTkDb::detail::QueryDef;
 using ZTkDb::detail::SqliteDatabase;
+using ztktest::ErrorNumberOf;
 
 namespace {
 
@@ -139,8 +139,9 @@ TEST_F(SqliteEngine, ErrorsCarryDaoNumbersAndEngineText) {
 TEST_F(SqliteEngine, OneStatementPerCallNothingExecuted) {
   InsertDocs(1);
   EXPECT_EQ(ErrorNumberOf([&] {
-              Open("SELECT * FROM T_MsgOrderDokument WHERE stPfad = 'x'; DELETE FROM "
-                   "T_MsgOrderDokument; --'");
+              Open(
+                  "SELECT * FROM T_MsgOrderDokument WHERE stPfad = 'x'; DELETE FROM "
+                  "T_MsgOrderDokument; --'");
             }),
             errInvalidStatement);
   EXPECT_EQ(Open("SELECT * FROM T_MsgOrderDokument")->RecordCount(), 1);
@@ -153,7 +154,8 @@ TEST_F(SqliteEngine, DatesCompareAsDatesThroughBothLiteralForms) {
   Exec("INSERT INTO T_Meldung (stUId, MeldeDatum) VALUES ('a', '09.11.2026')");
   Exec("INSERT INTO T_Meldung (stUId, MeldeDatum) VALUES ('b', '10.12.2026')");
   // as text '10.12.2026' < '11.11.2026'; as dates it is later
-  EXPECT_EQ(Open("SELECT * FROM T_Meldung WHERE T_Meldung.MeldeDatum >= '11.11.2026'")->RecordCount(), 1);
+  EXPECT_EQ(
+      Open("SELECT * FROM T_Meldung WHERE T_Meldung.MeldeDatum >= '11.11.2026'")->RecordCount(), 1);
   EXPECT_EQ(Open("SELECT * FROM T_Meldung WHERE T_Meldung.MeldeDatum >= #2026-11-11 00:00:00#")
                 ->RecordCount(),
             1);
@@ -174,12 +176,14 @@ TEST_F(SqliteEngine, TableDefsAppendAddsARequiredColumnWithDefault) {
   fields.Append(field);
   EXPECT_EQ(fields.Item("BYNEU").declared_type, "TINYINT");
   EXPECT_EQ(Open("SELECT byNeu FROM T_Auftrag")->Fields("byNeu").ToByte(), 0);
-  EXPECT_NE(ErrorNumberOf([&] { Exec("INSERT INTO T_Auftrag (stUId, byNeu) VALUES ('n', NULL)"); }), 0);
+  EXPECT_NE(ErrorNumberOf([&] { Exec("INSERT INTO T_Auftrag (stUId, byNeu) VALUES ('n', NULL)"); }),
+            0);
 }
 
 TEST(SqliteOpen, MissingFileIsNotCreated) {
   ztktest::TempDb temp(false);
-  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), false, false); }), errFileNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), false, false); }),
+            errFileNotFound);
   EXPECT_FALSE(std::filesystem::exists(temp.Path()));
 }
 
@@ -200,7 +204,8 @@ TEST(SqliteOpen, AccessAndForeignFilesAreRefusedWithAClearError) {
     std::ofstream out(temp.Path(), std::ios::binary | std::ios::trunc);
     out << std::string(4096, 'x');
   }
-  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), false, false); }), errCannotOpenFile);
+  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), false, false); }),
+            errCannotOpenFile);
 }
 
 TEST(SqliteOpen, ReadOnlyRefusesWrites) {
@@ -213,7 +218,8 @@ TEST(SqliteOpen, ReadOnlyRefusesWrites) {
 TEST(SqliteOpen, ExclusiveLocksOutOtherConnections) {
   ztktest::TempDb temp;
   auto owner = SqliteDatabase::Open(temp.Path(), true, false);
-  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), true, false); }), errCannotOpenFile);
+  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), true, false); }),
+            errCannotOpenFile);
   owner->Close();
   EXPECT_NO_THROW(SqliteDatabase::Open(temp.Path(), true, false));
 }

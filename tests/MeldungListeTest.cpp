@@ -27,25 +27,28 @@ class MeldungListen : public ::testing::Test {
     tkdb.OpenJetDb("mll", temp.Path(), false, false);
     const Date t = Date::Today();
     CreateReport("mll", {.nr = 1, .datum = t.AddDays(-60), .so_id = 4});
-    CreateReport("mll", {.nr = 2, .datum = t.AddDays(-8), .erledigt = true,
-                         .erledigt_datum = t.AddDays(-5)});
-    CreateReport("mll", {.nr = 3, .vorsatz = "S", .datum = t.AddDays(-50), .erledigt = true,
-                         .erledigt_datum = t.AddDays(-45), .so_id = 4});
-    CreateReport("mll", {.nr = 4, .vorsatz = "S", .datum = t.AddDays(-2), .zeit = "14:10",
-                         .so_id = 6, .obj_id = 77, .obj_typ = sotFloor});
+    CreateReport(
+        "mll",
+        {.nr = 2, .datum = t.AddDays(-8), .erledigt = true, .erledigt_datum = t.AddDays(-5)});
+    CreateReport("mll", {.nr = 3,
+                         .vorsatz = "S",
+                         .datum = t.AddDays(-50),
+                         .erledigt = true,
+                         .erledigt_datum = t.AddDays(-45),
+                         .so_id = 4});
+    CreateReport("mll", {.nr = 4,
+                         .vorsatz = "S",
+                         .datum = t.AddDays(-2),
+                         .zeit = "14:10",
+                         .so_id = 6,
+                         .obj_id = 77,
+                         .obj_typ = sotFloor});
     CreateReport("mll", {.nr = 5, .datum = t});
     list.ConnectStorage("mll");
   }
 
-  std::vector<int32_t> Walk() {
-    std::vector<int32_t> nrs;
-    for (auto item = list.MoveFirst(); item; item = list.MoveNext()) nrs.push_back(item->Nr());
-    return nrs;
-  }
-  std::set<int32_t> WalkSet() {
-    auto nrs = Walk();
-    return {nrs.begin(), nrs.end()};
-  }
+  std::vector<int32_t> Walk() { return ztktest::WalkNumbers(list); }
+  std::set<int32_t> WalkSet() { return ztktest::NumberSet(list); }
 
   ztktest::TempDb temp;
   CTkDb tkdb;
@@ -119,8 +122,9 @@ TEST_F(MeldungListen, PeriodsObjectsAndOpenReports) {
   EXPECT_EQ(list.Count(), 0);
 
   // The embedded engine refuses this statement as it has always been sent.
-  EXPECT_EQ(ErrorNumberOf([&] { list.ReadAllInZeitraumDatumZeit(t.AddDays(-2), "14:00", "15:00"); }),
-            3075);
+  EXPECT_EQ(
+      ErrorNumberOf([&] { list.ReadAllInZeitraumDatumZeit(t.AddDays(-2), "14:00", "15:00"); }),
+      3075);
 }
 
 TEST(MeldungListeStatements, DatumZeitOnOdbcAndDoneOnBothKinds) {
@@ -132,10 +136,11 @@ TEST(MeldungListeStatements, DatumZeitOnOdbcAndDoneOnBothKinds) {
   onOdbc.ConnectStorage("recM2");
 
   onJet.ReadAllInZeitraumDatumZeit(Date::FromYmd(2026, 11, 15), "08:00", "12:00");
-  EXPECT_EQ(jet.db->statements.back(),
-            "SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.MeldeDatum = #2026-11-15 00:00:00#   "
-            "ANDT_Meldung.stMeldeZeit >= 08:00 AND T_Meldung.stMeldeZeit <= 12:00 ORDER BY "
-            "T_Meldung.lNr");
+  EXPECT_EQ(
+      jet.db->statements.back(),
+      "SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.MeldeDatum = #2026-11-15 00:00:00#   "
+      "ANDT_Meldung.stMeldeZeit >= 08:00 AND T_Meldung.stMeldeZeit <= 12:00 ORDER BY "
+      "T_Meldung.lNr");
   onOdbc.ReadAllInZeitraumDatumZeit(Date::FromYmd(2026, 11, 15), "08:00", "12:00");
   EXPECT_EQ(odbc.db->statements.back(),
             "SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.MeldeDatum = '15.11.2026'  AND "
@@ -146,15 +151,14 @@ TEST(MeldungListeStatements, DatumZeitOnOdbcAndDoneOnBothKinds) {
   onJet.ReadByDone(false);
   EXPECT_EQ(jet.db->statements.back(),
             "SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.bErledigt = 0 AND "
-            "T_Meldung.ErledigtDatum >= #" + back30.IsoText() + "#");
+            "T_Meldung.ErledigtDatum >= #" +
+                back30.IsoText() + "#");
   const Date back7 = Date::Today().AddDays(-7);
-  char german[16];
-  std::snprintf(german, sizeof german, "%02d.%02d.%04d", back7.Day(), back7.Month(), back7.Year());
   onOdbc.ReadByDone(true, msByMsgReturnOnDate, 7);
   EXPECT_EQ(odbc.db->statements.back(),
-            std::string("SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.bErledigt = 1 AND "
-                        "T_Meldung.ErledigtDatum >= '") +
-                german + "' ORDER BY T_Meldung.WiederDatum");
+            "SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.bErledigt = 1 AND "
+            "T_Meldung.ErledigtDatum >= '" +
+                ztktest::GermanDate(back7) + "' ORDER BY T_Meldung.WiederDatum");
 
   // "= 0" in the sorted Jet site texts, "=0" elsewhere; the double blank of
   // the sorted Jet prefix text.

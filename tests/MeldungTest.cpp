@@ -101,8 +101,8 @@ TEST_F(Meldungen, CreateNew4StoresEveryFieldAndReadsItBack) {
 TEST_F(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
   auto report = Connected();
   const Date d = Date::Today();
-  report->CreateNew(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "", "",
-                    "", "", "");
+  report->CreateNew(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "",
+                    "", "", "", "");
   report->CreateNew1(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "",
                      "", "", "", "", "");
   report->CreateNew2(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "",
@@ -166,8 +166,10 @@ TEST_F(Meldungen, NullRulesOfTheLoadingTable) {
   const std::string where = " WHERE lId = " + std::to_string(id);
   auto report = Connected();
 
-  ztktest::Exec("mel", "UPDATE T_Meldung SET stMelder = NULL, stMeldeZeit = NULL, lGebId = NULL, "
-                       "lSoId = NULL, byGebTyp = NULL, byHerkunft = NULL, stOrt = NULL" + where);
+  ztktest::Exec("mel",
+                "UPDATE T_Meldung SET stMelder = NULL, stMeldeZeit = NULL, lGebId = NULL, "
+                "lSoId = NULL, byGebTyp = NULL, byHerkunft = NULL, stOrt = NULL" +
+                    where);
   report->ReadById(id);
   EXPECT_EQ(report->Melder(), "");
   EXPECT_EQ(report->MeldeZeit(), "");
@@ -183,8 +185,10 @@ TEST_F(Meldungen, NullRulesOfTheLoadingTable) {
   EXPECT_EQ(report->Meldung(), "alter Text");
 
   // A Null report date fails after the first six fields are filled.
-  ztktest::Exec("mel", "UPDATE T_Meldung SET lNr = 31, stMelder = 'Neu', lMelderFaId = 8, "
-                       "stMelderTel = '0800', MeldeDatum = NULL, lObjId = 999" + where);
+  ztktest::Exec("mel",
+                "UPDATE T_Meldung SET lNr = 31, stMelder = 'Neu', lMelderFaId = 8, "
+                "stMelderTel = '0800', MeldeDatum = NULL, lObjId = 999" +
+                    where);
   report->ObjId(1);
   EXPECT_EQ(ErrorNumberOf([&] { report->ReadById(id); }), 94);
   EXPECT_EQ(report->Nr(), 31);

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "TestSupport.h"
-
 #include <cmath>
 #include <limits>
 
+#include "TestSupport.h"
 #include "runtime/Numbers.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
@@ -55,8 +54,8 @@ TEST(Date, ParsesGermanAndIsoTextsOnly) {
   EXPECT_EQ(d, Date::FromYmd(2026, 3, 5, 7, 8, 9));
   ASSERT_TRUE(Date::TryParse("2026-03-05T07:08", d));
   EXPECT_EQ(d, Date::FromYmd(2026, 3, 5, 7, 8, 0));
-  for (const char* bad : {"", "31.02.2026", "5.3.26", "2026/03/05", "05.03.2026 25:00", "abc",
-                          "05.03.2026x"}) {
+  for (const char* bad :
+       {"", "31.02.2026", "5.3.26", "2026/03/05", "05.03.2026 25:00", "abc", "05.03.2026x"}) {
     EXPECT_FALSE(Date::TryParse(bad, d)) << bad;
   }
   EXPECT_EQ(ErrorNumberOf([] { Date::FromYmd(2026, 2, 29); }), errTypeMismatch);
@@ -70,7 +69,7 @@ TEST(Date, AddDaysCrossesMonthsAndYears) {
 TEST(Currency, ExactToFourDecimalsWithHalfEvenRounding) {
   EXPECT_EQ(Currency::FromDouble(0.1).Scaled(), 1000);
   EXPECT_EQ(Currency::FromDouble(123456789.1234).Scaled(), 1234567891234);
-  EXPECT_EQ(Currency::FromDouble(0.00005).Scaled(), 0);   // half to even
+  EXPECT_EQ(Currency::FromDouble(0.00005).Scaled(), 0);  // half to even
   EXPECT_EQ(Currency::FromDouble(-0.00005).Scaled(), 0);
   EXPECT_EQ(Currency::FromDouble(-2.25).Scaled(), -22500);
   EXPECT_EQ(ErrorNumberOf([] { Currency::FromDouble(1e16); }), errOverflow);

@@ -39,25 +39,29 @@ TEST(DokumentStatements, ExactTextsOnBothKinds) {
     ASSERT_EQ(client.db->statements.size(), 2u);
     const std::string& insert = client.db->statements[0];
     const std::string uid = insert.substr(insert.find("VALUES ('") + 9, 31);
-    EXPECT_EQ(insert,
-              "INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('" +
-                  uid + "', 3, 4, 'C:\\O''Neil', 'a''b.pdf');");
-    EXPECT_EQ(client.db->statements[1],
-              "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.stUId = '" +
-                  uid + "';");
+    EXPECT_EQ(
+        insert,
+        "INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('" +
+            uid + "', 3, 4, 'C:\\O''Neil', 'a''b.pdf');");
+    EXPECT_EQ(
+        client.db->statements[1],
+        "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.stUId = '" +
+            uid + "';");
 
     client.db->next_rows = DokumentRow(12, "OLD");
     d.ReadById(12);
-    EXPECT_EQ(client.db->statements.back(),
-              "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.lId = 12;");
+    EXPECT_EQ(
+        client.db->statements.back(),
+        "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.lId = 12;");
     d.Pfad("neu");
     d.Update();
     const std::string& update = client.db->statements.back();
     const std::string newUid = d.UId();
-    EXPECT_EQ(update, "UPDATE T_MsgOrderDokument SET T_MsgOrderDokument.stUId = '" + newUid +
-                          "', T_MsgOrderDokument.lMsgId = 1, T_MsgOrderDokument.lOrderId = 2, "
-                          "T_MsgOrderDokument.stPfad = 'neu', T_MsgOrderDokument.stDatei = 'f' WHERE "
-                          "((T_MsgOrderDokument.lId=12) AND (T_MsgOrderDokument.stUId='OLD'));");
+    EXPECT_EQ(update,
+              "UPDATE T_MsgOrderDokument SET T_MsgOrderDokument.stUId = '" + newUid +
+                  "', T_MsgOrderDokument.lMsgId = 1, T_MsgOrderDokument.lOrderId = 2, "
+                  "T_MsgOrderDokument.stPfad = 'neu', T_MsgOrderDokument.stDatei = 'f' WHERE "
+                  "((T_MsgOrderDokument.lId=12) AND (T_MsgOrderDokument.stUId='OLD'));");
     d.Delete();
     EXPECT_EQ(client.db->statements.back(),
               kind == 1 ? "DELETE T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE "
@@ -83,10 +87,11 @@ TEST(DokumentStatements, ListQueries) {
   list.ReadByOrderId(0);
   list.ReadByMsgId(-5);
   EXPECT_EQ(client.db->statements,
-            (std::vector<std::string>{
-                "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument;",
-                "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.lOrderId = 0",
-                "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE T_MsgOrderDokument.lMsgId = -5"}));
+            (std::vector<std::string>{"SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument;",
+                                      "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE "
+                                      "T_MsgOrderDokument.lOrderId = 0",
+                                      "SELECT T_MsgOrderDokument.* FROM T_MsgOrderDokument WHERE "
+                                      "T_MsgOrderDokument.lMsgId = -5"}));
 }
 
 TEST(ListCursor, RepeatedRowIdEndsTheQueryOnTheDuplicateRow) {
@@ -102,8 +107,9 @@ TEST(ListCursor, RepeatedRowIdEndsTheQueryOnTheDuplicateRow) {
   cursor.ConnectStorage("dup");
   // Each document joined with two copies: lIds 1, 1, 2, 2.
   try {
-    cursor.RunQuery("test", "SELECT d.* FROM T_MsgOrderDokument d JOIN (SELECT 1 AS k UNION ALL SELECT 2) "
-                            "ORDER BY d.lId, k");
+    cursor.RunQuery("test",
+                    "SELECT d.* FROM T_MsgOrderDokument d JOIN (SELECT 1 AS k UNION ALL SELECT 2) "
+                    "ORDER BY d.lId, k");
     FAIL() << "duplicate accepted";
   } catch (const Error& e) {
     EXPECT_EQ(e.Number(), errDuplicateKeyInCollection);

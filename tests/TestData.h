@@ -28,8 +28,7 @@ struct OrderSpec {
   ZTkDb::Date wieder = ZTkDb::NoDate;
 };
 
-inline std::unique_ptr<ZTkDb::CAuftrag> CreateOrder(const std::string& client,
-                                                    const OrderSpec& s) {
+inline std::unique_ptr<ZTkDb::CAuftrag> CreateOrder(const std::string& client, const OrderSpec& s) {
   auto order = std::make_unique<ZTkDb::CAuftrag>();
   order->ConnectStorage(client);
   order->CreateNew7(s.nr, 17, s.datum, "08:15", s.obj_id, s.obj_typ, s.text, s.erled_bis, "",
@@ -60,8 +59,8 @@ inline std::unique_ptr<ZTkDb::CMeldung> CreateReport(const std::string& client,
   report->ConnectStorage(client);
   report->CreateNew4(s.nr, "Frau Krause", 3, "0711 100", s.datum, s.zeit, s.obj_id, s.obj_typ,
                      s.text, ZTkDb::NoDate, "", ZTkDb::NoDate, "", s.erledigt, s.erledigt_datum, "",
-                     1, 12, s.so_id, ZTkDb::hetTikora, s.vorsatz, "Meier", "0711 4711",
-                     "Stuttgart", "Raum 2.14", "", "krause@example.org", "Reparatur", "Schulz");
+                     1, 12, s.so_id, ZTkDb::hetTikora, s.vorsatz, "Meier", "0711 4711", "Stuttgart",
+                     "Raum 2.14", "", "krause@example.org", "Reparatur", "Schulz");
   return report;
 }
 

@@ -2,9 +2,11 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,9 +14,10 @@
 #include "connection/DbDialect.h"
 #include "connection/ModuleSchema.h"
 #include "engine/Database.h"
-#include "ztkdb/Recordset.h"
+#include "ztkdb/Date.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
+#include "ztkdb/Recordset.h"
 
 namespace ztktest {
 
@@ -56,12 +59,34 @@ inline std::shared_ptr<ZTkDb::detail::Database> EngineOf(const std::string& clie
       .Item(ZTkDb::detail::WorkspaceName(client))
       ->GetDatabase();
 }
-inline void Exec(const std::string& client, const std::string& sql) { EngineOf(client)->Execute(sql); }
+inline void Exec(const std::string& client, const std::string& sql) {
+  EngineOf(client)->Execute(sql);
+}
 // The first column of the first row of `sql`.
 inline ZTkDb::Variant Scalar(const std::string& client, const std::string& sql) {
   auto db = EngineOf(client);
   ZTkDb::Recordset rs(db, "", db->Query(sql));
   return rs.Fields(0);
+}
+
+// The numbers (Nr) of a list's rows in cursor order, walked from the first.
+template <typename List>
+std::vector<int32_t> WalkNumbers(List& list) {
+  std::vector<int32_t> nrs;
+  for (auto item = list.MoveFirst(); item; item = list.MoveNext()) nrs.push_back(item->Nr());
+  return nrs;
+}
+template <typename List>
+std::set<int32_t> NumberSet(List& list) {
+  auto nrs = WalkNumbers(list);
+  return {nrs.begin(), nrs.end()};
+}
+
+// "dd.mm.yyyy", the date form of the ODBC filters.
+inline std::string GermanDate(ZTkDb::Date d) {
+  char buf[16];
+  std::snprintf(buf, sizeof buf, "%02d.%02d.%04d", d.Day(), d.Month(), d.Year());
+  return buf;
 }
 
 // Collects the message boxes shown while it lives.

@@ -249,11 +249,8 @@ struct CAuftrag::Impl {
   }
 };
 
-CAuftrag::CAuftrag() : impl_(std::make_unique<Impl>()) {}
-CAuftrag::~CAuftrag() = default;
+ZTKDB_RECORD_MEMBERS(CAuftrag)
 
-int32_t CAuftrag::Id() const { return impl_->record.core.F().id; }
-const std::string& CAuftrag::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CAuftrag, Nr, int32_t, nr)
 ZTKDB_VALUE_PROPERTY(CAuftrag, AnsprechId, int32_t, ansprech_id)
 ZTKDB_VALUE_PROPERTY(CAuftrag, GebTyp, uint8_t, geb_typ)
@@ -296,11 +293,6 @@ ZTKDB_VALUE_PROPERTY(CAuftrag, Kosten, Currency, kosten)
 ZTKDB_VALUE_PROPERTY(CAuftrag, SoId, int32_t, so_id)
 ZTKDB_TEXT_PROPERTY(CAuftrag, Leistungsart, leistungsart)
 ZTKDB_TEXT_PROPERTY(CAuftrag, Verantwortlicher, verantwortlicher)
-
-void CAuftrag::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CAuftrag.ConnectStorage",
-                [&] { impl_->record.core.ConnectStorage(stClientName); });
-}
 
 // The retired creation methods: hosts still call them, so each names its
 // successor (texts and titles exactly as users have always seen them).
@@ -457,11 +449,6 @@ void CAuftrag::DisConnectFromMsg() {
   });
 }
 
-void CAuftrag::ReadById(int32_t lId) {
-  constexpr const char* kMember = "CAuftrag.ReadById";
-  detail::Guard(kMember, [&] { impl_->record.ReadById(kMember, lId); });
-}
-
 void CAuftrag::ReadByObjHist(int32_t lObjId, int32_t lHistId) {
   constexpr const char* kMember = "CAuftrag.ReadByObjHist";
   detail::Guard(kMember, [&] {
@@ -488,21 +475,11 @@ void CAuftrag::ReadByNrOhneVorsatz(int32_t lNr) {
   });
 }
 
-void CAuftrag::Update() {
-  detail::Guard("CAuftrag.Update", [&] { impl_->record.Update("CAuftrag.Update"); });
-}
-
-void CAuftrag::Delete() {
-  detail::Guard("CAuftrag.Delete", [&] { impl_->record.Delete("CAuftrag.Delete"); });
-}
-
 int32_t CAuftrag::GetLastNr() {
   constexpr const char* kMember = "CAuftrag.GetLastNr";
   return detail::Guard(kMember, [&] {
     return impl_->record.LastNumber(kMember, impl_->record.Statement(kLastNr).Text());
   });
 }
-
-void CAuftrag::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

@@ -136,11 +136,8 @@ struct CLeistung::Impl {
   detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
 };
 
-CLeistung::CLeistung() : impl_(std::make_unique<Impl>()) {}
-CLeistung::~CLeistung() = default;
+ZTKDB_RECORD_MEMBERS(CLeistung)
 
-int32_t CLeistung::Id() const { return impl_->record.core.F().id; }
-const std::string& CLeistung::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CLeistung, AuftragId, int32_t, auftrag_id)
 ZTKDB_VALUE_PROPERTY(CLeistung, AuftragNehmerId, int32_t, auftrag_nehmer_id)
 ZTKDB_VALUE_PROPERTY(CLeistung, AusfDatum, Date, ausf_datum)
@@ -161,11 +158,6 @@ ZTKDB_TEXT_PROPERTY(CLeistung, Leistart, leistart)
 ZTKDB_TEXT_PROPERTY(CLeistung, RechnEmpf, rechn_empf)
 ZTKDB_VALUE_PROPERTY(CLeistung, AnsprechId, int32_t, ansprech_id)
 ZTKDB_VALUE_PROPERTY(CLeistung, Fremdleistung, bool, fremdleistung)
-
-void CLeistung::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CLeistung.ConnectStorage",
-                [&] { impl_->record.core.ConnectStorage(stClientName); });
-}
 
 void CLeistung::CreateNew(int32_t, int32_t, Date, const std::string&, int32_t, double, Currency,
                           double, double, Currency, const std::string&, int32_t, const std::string&,
@@ -208,19 +200,5 @@ void CLeistung::CreateNew1(int32_t lAuftragId, int32_t lAuftragNehmerId, Date Au
     impl_->record.Create("CLeistung.CreateNew1", row);
   });
 }
-
-void CLeistung::ReadById(int32_t lId) {
-  detail::Guard("CLeistung.ReadById", [&] { impl_->record.ReadById("CLeistung.ReadById", lId); });
-}
-
-void CLeistung::Update() {
-  detail::Guard("CLeistung.Update", [&] { impl_->record.Update("CLeistung.Update"); });
-}
-
-void CLeistung::Delete() {
-  detail::Guard("CLeistung.Delete", [&] { impl_->record.Delete("CLeistung.Delete"); });
-}
-
-void CLeistung::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

@@ -128,11 +128,8 @@ struct CMaterial::Impl {
                                 LastValues()};
 };
 
-CMaterial::CMaterial() : impl_(std::make_unique<Impl>()) {}
-CMaterial::~CMaterial() = default;
+ZTKDB_RECORD_MEMBERS(CMaterial)
 
-int32_t CMaterial::Id() const { return impl_->record.core.F().id; }
-const std::string& CMaterial::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CMaterial, AuftragId, int32_t, auftrag_id)
 ZTKDB_TEXT_PROPERTY(CMaterial, Bezeichnung, bezeichnung)
 ZTKDB_VALUE_PROPERTY(CMaterial, Menge, double, menge)
@@ -149,11 +146,6 @@ void CMaterial::Einheit(const std::string&) {
   // unit the booking was loaded with.
 }
 ZTKDB_TEXT_PROPERTY(CMaterial, MatKlasse, mat_klasse)
-
-void CMaterial::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CMaterial.ConnectStorage",
-                [&] { impl_->record.core.ConnectStorage(stClientName); });
-}
 
 void CMaterial::CreateNew(int32_t, const std::string&, double, Currency, double, int32_t,
                           const std::string&, const std::string&, const std::string&) {
@@ -196,19 +188,5 @@ void CMaterial::CreateNew3(int32_t lAuftragId, const std::string& stMatKlasse,
     impl_->record.Create("CMaterial.CreateNew3", row);
   });
 }
-
-void CMaterial::ReadById(int32_t lId) {
-  detail::Guard("CMaterial.ReadById", [&] { impl_->record.ReadById("CMaterial.ReadById", lId); });
-}
-
-void CMaterial::Update() {
-  detail::Guard("CMaterial.Update", [&] { impl_->record.Update("CMaterial.Update"); });
-}
-
-void CMaterial::Delete() {
-  detail::Guard("CMaterial.Delete", [&] { impl_->record.Delete("CMaterial.Delete"); });
-}
-
-void CMaterial::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

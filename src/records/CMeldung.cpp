@@ -183,11 +183,8 @@ struct CMeldung::Impl {
   detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
 };
 
-CMeldung::CMeldung() : impl_(std::make_unique<Impl>()) {}
-CMeldung::~CMeldung() = default;
+ZTKDB_RECORD_MEMBERS(CMeldung)
 
-int32_t CMeldung::Id() const { return impl_->record.core.F().id; }
-const std::string& CMeldung::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CMeldung, Nr, int32_t, nr)
 ZTKDB_TEXT_PROPERTY(CMeldung, Melder, melder)
 ZTKDB_VALUE_PROPERTY(CMeldung, MelderFaId, int32_t, melder_fa_id)
@@ -220,11 +217,6 @@ ZTKDB_TEXT_PROPERTY(CMeldung, Bemerkung, bemerkung)
 ZTKDB_TEXT_PROPERTY(CMeldung, Email, email)
 ZTKDB_TEXT_PROPERTY(CMeldung, Leistungsart, leistungsart)
 ZTKDB_TEXT_PROPERTY(CMeldung, Verantwortlicher, verantwortlicher)
-
-void CMeldung::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CMeldung.ConnectStorage",
-                [&] { impl_->record.core.ConnectStorage(stClientName); });
-}
 
 // The retired creation methods: hosts still call them, so each names the
 // version after it.
@@ -308,11 +300,6 @@ void CMeldung::CreateNew4(
   });
 }
 
-void CMeldung::ReadById(int32_t lId) {
-  constexpr const char* kMember = "CMeldung.ReadById";
-  detail::Guard(kMember, [&] { impl_->record.ReadById(kMember, lId); });
-}
-
 void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   constexpr const char* kMember = "CMeldung.ReadByNr";
   detail::Guard(kMember, [&] {
@@ -323,14 +310,6 @@ void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
                                            .Replace("#stNrVorsatz#", stVorsatz)
                                            .Text());
   });
-}
-
-void CMeldung::Update() {
-  detail::Guard("CMeldung.Update", [&] { impl_->record.Update("CMeldung.Update"); });
-}
-
-void CMeldung::Delete() {
-  detail::Guard("CMeldung.Delete", [&] { impl_->record.Delete("CMeldung.Delete"); });
 }
 
 int32_t CMeldung::GetLastNr() {
@@ -348,7 +327,5 @@ int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
         impl_->record.Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz).Text());
   });
 }
-
-void CMeldung::LoadFromRecordset(Recordset& rs) { impl_->record.core.LoadFromRecordset(rs); }
 
 }  // namespace ZTkDb

@@ -70,20 +70,12 @@ struct CMsgOrderDokument::Impl {
   detail::TableRecord<DokumentFields> record{kStatements, LoadOrder(), RowValues()};
 };
 
-CMsgOrderDokument::CMsgOrderDokument() : impl_(std::make_unique<Impl>()) {}
-CMsgOrderDokument::~CMsgOrderDokument() = default;
+ZTKDB_RECORD_MEMBERS(CMsgOrderDokument)
 
-int32_t CMsgOrderDokument::Id() const { return impl_->record.core.F().id; }
-const std::string& CMsgOrderDokument::UId() const { return impl_->record.core.F().uid; }
 ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, MsgId, int32_t, msg_id)
 ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, OrderId, int32_t, order_id)
 ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Pfad, pfad)
 ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Datei, datei)
-
-void CMsgOrderDokument::ConnectStorage(const std::string& stClientName) {
-  detail::Guard("CMsgOrderDokument.ConnectStorage",
-                [&] { impl_->record.core.ConnectStorage(stClientName); });
-}
 
 void CMsgOrderDokument::CreateNew(int32_t lMsgId, int32_t lOrderId, const std::string& stPfad,
                                   const std::string& stDatei) {
@@ -95,25 +87,6 @@ void CMsgOrderDokument::CreateNew(int32_t lMsgId, int32_t lOrderId, const std::s
     row.datei = stDatei;
     impl_->record.Create("CMsgOrderDokument.CreateNew", row);
   });
-}
-
-void CMsgOrderDokument::ReadById(int32_t lId) {
-  detail::Guard("CMsgOrderDokument.ReadById",
-                [&] { impl_->record.ReadById("CMsgOrderDokument.ReadById", lId); });
-}
-
-void CMsgOrderDokument::Update() {
-  detail::Guard("CMsgOrderDokument.Update",
-                [&] { impl_->record.Update("CMsgOrderDokument.Update"); });
-}
-
-void CMsgOrderDokument::Delete() {
-  detail::Guard("CMsgOrderDokument.Delete",
-                [&] { impl_->record.Delete("CMsgOrderDokument.Delete"); });
-}
-
-void CMsgOrderDokument::LoadFromRecordset(Recordset& rs) {
-  impl_->record.core.LoadFromRecordset(rs);
 }
 
 }  // namespace ZTkDb
