@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
 #include "ztkdb/CAuftrag.h"
@@ -13,9 +14,9 @@ using ztktest::OrderSpec;
 
 namespace {
 
-class Auftraege : public ::testing::Test {
+class Auftraege : public ::testing::TestWithParam<ztktest::Engine> {
  protected:
-  void SetUp() override { tkdb.OpenJetDb("auf", temp.Path(), false, false); }
+  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "auf"); }
 
   std::unique_ptr<CAuftrag> Connected() {
     auto order = std::make_unique<CAuftrag>();
@@ -26,7 +27,7 @@ class Auftraege : public ::testing::Test {
     return ztktest::Scalar("auf", "SELECT count(*) FROM " + table + " WHERE " + where).ToLong();
   }
 
-  ztktest::TempDb temp;
+  ztktest::EngineDb db{GetParam()};
   CTkDb tkdb;
   ztktest::CapturedBoxes boxes;
 };
@@ -42,6 +43,8 @@ void CreateWithQuotesEverywhere(CAuftrag& order) {
 }
 
 }  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Engines, Auftraege, ztktest::AllEngines(), ztktest::EngineName);
 
 TEST(AuftragRecord, NewObjectHoldsTheDefaults) {
   CAuftrag order;
@@ -79,7 +82,7 @@ TEST(AuftragRecord, UnconnectedMembersRaise91ButRetiredOnesOnlyShowTheirBox) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Auftraege, CreateNew7StoresEveryFieldAndReadsItBack) {
+TEST_P(Auftraege, CreateNew7StoresEveryFieldAndReadsItBack) {
   auto order = Connected();
   CreateWithQuotesEverywhere(*order);
   ASSERT_GT(order->Id(), 0);
@@ -133,13 +136,15 @@ TEST_F(Auftraege, CreateNew7StoresEveryFieldAndReadsItBack) {
   // The two renamed columns, and the engine's form of a true flag.
   const std::string where = "lId = " + std::to_string(order->Id());
   EXPECT_EQ(Count("T_Auftrag", where + " AND lTechObjTerminId = 11 AND lTageFrist = 22"), 1);
-  EXPECT_EQ(Count("T_Auftrag", where + " AND bErledigt = -1 AND stAuftragstyp = 'Typ''A'"), 1);
+  EXPECT_EQ(Count("T_Auftrag",
+                  where + " AND bErledigt = " + db.TrueText() + " AND stAuftragstyp = 'Typ''A'"),
+            1);
   EXPECT_EQ(Count("T_Auftrag", where + " AND AuftragsDatum = '2026-11-15 14:30:00' AND "
                                        "ErledBisDatum = '2026-11-20 00:00:00'"),
             1);
 }
 
-TEST_F(Auftraege, RetiredCreateMethodsShowTheirBoxAndTouchNothing) {
+TEST_P(Auftraege, RetiredCreateMethodsShowTheirBoxAndTouchNothing) {
   auto order = CreateOrder("auf", {.nr = 5});
   const int32_t id = order->Id();
   const Date d = Date::Today();
@@ -173,7 +178,7 @@ TEST_F(Auftraege, RetiredCreateMethodsShowTheirBoxAndTouchNothing) {
   EXPECT_EQ(order->Nr(), 5);
 }
 
-TEST_F(Auftraege, SecondWriterOfTheSameRowGetsTheUpdateBoxAndChangesNothing) {
+TEST_P(Auftraege, SecondWriterOfTheSameRowGetsTheUpdateBoxAndChangesNothing) {
   const int32_t id = CreateOrder("auf", {.nr = 1})->Id();
   auto first = Connected();
   auto second = Connected();
@@ -206,7 +211,7 @@ TEST_F(Auftraege, SecondWriterOfTheSameRowGetsTheUpdateBoxAndChangesNothing) {
   EXPECT_EQ(boxes.boxes.size(), 2u);
 }
 
-TEST_F(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
+TEST_P(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
   auto order = CreateOrder("auf", {});
   order->ObjAufgabeId(5);
   order->ObjHistorieId(6);
@@ -229,7 +234,7 @@ TEST_F(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
   EXPECT_EQ(again.UId(), order->UId());
 }
 
-TEST_F(Auftraege, GetLastNrIsTheMaximumOverAllPrefixes) {
+TEST_P(Auftraege, GetLastNrIsTheMaximumOverAllPrefixes) {
   auto order = Connected();
   EXPECT_EQ(order->GetLastNr(), 0);
   CreateOrder("auf", {.nr = 7, .vorsatz = "A"});
@@ -239,7 +244,7 @@ TEST_F(Auftraege, GetLastNrIsTheMaximumOverAllPrefixes) {
   EXPECT_EQ(order->Id(), 0);
 }
 
-TEST_F(Auftraege, LinkToAReportAndRemoveIt) {
+TEST_P(Auftraege, LinkToAReportAndRemoveIt) {
   auto order = CreateOrder("auf", {});
   order->Connect2Msg(7);
   EXPECT_EQ(order->MeldungId(), 7);
@@ -264,7 +269,7 @@ TEST_F(Auftraege, LinkToAReportAndRemoveIt) {
   EXPECT_EQ(Count("T_AuftragMeldung"), 2);
 }
 
-TEST_F(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
+TEST_P(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
   CreateOrder("auf", {.nr = 3, .vorsatz = "A", .text = "A3"});
   CreateOrder("auf", {.nr = 3, .vorsatz = "B", .text = "B3"});
   CreateOrder("auf", {.nr = 4,
@@ -301,14 +306,14 @@ TEST_F(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
   EXPECT_EQ(order->MeldungId(), 0);
 }
 
-TEST_F(Auftraege, HostilePrefixCannotRunASecondStatement) {
+TEST_P(Auftraege, HostilePrefixCannotRunASecondStatement) {
   CreateOrder("auf", {.nr = 3});
   auto order = Connected();
   EXPECT_EQ(ErrorNumberOf([&] { order->ReadByNr(3, "x'; DELETE FROM T_Auftrag; --"); }), 3129);
   EXPECT_EQ(Count("T_Auftrag"), 1);
 }
 
-TEST_F(Auftraege, NullRulesOfTheLoadingTable) {
+TEST_P(Auftraege, NullRulesOfTheLoadingTable) {
   const int32_t id = CreateOrder("auf", {.text = "alter Text"})->Id();
   const std::string where = " WHERE lId = " + std::to_string(id);
   auto order = Connected();
@@ -338,7 +343,7 @@ TEST_F(Auftraege, NullRulesOfTheLoadingTable) {
   EXPECT_EQ(ErrorNumberOf([&] { order->ReadById(id); }), 94);
 }
 
-TEST_F(Auftraege, ReadByIdOfAnUnknownIdClearsWithoutError) {
+TEST_P(Auftraege, ReadByIdOfAnUnknownIdClearsWithoutError) {
   auto order = CreateOrder("auf", {});
   order->Connect2Msg(4);
   order->ReadById(order->Id() + 100);

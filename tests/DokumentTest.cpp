@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Engines.h"
 #include "TestSupport.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
@@ -12,9 +13,9 @@ using namespace ZTkDb;
 
 namespace {
 
-class Dokumente : public ::testing::Test {
+class Dokumente : public ::testing::TestWithParam<ztktest::Engine> {
  protected:
-  void SetUp() override { tkdb.OpenJetDb("dok", temp.Path(), false, false); }
+  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "dok"); }
 
   std::unique_ptr<CMsgOrderDokument> Create(int32_t msg, int32_t order, const std::string& pfad,
                                             const std::string& datei) {
@@ -24,26 +25,21 @@ class Dokumente : public ::testing::Test {
     return d;
   }
   int64_t Rows(const std::string& where = "1=1") {
-    auto db =
-        detail::DbConnectionRegistry::Instance().Item(detail::WorkspaceName("dok"))->GetDatabase();
-    Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM T_MsgOrderDokument WHERE " + where));
-    return rs.Fields("n").ToLong();
+    return ztktest::Scalar("dok", "SELECT count(*) AS n FROM T_MsgOrderDokument WHERE " + where)
+        .ToLong();
   }
-  void Exec(const std::string& sql) {
-    detail::DbConnectionRegistry::Instance()
-        .Item(detail::WorkspaceName("dok"))
-        ->GetDatabase()
-        ->Execute(sql);
-  }
+  void Exec(const std::string& sql) { ztktest::Exec("dok", sql); }
 
-  ztktest::TempDb temp;
+  ztktest::EngineDb db{GetParam()};
   CTkDb tkdb;
   ztktest::CapturedBoxes boxes;
 };
 
 }  // namespace
 
-TEST_F(Dokumente, CreateReadsBackTheDatabaseKeyAndTheInsertedUId) {
+INSTANTIATE_TEST_SUITE_P(Engines, Dokumente, ztktest::AllEngines(), ztktest::EngineName);
+
+TEST_P(Dokumente, CreateReadsBackTheDatabaseKeyAndTheInsertedUId) {
   auto first = Create(3, 0, "/srv/docs", "a.pdf");
   auto second = Create(0, 9, "C:\\Ablage\\O'Neil's", "Bericht 'final'.docx");
   EXPECT_GT(first->Id(), 0);
@@ -62,7 +58,7 @@ TEST_F(Dokumente, CreateReadsBackTheDatabaseKeyAndTheInsertedUId) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Dokumente, ReadOfAMissingIdClearsWithoutError) {
+TEST_P(Dokumente, ReadOfAMissingIdClearsWithoutError) {
   auto d = Create(1, 2, "p", "f");
   d->ReadById(987654);
   EXPECT_EQ(d->Id(), 0);
@@ -71,7 +67,7 @@ TEST_F(Dokumente, ReadOfAMissingIdClearsWithoutError) {
   EXPECT_EQ(d->MsgId(), 0);
 }
 
-TEST_F(Dokumente, SecondConcurrentUpdateShowsTheBoxAndChangesNothing) {
+TEST_P(Dokumente, SecondConcurrentUpdateShowsTheBoxAndChangesNothing) {
   auto mine = Create(1, 2, "p", "alt.txt");
   CMsgOrderDokument theirs;
   theirs.ConnectStorage("dok");
@@ -99,7 +95,7 @@ TEST_F(Dokumente, SecondConcurrentUpdateShowsTheBoxAndChangesNothing) {
   EXPECT_EQ(boxes.boxes.size(), 2u);
 }
 
-TEST_F(Dokumente, DeleteRemovesTheRowAndClears) {
+TEST_P(Dokumente, DeleteRemovesTheRowAndClears) {
   auto d = Create(1, 2, "p", "f");
   const int32_t id = d->Id();
   d->Delete();
@@ -111,7 +107,7 @@ TEST_F(Dokumente, DeleteRemovesTheRowAndClears) {
   EXPECT_TRUE(boxes.boxes.empty());
 }
 
-TEST_F(Dokumente, UnconnectedObjectRaises91AndConnectingToNothingChangesNothing) {
+TEST_P(Dokumente, UnconnectedObjectRaises91AndConnectingToNothingChangesNothing) {
   CMsgOrderDokument d;
   d.ConnectStorage("");
   d.ConnectStorage("unbekannt");
@@ -126,7 +122,7 @@ TEST_F(Dokumente, UnconnectedObjectRaises91AndConnectingToNothingChangesNothing)
   EXPECT_EQ(d.Id(), 0);
 }
 
-TEST_F(Dokumente, NullInAKeyColumnRaises94AfterTheEarlierFields) {
+TEST_P(Dokumente, NullInAKeyColumnRaises94AfterTheEarlierFields) {
   Exec(
       "INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('n', 5, "
       "NULL, NULL, 'x')");
@@ -143,7 +139,7 @@ TEST_F(Dokumente, NullInAKeyColumnRaises94AfterTheEarlierFields) {
   EXPECT_EQ(d.Datei(), "");  // not reached
 }
 
-TEST_F(Dokumente, ListCursorOverEmptyOneAndManyRows) {
+TEST_P(Dokumente, ListCursorOverEmptyOneAndManyRows) {
   CMsgOrderDokumentListe list;
   list.ConnectStorage("dok");
   list.ReadAll();
@@ -182,7 +178,7 @@ TEST_F(Dokumente, ListCursorOverEmptyOneAndManyRows) {
   EXPECT_EQ(list.Count(), 1);
 }
 
-TEST_F(Dokumente, ItemsAreIndependentRecordsOfTheListsClient) {
+TEST_P(Dokumente, ItemsAreIndependentRecordsOfTheListsClient) {
   auto a = Create(0, 5, "p", "a");
   auto b = Create(0, 5, "p", "b");
   CMsgOrderDokumentListe list;
@@ -201,7 +197,7 @@ TEST_F(Dokumente, ItemsAreIndependentRecordsOfTheListsClient) {
   EXPECT_EQ(list.AbsolutePosition(), 1) << "a miss leaves the cursor";
 }
 
-TEST_F(Dokumente, RequerySeesRowsAddedByAnotherObject) {
+TEST_P(Dokumente, RequerySeesRowsAddedByAnotherObject) {
   Create(0, 8, "p", "x");
   CMsgOrderDokumentListe list;
   list.ConnectStorage("dok");
@@ -217,7 +213,7 @@ TEST_F(Dokumente, RequerySeesRowsAddedByAnotherObject) {
   EXPECT_EQ(clone->RecordCount(), 2);
 }
 
-TEST_F(Dokumente, ListWithoutStorageRaises91) {
+TEST_P(Dokumente, ListWithoutStorageRaises91) {
   CMsgOrderDokumentListe list;
   EXPECT_EQ(list.Count(), 0);
   try {

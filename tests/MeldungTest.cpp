@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
 #include "ztkdb/CMeldung.h"
@@ -12,9 +13,9 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-class Meldungen : public ::testing::Test {
+class Meldungen : public ::testing::TestWithParam<ztktest::Engine> {
  protected:
-  void SetUp() override { tkdb.OpenJetDb("mel", temp.Path(), false, false); }
+  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "mel"); }
 
   std::unique_ptr<CMeldung> Connected() {
     auto report = std::make_unique<CMeldung>();
@@ -25,12 +26,14 @@ class Meldungen : public ::testing::Test {
     return ztktest::Scalar("mel", "SELECT count(*) FROM T_Meldung WHERE " + where).ToLong();
   }
 
-  ztktest::TempDb temp;
+  ztktest::EngineDb db{GetParam()};
   CTkDb tkdb;
   ztktest::CapturedBoxes boxes;
 };
 
 }  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Engines, Meldungen, ztktest::AllEngines(), ztktest::EngineName);
 
 TEST(MeldungRecord, NewObjectHoldsTheDefaultsAndDoneFlagAndDateAreIndependent) {
   CMeldung report;
@@ -47,7 +50,7 @@ TEST(MeldungRecord, NewObjectHoldsTheDefaultsAndDoneFlagAndDateAreIndependent) {
   EXPECT_EQ(ErrorNumberOf([&] { report.GetLastNrVorsatz("M"); }), 91);
 }
 
-TEST_F(Meldungen, CreateNew4StoresEveryFieldAndReadsItBack) {
+TEST_P(Meldungen, CreateNew4StoresEveryFieldAndReadsItBack) {
   auto report = Connected();
   report->CreateNew4(12, "O'Hara", 3, "07'11", Date::FromYmd(2026, 11, 3, 8, 5, 0), "08'05", 44,
                      sotFloor, "Licht 'flackert'\nim Flur", Date::FromYmd(2026, 11, 10), "12'00",
@@ -89,7 +92,9 @@ TEST_F(Meldungen, CreateNew4StoresEveryFieldAndReadsItBack) {
   EXPECT_EQ(again->Email(), "o'hara@example.org");
   EXPECT_EQ(again->Leistungsart(), "L'A");
   EXPECT_EQ(again->Verantwortlicher(), "V'A");
-  EXPECT_EQ(Count("bErledigt = -1 AND MeldeDatum = '2026-11-03 08:05:00'"), 1);
+  EXPECT_EQ(Count("bErledigt = " + std::string(db.TrueText()) +
+                  " AND MeldeDatum = '2026-11-03 08:05:00'"),
+            1);
 
   // The same prefix goes into ReadByNr as it is, so its quote ends the
   // literal early and the engine refuses the statement.
@@ -98,7 +103,7 @@ TEST_F(Meldungen, CreateNew4StoresEveryFieldAndReadsItBack) {
   EXPECT_EQ(again->Id(), report->Id());
 }
 
-TEST_F(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
+TEST_P(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
   auto report = Connected();
   const Date d = Date::Today();
   report->CreateNew(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "",
@@ -121,7 +126,7 @@ TEST_F(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
   EXPECT_EQ(report->Id(), 0);
 }
 
-TEST_F(Meldungen, SecondWriterGetsTheUpdateBoxAndDeleteClearsEvenWhenTheRowIsGone) {
+TEST_P(Meldungen, SecondWriterGetsTheUpdateBoxAndDeleteClearsEvenWhenTheRowIsGone) {
   const int32_t id = CreateReport("mel", {})->Id();
   auto first = Connected();
   auto second = Connected();
@@ -144,7 +149,7 @@ TEST_F(Meldungen, SecondWriterGetsTheUpdateBoxAndDeleteClearsEvenWhenTheRowIsGon
   EXPECT_EQ(second->Meldung(), "");
 }
 
-TEST_F(Meldungen, LastNumbersPerPrefix) {
+TEST_P(Meldungen, LastNumbersPerPrefix) {
   auto report = Connected();
   EXPECT_EQ(report->GetLastNr(), 0);
   EXPECT_EQ(report->GetLastNrVorsatz("M"), 0);
@@ -161,7 +166,7 @@ TEST_F(Meldungen, LastNumbersPerPrefix) {
   EXPECT_EQ(Count(), 3);
 }
 
-TEST_F(Meldungen, NullRulesOfTheLoadingTable) {
+TEST_P(Meldungen, NullRulesOfTheLoadingTable) {
   const int32_t id = CreateReport("mel", {.text = "alter Text"})->Id();
   const std::string where = " WHERE lId = " + std::to_string(id);
   auto report = Connected();

@@ -89,14 +89,35 @@ inline std::string GermanDate(ZTkDb::Date d) {
   return buf;
 }
 
-// Collects the message boxes shown while it lives.
+// Collects the message boxes shown while it lives. Captures nest: the
+// innermost one collects, and the one around it takes over again after it.
 class CapturedBoxes {
  public:
-  CapturedBoxes() {
-    ZTkDb::SetMessageSink([this](const ZTkDb::MessageBoxCall& box) { boxes.push_back(box); });
+  CapturedBoxes() : outer_(Innermost()) {
+    Innermost() = this;
+    Install(this);
   }
-  ~CapturedBoxes() { ZTkDb::SetMessageSink({}); }
+  ~CapturedBoxes() {
+    Innermost() = outer_;
+    Install(outer_);
+  }
+  CapturedBoxes(const CapturedBoxes&) = delete;
+  CapturedBoxes& operator=(const CapturedBoxes&) = delete;
+
   std::vector<ZTkDb::MessageBoxCall> boxes;
+
+ private:
+  static CapturedBoxes*& Innermost() {
+    static CapturedBoxes* innermost = nullptr;
+    return innermost;
+  }
+  static void Install(CapturedBoxes* capture) {
+    if (!capture) return ZTkDb::SetMessageSink({});
+    ZTkDb::SetMessageSink(
+        [capture](const ZTkDb::MessageBoxCall& box) { capture->boxes.push_back(box); });
+  }
+
+  CapturedBoxes* outer_;
 };
 
 }  // namespace ztktest

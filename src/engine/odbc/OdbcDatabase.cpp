@@ -1,0 +1,559 @@
+#include "engine/odbc/OdbcDatabase.h"
+
+#include <strings.h>
+
+#include <cctype>
+#include <cstring>
+
+#include "engine/RowSet.h"
+#include "engine/odbc/OdbcError.h"
+#include "engine/odbc/Utf16.h"
+#include "runtime/Numbers.h"
+#include "runtime/Raise.h"
+#include "ztkdb/Currency.h"
+#include "ztkdb/Date.h"
+
+namespace ZTkDb::detail {
+namespace {
+
+constexpr const char* kSource = "ZTkDb.ODBC";
+
+// How a result column is fetched and what Variant kind it becomes.
+enum class Fetch { kBool, kByte, kShort, kLong, kBigint, kDouble, kCurrency, kDate, kText };
+
+bool TypeNameSays(const std::string& typeName, const char* word) {
+  return LowerAscii(typeName).find(word) != std::string::npos;
+}
+
+Fetch FetchFor(SQLSMALLINT type, SQLSMALLINT digits, const std::string& typeName) {
+  // Drivers of file databases report declared type names the SQL type does
+  // not tell apart (SQLite's CURRENCY, DATETIME).
+  if (TypeNameSays(typeName, "currency") || TypeNameSays(typeName, "money"))
+    return Fetch::kCurrency;
+  switch (type) {
+    case SQL_BIT:
+      return Fetch::kBool;
+    case SQL_TINYINT:
+      return Fetch::kByte;
+    case SQL_SMALLINT:
+      return Fetch::kShort;
+    case SQL_INTEGER:
+      return Fetch::kLong;
+    case SQL_BIGINT:
+      return Fetch::kBigint;
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+      return Fetch::kDouble;
+    case SQL_NUMERIC:
+    case SQL_DECIMAL:
+      return digits <= 4 ? Fetch::kCurrency : Fetch::kDouble;
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+    case SQL_DATE:
+    case SQL_TIMESTAMP:
+      return Fetch::kDate;
+    default:
+      break;
+  }
+  if (TypeNameSays(typeName, "date") || TypeNameSays(typeName, "time")) return Fetch::kDate;
+  if (TypeNameSays(typeName, "bit") || TypeNameSays(typeName, "bool")) return Fetch::kBool;
+  return Fetch::kText;
+}
+
+// Exact decimal text ("-12.5000", "3") to a currency scaled by 10,000.
+bool ParseScaled(const std::string& text, int64_t& out) {
+  size_t i = 0;
+  while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
+  bool negative = false;
+  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
+  int64_t whole = 0;
+  int64_t fraction = 0;
+  int fractionDigits = 0;
+  bool any = false;
+  for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
+    if (whole > 922337203685477) return false;
+    whole = whole * 10 + (text[i] - '0');
+  }
+  if (i < text.size() && text[i] == '.') {
+    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]));
+         ++i, any = true) {
+      if (fractionDigits < 4) {
+        fraction = fraction * 10 + (text[i] - '0');
+        ++fractionDigits;
+      } else if (text[i] != '0') {
+        return false;  // more than four decimals: not a currency value
+      }
+    }
+  }
+  if (!any || i != text.size()) return false;
+  while (fractionDigits++ < 4) fraction *= 10;
+  out = whole * 10000 + fraction;
+  if (negative) out = -out;
+  return true;
+}
+
+// The whole of a text column, fetched in pieces: UTF-16 from a Unicode
+// driver, UTF-8 bytes from an ANSI driver (`narrow`).
+std::string FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool& isNull, bool narrow) {
+  std::string bytes;
+  std::basic_string<SQLWCHAR> wide;
+  union {
+    SQLWCHAR w[2048];
+    SQLCHAR c[4096];
+  } buffer;
+  const SQLSMALLINT cType = narrow ? SQL_C_CHAR : SQL_C_WCHAR;
+  const size_t unit = narrow ? 1 : sizeof(SQLWCHAR);
+  const size_t capacity = sizeof buffer / unit - 1;
+  for (;;) {
+    SQLLEN indicator = 0;
+    const SQLRETURN rc = SQLGetData(stmt, column, cType, &buffer, sizeof buffer, &indicator);
+    if (rc == SQL_NO_DATA) break;
+    if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
+    if (indicator == SQL_NULL_DATA) {
+      isNull = true;
+      return {};
+    }
+    const size_t available = indicator == SQL_NO_TOTAL || indicator < 0
+                                 ? capacity
+                                 : static_cast<size_t>(indicator) / unit;
+    const size_t take = std::min(available, capacity);
+    if (narrow)
+      bytes.append(reinterpret_cast<const char*>(buffer.c), take);
+    else
+      wide.append(buffer.w, take);
+    if (rc == SQL_SUCCESS) break;  // the last piece
+  }
+  isNull = false;
+  return narrow ? bytes : ToUtf8(wide);
+}
+
+template <typename T>
+bool FetchFixed(SQLHSTMT stmt, SQLUSMALLINT column, SQLSMALLINT cType, T& value) {
+  SQLLEN indicator = 0;
+  const SQLRETURN rc = SQLGetData(stmt, column, cType, &value, sizeof value, &indicator);
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
+  return indicator != SQL_NULL_DATA;
+}
+
+void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, bool narrow) {
+  switch (fetch) {
+    case Fetch::kBool: {
+      SQLINTEGER v = 0;
+      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
+      return rows.AppendBool(v != 0);
+    }
+    case Fetch::kByte:
+    case Fetch::kShort: {
+      SQLINTEGER v = 0;
+      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
+      if (fetch == Fetch::kByte && v >= 0 && v <= 255)
+        return rows.AppendByte(static_cast<uint8_t>(v));
+      if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
+      return rows.AppendLong(v);
+    }
+    case Fetch::kLong: {
+      SQLINTEGER v = 0;
+      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
+      return rows.AppendLong(v);
+    }
+    case Fetch::kBigint: {
+      SQLBIGINT v = 0;
+      if (!FetchFixed(stmt, column, SQL_C_SBIGINT, v)) return rows.AppendNull();
+      if (v >= INT32_MIN && v <= INT32_MAX) return rows.AppendLong(static_cast<int32_t>(v));
+      return rows.AppendDouble(static_cast<double>(v));
+    }
+    case Fetch::kDouble: {
+      SQLDOUBLE v = 0;
+      if (!FetchFixed(stmt, column, SQL_C_DOUBLE, v)) return rows.AppendNull();
+      return rows.AppendDouble(v);
+    }
+    case Fetch::kCurrency: {
+      // As text, so that no binary floating point stands between the
+      // server's exact value and ours.
+      bool isNull = false;
+      const std::string text = FetchText(stmt, column, isNull, narrow);
+      if (isNull) return rows.AppendNull();
+      int64_t scaled = 0;
+      if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
+      double d = 0;
+      if (TryParseNumber(text, d)) return rows.AppendCurrency(Currency::FromDouble(d).Scaled());
+      return rows.AppendText(text);
+    }
+    case Fetch::kDate: {
+      SQL_TIMESTAMP_STRUCT ts{};
+      SQLLEN indicator = 0;
+      const SQLRETURN rc =
+          SQLGetData(stmt, column, SQL_C_TYPE_TIMESTAMP, &ts, sizeof ts, &indicator);
+      if (Succeeded(rc)) {
+        if (indicator == SQL_NULL_DATA) return rows.AppendNull();
+        return rows.AppendDate(
+            Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
+      }
+      // A driver that cannot convert its stored text: read the text instead.
+      bool isNull = false;
+      const std::string text = FetchText(stmt, column, isNull, narrow);
+      if (isNull) return rows.AppendNull();
+      Date d;
+      if (Date::TryParse(text, d)) return rows.AppendDate(d.Value());
+      return rows.AppendText(text);
+    }
+    case Fetch::kText: {
+      bool isNull = false;
+      const std::string text = FetchText(stmt, column, isNull, narrow);
+      if (isNull) return rows.AppendNull();
+      return rows.AppendText(text);
+    }
+  }
+}
+
+struct ColumnDescription {
+  std::string name;
+  SQLSMALLINT type = 0;
+  SQLSMALLINT digits = 0;
+  std::string type_name;
+};
+
+ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow) {
+  ColumnDescription d;
+  SQLSMALLINT nullable = 0;
+  SQLULEN size = 0;
+  SQLSMALLINT length = 0;
+  SQLSMALLINT typeLength = 0;
+  SQLRETURN rc;
+  if (narrow) {
+    SQLCHAR name[512] = {};
+    SQLCHAR typeName[128] = {};
+    rc = SQLDescribeCol(stmt, column, name, sizeof name, &length, &d.type, &size, &d.digits,
+                        &nullable);
+    SQLColAttribute(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
+                    nullptr);
+    d.name.assign(reinterpret_cast<const char*>(name),
+                  std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 511));
+    d.type_name.assign(reinterpret_cast<const char*>(typeName),
+                       std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0), 127));
+  } else {
+    SQLWCHAR name[256] = {};
+    SQLWCHAR typeName[128] = {};
+    rc = SQLDescribeColW(stmt, column, name, 256, &length, &d.type, &size, &d.digits, &nullable);
+    SQLColAttributeW(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
+                     nullptr);
+    d.name = ToUtf8(name, std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 255));
+    d.type_name = ToUtf8(
+        typeName, std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0) / sizeof(SQLWCHAR), 127));
+  }
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLDescribeCol");
+  return d;
+}
+
+std::string GetInfoText(SQLHDBC dbc, SQLUSMALLINT info) {
+  SQLWCHAR buffer[256] = {};
+  SQLSMALLINT length = 0;
+  if (!Succeeded(SQLGetInfoW(dbc, info, buffer, sizeof buffer, &length))) return {};
+  return ToUtf8(buffer,
+                std::min<size_t>(
+                    static_cast<size_t>(std::max<SQLSMALLINT>(length, 0)) / sizeof(SQLWCHAR), 255));
+}
+
+bool IsBlank(const std::string& s) {
+  for (char c : s) {
+    if (!std::isspace(static_cast<unsigned char>(c)) && c != ';') return false;
+  }
+  return true;
+}
+
+bool StartsWithWord(const std::string& s, const char* word) {
+  size_t i = 0;
+  while (i < s.size() && (std::isspace(static_cast<unsigned char>(s[i])) || s[i] == '(')) ++i;
+  const size_t n = std::strlen(word);
+  return s.size() - i >= n && strncasecmp(s.c_str() + i, word, n) == 0 &&
+         (s.size() - i == n || !std::isalnum(static_cast<unsigned char>(s[i + n])));
+}
+
+}  // namespace
+
+std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, bool readOnly) {
+  SQLHANDLE raw = SQL_NULL_HANDLE;
+  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw))) {
+    Raise(errOdbcCallFailed, kSource,
+          "ODBC--call failed. The ODBC driver manager is not available.");
+  }
+  OdbcEnv env(raw);
+  SQLSetEnvAttr(env.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_DBC, env.Get(), &raw))) {
+    RaiseOdbc(SQL_HANDLE_ENV, env.Get(), "SQLAllocHandle");
+  }
+  OdbcDbc dbc(raw);
+  // An unreachable server must fail within a bounded time, not hang a host.
+  SQLSetConnectAttr(dbc.Get(), SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(15), 0);
+  if (readOnly) {
+    SQLSetConnectAttr(dbc.Get(), SQL_ATTR_ACCESS_MODE,
+                      reinterpret_cast<SQLPOINTER>(SQL_MODE_READ_ONLY), 0);
+  }
+  auto wide = ToUtf16(connect);
+  SQLWCHAR out[1024];
+  SQLSMALLINT outLength = 0;
+  const SQLRETURN rc =
+      SQLDriverConnectW(dbc.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()), out,
+                        1024, &outLength, SQL_DRIVER_NOPROMPT);
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc.Get(), "SQLDriverConnect");
+  dbc.MarkConnected();
+
+  auto db =
+      std::shared_ptr<OdbcDatabase>(new OdbcDatabase(std::move(env), std::move(dbc), connect));
+  if (db->server_ == Server::kPostgres) {
+    // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO output
+    // (which the driver must read) and makes 'dd.mm.yyyy' input a date.
+    db->ExecuteRaw("SET DateStyle = 'ISO, DMY'");
+    if (readOnly) db->ExecuteRaw("SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY");
+  }
+  return db;
+}
+
+OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect)
+    : env_(std::move(env)), dbc_(std::move(dbc)), connect_(std::move(connect)) {
+  dbms_ = GetInfoText(dbc_.Get(), SQL_DBMS_NAME);
+  const std::string lower = LowerAscii(dbms_);
+  if (lower.find("postgres") != std::string::npos)
+    server_ = Server::kPostgres;
+  else if (lower.find("sqlite") != std::string::npos)
+    server_ = Server::kSqlite;
+  // The SQLite driver is an ANSI driver: unixODBC would hand it only the low
+  // byte of each UTF-16 unit of a wide call. Its narrow calls take and give
+  // UTF-8 bytes as SQLite stores them.
+  narrow_ = server_ == Server::kSqlite;
+
+  if (server_ == Server::kOther) {
+    // The ODBC timestamp escape: every driver translates it for its server.
+    rules_.date_literal = [](const Date& d) { return "{ts '" + d.IsoText() + "'}"; };
+  } else {
+    rules_.date_literal = [](const Date& d) { return "'" + d.IsoText() + "'"; };
+  }
+  rules_.is_table = [this](const std::string& t) { return !CachedColumns(t).empty(); };
+  rules_.is_date_column = [this](const std::string& t, const std::string& c) {
+    for (const auto& col : CachedColumns(t)) {
+      if (col.is_date && strcasecmp(col.name.c_str(), c.c_str()) == 0) return true;
+    }
+    return false;
+  };
+}
+
+OdbcDatabase::~OdbcDatabase() { Close(); }
+
+SQLHDBC OdbcDatabase::Handle() {
+  if (!dbc_) Raise(3420, kSource, "Object invalid or no longer set (the database is closed).");
+  return dbc_.Get();
+}
+
+OdbcStmt OdbcDatabase::NewStatement() {
+  SQLHANDLE raw = SQL_NULL_HANDLE;
+  SQLHDBC dbc = Handle();
+  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &raw))) {
+    RaiseOdbc(SQL_HANDLE_DBC, dbc, "SQLAllocHandle");
+  }
+  return OdbcStmt(raw);
+}
+
+SQLRETURN OdbcDatabase::ExecDirect(const OdbcStmt& stmt, const std::string& text) {
+  SQLRETURN rc;
+  if (narrow_) {
+    std::string bytes = text;
+    rc = SQLExecDirect(stmt.Get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
+                       static_cast<SQLINTEGER>(bytes.size()));
+  } else {
+    auto wide = ToUtf16(text);
+    rc = SQLExecDirectW(stmt.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  }
+  if (rc == SQL_NO_DATA) return rc;
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLExecDirect");
+  return rc;
+}
+
+std::string OdbcDatabase::Adapt(const std::string& sql) {
+  // An empty statement never reaches the driver: some run nothing and report
+  // success, which would hide the caller's mistake.
+  if (IsBlank(sql)) {
+    Raise(errInvalidStatement, kSource, StandardDescription(errInvalidStatement));
+  }
+  return AdaptStatement(sql, rules_);
+}
+
+int64_t OdbcDatabase::Execute(const std::string& sql) {
+  const std::string text = Adapt(sql);
+  if (StartsWithWord(text, "SELECT")) Raise(3065, kSource, "Cannot execute a select query.");
+  OdbcStmt stmt = NewStatement();
+  if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
+  SQLLEN count = 0;
+  if (!Succeeded(SQLRowCount(stmt.Get(), &count)))
+    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
+  if (StartsWithWord(text, "CREATE") || StartsWithWord(text, "ALTER") ||
+      StartsWithWord(text, "DROP")) {
+    columns_.clear();
+  }
+  return count < 0 ? 0 : count;
+}
+
+void OdbcDatabase::ExecuteRaw(const std::string& sql) {
+  OdbcStmt stmt = NewStatement();
+  ExecDirect(stmt, sql);
+  columns_.clear();
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
+  const std::string text = Adapt(sql);
+  OdbcStmt stmt = NewStatement();
+  const bool noData = ExecDirect(stmt, text) == SQL_NO_DATA;
+  SQLSMALLINT columns = 0;
+  if (!noData && !Succeeded(SQLNumResultCols(stmt.Get(), &columns))) {
+    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLNumResultCols");
+  }
+  std::vector<std::string> names;
+  std::vector<Fetch> fetches;
+  for (SQLUSMALLINT i = 1; i <= columns; ++i) {
+    const ColumnDescription d = Describe(stmt.Get(), i, narrow_);
+    names.push_back(d.name);
+    fetches.push_back(FetchFor(d.type, d.digits, d.type_name));
+  }
+  auto rows = std::make_shared<RowSet>(std::move(names));
+  if (noData || columns == 0) return rows;
+  for (;;) {
+    const SQLRETURN rc = SQLFetch(stmt.Get());
+    if (rc == SQL_NO_DATA) break;
+    if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLFetch");
+    rows->BeginRow();
+    for (SQLUSMALLINT i = 1; i <= columns; ++i) {
+      AppendCell(*rows, stmt.Get(), i, fetches[i - 1], narrow_);
+    }
+    rows->EndRow();
+  }
+  return rows;
+}
+
+std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
+  std::vector<ColumnInfo> out;
+  OdbcStmt stmt = NewStatement();
+  SQLRETURN rc;
+  if (narrow_) {
+    std::string bytes = table;
+    rc = SQLColumns(stmt.Get(), nullptr, 0, nullptr, 0, reinterpret_cast<SQLCHAR*>(bytes.data()),
+                    static_cast<SQLSMALLINT>(bytes.size()), nullptr, 0);
+  } else {
+    auto wide = ToUtf16(table);
+    rc = SQLColumnsW(stmt.Get(), nullptr, 0, nullptr, 0, wide.data(),
+                     static_cast<SQLSMALLINT>(wide.size()), nullptr, 0);
+  }
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLColumns");
+  while (Succeeded(SQLFetch(stmt.Get()))) {
+    bool nameNull = false, typeNull = false;
+    ColumnInfo info;
+    info.name = FetchText(stmt.Get(), 4, nameNull, narrow_);
+    SQLSMALLINT dataType = 0;
+    FetchFixed(stmt.Get(), 5, SQL_C_SSHORT, dataType);
+    info.declared_type = FetchText(stmt.Get(), 6, typeNull, narrow_);
+    info.is_date = FetchFor(dataType, 0, info.declared_type) == Fetch::kDate;
+    out.push_back(std::move(info));
+  }
+  return out;
+}
+
+std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
+  // Servers fold unquoted names to one case; the library writes them mixed.
+  for (const std::string& name : {table, LowerAscii(table)}) {
+    auto found = CatalogColumns(name);
+    if (!found.empty()) return found;
+  }
+  std::string upper = table;
+  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return CatalogColumns(upper);
+}
+
+const std::vector<ColumnInfo>& OdbcDatabase::CachedColumns(const std::string& table) {
+  const std::string key = LowerAscii(table);
+  auto it = columns_.find(key);
+  if (it == columns_.end()) it = columns_.emplace(key, Columns(table)).first;
+  return it->second;
+}
+
+std::vector<std::string> OdbcDatabase::TableNames() {
+  std::vector<std::string> out;
+  OdbcStmt stmt = NewStatement();
+  SQLCHAR type[] = "TABLE";
+  if (!Succeeded(SQLTables(stmt.Get(), nullptr, 0, nullptr, 0, nullptr, 0, type, SQL_NTS))) {
+    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLTables");
+  }
+  while (Succeeded(SQLFetch(stmt.Get()))) {
+    bool isNull = false;
+    std::string name = FetchText(stmt.Get(), 3, isNull, narrow_);
+    if (!isNull && !LowerAscii(name).starts_with("sqlite_")) out.push_back(std::move(name));
+  }
+  return out;
+}
+
+std::string OdbcDatabase::FindTable(const std::string& name) {
+  for (const auto& table : TableNames()) {
+    if (strcasecmp(table.c_str(), name.c_str()) == 0) return table;
+  }
+  return {};
+}
+
+void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) {
+  const char* type = "VARCHAR(255)";
+  switch (column.type) {
+    case dbBoolean:
+    case dbByte:
+    case dbInteger:
+      type = "SMALLINT";
+      break;
+    case dbLong:
+      type = "INTEGER";
+      break;
+    case dbCurrency:
+      type = "NUMERIC(19,4)";
+      break;
+    case dbSingle:
+    case dbDouble:
+      type = "DOUBLE PRECISION";
+      break;
+    case dbDate:
+      type = server_ == Server::kSqlite ? "DATETIME" : "TIMESTAMP";
+      break;
+    case dbMemo:
+      type = "TEXT";
+      break;
+    case dbText:
+      break;
+  }
+  std::string sql = "ALTER TABLE " + table + " ADD " + column.name + " " + type;
+  if (!column.default_value.IsEmpty() && !column.default_value.IsNull()) {
+    sql += " DEFAULT " + column.default_value.ToString();
+  } else if (column.required) {
+    sql += " DEFAULT 0";
+  }
+  if (column.required) sql += " NOT NULL";
+  ExecuteRaw(sql);
+}
+
+void OdbcDatabase::BeginTrans() {
+  if (!Succeeded(SQLSetConnectAttr(Handle(), SQL_ATTR_AUTOCOMMIT,
+                                   reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
+    RaiseOdbc(SQL_HANDLE_DBC, dbc_.Get(), "SQLSetConnectAttr");
+  }
+}
+
+void OdbcDatabase::EndTransaction(SQLSMALLINT completion) {
+  SQLHDBC dbc = Handle();
+  const SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, dbc, completion);
+  SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc, "SQLEndTran");
+}
+
+void OdbcDatabase::CommitTrans() { EndTransaction(SQL_COMMIT); }
+void OdbcDatabase::Rollback() { EndTransaction(SQL_ROLLBACK); }
+
+void OdbcDatabase::Close() noexcept {
+  dbc_.Reset();
+  env_.Reset();
+  columns_.clear();
+}
+
+}  // namespace ZTkDb::detail

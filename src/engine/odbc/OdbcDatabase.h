@@ -1,0 +1,83 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/Database.h"
+#include "engine/StatementAdapter.h"
+#include "engine/odbc/OdbcHandle.h"
+
+namespace ZTkDb::detail {
+
+// An ODBC data source through unixODBC, in the role of the kind-2 engine.
+// The server is recognised from the DBMS name its driver reports, and
+// statements are adapted to it just before they run: the Jet DELETE forms
+// become DELETE FROM, UPDATE SET targets lose their table qualifier, German
+// date texts in date-column positions become the server's date literal, and
+// only one statement runs per call. PostgreSQL sessions run with DateStyle
+// 'ISO, DMY' so that 'dd.mm.yyyy' texts anywhere read as dates.
+//
+// Values come back typed: Null, flags (BIT), bytes, 16/32-bit integers,
+// doubles, currency (NUMERIC/DECIMAL with at most 4 decimals, exact),
+// timestamps as dates, text as UTF-8. Errors carry the SQLSTATE and the
+// driver's text, under the DAO number where one exists and 3146 otherwise.
+class OdbcDatabase final : public Database {
+ public:
+  enum class Server { kPostgres, kSqlite, kOther };
+
+  // Connects with a DSN or DSN-less connection string; raises 3146 (with
+  // SQLSTATE and driver text) when the driver or server refuses. `exclusive`
+  // has no meaning for a server and is ignored; `readOnly` puts the session
+  // into read-only mode where the server supports it.
+  static std::shared_ptr<OdbcDatabase> Open(const std::string& connect, bool readOnly);
+
+  ~OdbcDatabase() override;
+
+  int16_t Kind() const override { return 2; }
+  const std::string& Path() const override { return connect_; }
+  int64_t Execute(const std::string& sql) override;
+  std::shared_ptr<const RowSet> Query(const std::string& sql) override;
+  std::string FindTable(const std::string& name) override;
+  std::vector<ColumnInfo> Columns(const std::string& table) override;
+  void AddColumn(const std::string& table, const NewColumn& column) override;
+  std::vector<std::string> TableNames() override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void Rollback() override;
+  void Close() noexcept override;
+  bool IsOpen() const noexcept override { return static_cast<bool>(dbc_); }
+
+  Server ServerKind() const { return server_; }
+  // The DBMS name the driver reports ("PostgreSQL", "SQLite", …).
+  const std::string& DbmsName() const { return dbms_; }
+  // The statement as it will reach the server.
+  std::string Adapt(const std::string& sql);
+  // Runs `sql` as written: no adaptation, no one-statement check. For the
+  // library's own DDL and session set-up only.
+  void ExecuteRaw(const std::string& sql);
+
+ private:
+  OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect);
+  SQLHDBC Handle();
+  OdbcStmt NewStatement();
+  // SQL_NO_DATA (a searched UPDATE/DELETE that matched nothing) is success.
+  SQLRETURN ExecDirect(const OdbcStmt& stmt, const std::string& text);
+  const std::vector<ColumnInfo>& CachedColumns(const std::string& table);
+  std::vector<ColumnInfo> CatalogColumns(const std::string& table);
+  void EndTransaction(SQLSMALLINT completion);
+
+  OdbcEnv env_;
+  OdbcDbc dbc_;
+  std::string connect_;
+  std::string dbms_;
+  Server server_ = Server::kOther;
+  // Text goes through the narrow (UTF-8) entry points instead of the wide.
+  bool narrow_ = false;
+  AdaptationRules rules_;
+  // Schema facts per lower-cased table name, asked once; cleared by DDL.
+  std::map<std::string, std::vector<ColumnInfo>> columns_;
+};
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <sql.h>
+#include <sqlext.h>
+
+#include <string>
+#include <string_view>
+
+namespace ZTkDb::detail {
+
+// unixODBC's SQLWCHAR is UTF-16. The library speaks UTF-8; the wide entry
+// points are used so that no driver manager or driver guesses a charset
+// from the process locale.
+std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8);
+std::string ToUtf8(const SQLWCHAR* text, size_t units);
+inline std::string ToUtf8(const std::basic_string<SQLWCHAR>& text) {
+  return ToUtf8(text.data(), text.size());
+}
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "TestSupport.h"
+#include "ztkdb/CTkDb.h"
+
+namespace ztktest {
+
+// The engines the record and list suites run on, from one source.
+enum class Engine { kSqliteFile, kSqliteOdbc, kPostgres };
+
+inline auto AllEngines() {
+  return ::testing::Values(Engine::kSqliteFile, Engine::kSqliteOdbc, Engine::kPostgres);
+}
+std::string EngineName(const ::testing::TestParamInfo<Engine>& info);
+
+// A fresh module database on one engine, opened under a client name: a new
+// SQLite file (through the embedded engine or the SQLite ODBC driver), or a
+// new database on the suite's PostgreSQL cluster, dropped afterwards.
+// When the engine cannot be reached the test is skipped, or fails when
+// ZTKDB_REQUIRE_ENGINES=1 (as scripts/test sets it).
+class EngineDb {
+ public:
+  explicit EngineDb(Engine engine);
+  ~EngineDb();
+  EngineDb(const EngineDb&) = delete;
+  EngineDb& operator=(const EngineDb&) = delete;
+
+  // Opens the database with OpenJetDb / OpenOdbcDb under `client`; gives
+  // why it could not (empty on success).
+  std::string Open(ZTkDb::CTkDb& tkdb, const std::string& client);
+
+  Engine Which() const { return engine_; }
+  // The storage kind the records see: 1 embedded, 2 ODBC.
+  int16_t Kind() const { return engine_ == Engine::kSqliteFile ? 1 : 2; }
+  // How a true flag is stored and compared in raw statements.
+  const char* TrueText() const { return Kind() == 1 ? "-1" : "1"; }
+  // The ODBC connection string (empty for the embedded engine).
+  const std::string& ConnectString() const { return connect_; }
+
+ private:
+  Engine engine_;
+  TempDb file_;
+  std::string connect_;
+  std::string pg_database_;
+};
+
+// The suite's PostgreSQL cluster: the one ctest started (ZTKDB_PG_DIR), or
+// one started for this process and stopped at its exit. Empty string when
+// none can run here.
+std::string PostgresConnectString(const std::string& database);
+
+bool EnginesRequired();
+
+// In a fixture's SetUp: opens `db` under `client`, and when that is not
+// possible fails the test (engines required) or skips it.
+#define ZTKTEST_OPEN_ENGINE(db, tkdb, client)                 \
+  do {                                                        \
+    const std::string why_ = (db).Open((tkdb), (client));     \
+    if (!why_.empty()) {                                      \
+      if (::ztktest::EnginesRequired()) FAIL() << why_;       \
+      GTEST_SKIP() << why_;                                   \
+    }                                                         \
+  } while (0)
+
+}  // namespace ztktest
