@@ -135,4 +135,12 @@ std::string EngineDb::Open(ZTkDb::CTkDb& tkdb, const std::string& client) {
   return {};
 }
 
+void EngineDb::OpenAgain(ZTkDb::CTkDb& tkdb, const std::string& client) {
+  if (engine_ == Engine::kSqliteFile) {
+    tkdb.OpenJetDb(client, file_.Path(), false, false);
+  } else {
+    tkdb.OpenOdbcDb(client, connect_, false, false);
+  }
+}
+
 }  // namespace ztktest

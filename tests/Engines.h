@@ -34,6 +34,10 @@ class EngineDb {
   // why it could not (empty on success).
   std::string Open(ZTkDb::CTkDb& tkdb, const std::string& client);
 
+  // Opens the same database a second time under another client name, as a
+  // second connection.
+  void OpenAgain(ZTkDb::CTkDb& tkdb, const std::string& client);
+
   Engine Which() const { return engine_; }
   // The storage kind the records see: 1 embedded, 2 ODBC.
   int16_t Kind() const { return engine_ == Engine::kSqliteFile ? 1 : 2; }

@@ -1,9 +1,62 @@
 #include "connection/ModuleSchema.h"
 
+#include <sstream>
+
+#include "engine/odbc/OdbcDatabase.h"
 #include "engine/sqlite/SqliteDatabase.h"
+#include "runtime/Raise.h"
 
 namespace ZTkDb::detail {
 
+std::vector<std::string> SplitScript(const std::string& script) {
+  std::vector<std::string> statements;
+  std::string current;
+  std::istringstream lines(script);
+  for (std::string line; std::getline(lines, line);) {
+    const size_t first = line.find_first_not_of(" \t\r");
+    if (first == std::string::npos || line.compare(first, 2, "--") == 0) continue;
+    const size_t last = line.find_last_not_of(" \t\r");
+    const bool ends = line[last] == ';';
+    current += line.substr(0, ends ? last : last + 1);
+    if (ends) {
+      statements.push_back(std::move(current));
+      current.clear();
+    } else {
+      current += '\n';
+    }
+  }
+  if (current.find_first_not_of(" \t\r\n") != std::string::npos) statements.push_back(current);
+  return statements;
+}
+
 void CreateModuleDatabase(const std::string& path) { SqliteDatabase::Create(path, SqliteSchemaDdl()); }
+
+void CreateModuleSchemaOdbc(const std::string& connect) {
+  auto db = OdbcDatabase::Open(connect, false);
+  const char* ddl = nullptr;
+  switch (db->ServerKind()) {
+    case OdbcDatabase::Server::kPostgres: ddl = PostgresSchemaDdl(); break;
+    case OdbcDatabase::Server::kSqlite: ddl = SqliteSchemaDdl(); break;
+    case OdbcDatabase::Server::kOther:
+      Raise(errInvalidArgument, "ZTkDb.Schema",
+            "No module schema for the DBMS '" + db->DbmsName() +
+                "'; create the tables from the PostgreSQL DDL adapted to this server.");
+  }
+  if (!db->FindTable("T_Auftrag").empty()) {
+    Raise(3204, "ZTkDb.Schema", "The data source already holds the module tables (T_Auftrag).");
+  }
+  db->BeginTrans();
+  try {
+    for (const std::string& statement : SplitScript(ddl)) db->ExecuteRaw(statement);
+    db->CommitTrans();
+  } catch (...) {
+    try {
+      db->Rollback();
+    } catch (const Error&) {
+      // The statement's own error is the one to report.
+    }
+    throw;
+  }
+}
 
 }  // namespace ZTkDb::detail

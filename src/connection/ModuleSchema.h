@@ -1,14 +1,25 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace ZTkDb::detail {
 
-// The DDL of the module's six tables for the embedded engine.
+// The DDL of the module's six tables, per engine.
 const char* SqliteSchemaDdl();
+const char* PostgresSchemaDdl();
+
+// The statements of a DDL script: split at each ';' that ends a line, with
+// comment lines dropped.
+std::vector<std::string> SplitScript(const std::string& script);
 
 // Creates a new database file holding the module's tables; refuses to
 // overwrite an existing file (error 3204).
 void CreateModuleDatabase(const std::string& path);
+
+// Creates the module's tables on an ODBC data source (PostgreSQL, or SQLite
+// through its driver), all or nothing. Refuses a source that already holds
+// T_Auftrag (3204) and a server it has no DDL for (3001, naming it).
+void CreateModuleSchemaOdbc(const std::string& connect);
 
 }  // namespace ZTkDb::detail

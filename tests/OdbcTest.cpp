@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include "Engines.h"
+#include "TestData.h"
+#include "TestSupport.h"
+#include "connection/DbDialect.h"
+#include "connection/ModuleSchema.h"
+#include "engine/odbc/OdbcDatabase.h"
+#include "ztkdb/CAuftragListe.h"
+#include "ztkdb/CTkDb.h"
+#include "ztkdb/Error.h"
+
+using namespace ZTkDb;
+using ztktest::ErrorNumberOf;
+
+namespace {
+
+class TwoConnections : public ::testing::TestWithParam<ztktest::Engine> {
+ protected:
+  void SetUp() override {
+    ZTKTEST_OPEN_ENGINE(db, first, "erster");
+    db.OpenAgain(second, "zweiter");
+  }
+  ztktest::EngineDb db{GetParam()};
+  CTkDb first;
+  CTkDb second;
+  ztktest::CapturedBoxes boxes;
+};
+
+// The error a raw statement raises on the client's engine.
+Error ErrorOf(const std::string& client, const std::string& sql) {
+  try {
+    ztktest::Scalar(client, sql);
+  } catch (const Error& e) {
+    return e;
+  }
+  return Error(0, "", "");
+}
+
+// A PostgreSQL database of its own, empty, dropped afterwards.
+class PgScratch {
+ public:
+  PgScratch() {
+    if (ztktest::PostgresConnectString("postgres").empty()) return;
+    name_ = "ztk_scratch_" + std::to_string(getpid());
+    auto admin = detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false);
+    admin->ExecuteRaw("DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
+    admin->ExecuteRaw("CREATE DATABASE " + name_);
+  }
+  ~PgScratch() {
+    if (name_.empty()) return;
+    try {
+      detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false)
+          ->ExecuteRaw("DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
+    } catch (const Error&) {
+    }
+  }
+  std::string Connect() const { return ztktest::PostgresConnectString(name_); }
+  bool Available() const { return !name_.empty(); }
+
+ private:
+  std::string name_;
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Engines, TwoConnections, ztktest::AllEngines(), ztktest::EngineName);
+
+TEST_P(TwoConnections, WriteOnOneIsSeenByAListOnTheOtherAndTheUIdGuardSpansBoth) {
+  auto mine = ztktest::CreateOrder("erster", {.nr = 1, .text = "C:\\Ablage\\O'Neil's \"Tür\""});
+  CAuftragListe theirs;
+  theirs.ConnectStorage("zweiter");
+  theirs.ReadByDone(false, osByOrderNumber);
+  ASSERT_EQ(theirs.Count(), 1);
+  auto theirCopy = theirs.MoveFirst();
+  EXPECT_EQ(theirCopy->Auftrag(), "C:\\Ablage\\O'Neil's \"Tür\"");
+
+  theirCopy->Auftrag("von der anderen Verbindung");
+  theirCopy->Update();
+  EXPECT_TRUE(boxes.boxes.empty());
+  mine->Auftrag("veraltet");
+  mine->Update();
+  ASSERT_EQ(boxes.boxes.size(), 1u);
+  EXPECT_EQ(boxes.boxes[0].text, "CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!");
+  mine->ReadById(mine->Id());
+  EXPECT_EQ(mine->Auftrag(), "von der anderen Verbindung");
+}
+
+TEST_P(TwoConnections, BadStatementsReportClearErrors) {
+  const Error table = ErrorOf("erster", "SELECT * FROM T_Nirgends");
+  EXPECT_EQ(table.Number(), 3078);
+  const Error column = ErrorOf("erster", "SELECT lNirgends FROM T_Auftrag");
+  EXPECT_EQ(column.Number(), 3061);
+  const Error syntax = ErrorOf("erster", "SELEKT 1");
+  EXPECT_EQ(syntax.Number(), 3075);
+  if (db.Which() == ztktest::Engine::kPostgres) {
+    EXPECT_NE(table.Description().find("[42P01]"), std::string::npos) << table.Description();
+    EXPECT_NE(syntax.Description().find("[42601]"), std::string::npos) << syntax.Description();
+  }
+  // Two statements in one text never reach the server.
+  ztktest::CreateOrder("erster", {});
+  EXPECT_EQ(ErrorOf("erster", "SELECT 1 FROM T_Auftrag; DELETE FROM T_Auftrag").Number(), 3129);
+  EXPECT_EQ(ztktest::Scalar("zweiter", "SELECT count(*) FROM T_Auftrag").ToLong(), 1);
+}
+
+TEST(Odbc, FailedOpensShowTheBoxAndLeaveNoConnection) {
+  ztktest::CapturedBoxes boxes;
+  CTkDb tkdb;
+  tkdb.OpenOdbcDb("kaputt", "Driver={Kein Treiber};Database=x;", false, false);
+  std::string unreachable = ztktest::PostgresConnectString("ztk");
+  if (!unreachable.empty()) {
+    unreachable.replace(unreachable.find("Servername=") + 11, 1, "/nirgends/");
+    tkdb.OpenOdbcDb("kaputt", unreachable, false, false);
+    tkdb.OpenOdbcDb("kaputt", ztktest::PostgresConnectString("gibt_es_nicht"), false, false);
+  }
+  ASSERT_EQ(boxes.boxes.size(), unreachable.empty() ? 1u : 3u);
+  for (const auto& box : boxes.boxes) {
+    EXPECT_TRUE(box.text.starts_with("CTkDb.OpenOdbcDb\n")) << box.text;
+    EXPECT_TRUE(box.critical);
+    EXPECT_NE(box.text.find('['), std::string::npos) << box.text;  // the SQLSTATE
+  }
+  if (!unreachable.empty()) {
+    EXPECT_NE(boxes.boxes[1].text.find("08001"), std::string::npos) << boxes.boxes[1].text;
+    EXPECT_NE(boxes.boxes[2].text.find("gibt_es_nicht"), std::string::npos) << boxes.boxes[2].text;
+  }
+  EXPECT_EQ(tkdb.DbPath(), "");
+  EXPECT_FALSE(tkdb.Ws());
+}
+
+TEST(Odbc, OracleMarkerInAnyCaseSetsTheFlagForGood) {
+  const std::string pg = ztktest::PostgresConnectString("ztk_template");
+  if (pg.empty()) GTEST_SKIP() << "no PostgreSQL cluster";
+  detail::DbDialect::oracle = false;
+  {
+    CTkDb tkdb;
+    tkdb.OpenOdbcDb("orakel", pg + "zantoOracle=1;", false, true);
+    EXPECT_NE(tkdb.DbPath(), "");
+  }
+  EXPECT_TRUE(detail::DbDialect::oracle);
+  ztktest::TempDb file;
+  CTkDb jet;
+  jet.OpenJetDb("jet", file.Path(), false, false);
+  EXPECT_TRUE(detail::DbDialect::oracle);
+  detail::DbDialect::oracle = false;
+}
+
+TEST(Odbc, ModuleSchemaOnAnEmptyServerDatabaseAllOrNothing) {
+  PgScratch scratch;
+  if (!scratch.Available()) {
+    if (ztktest::EnginesRequired()) FAIL() << "no PostgreSQL cluster";
+    GTEST_SKIP() << "no PostgreSQL cluster";
+  }
+  detail::CreateModuleSchemaOdbc(scratch.Connect());
+  auto db = detail::OdbcDatabase::Open(scratch.Connect(), false);
+  EXPECT_EQ(db->TableNames().size(), 6u);
+  EXPECT_EQ(ErrorNumberOf([&] { detail::CreateModuleSchemaOdbc(scratch.Connect()); }), 3204);
+
+  // The same on SQLite through its driver.
+  ztktest::TempDb file(/*withSchema=*/false);
+  detail::CreateModuleSchemaOdbc("Driver=SQLite3;Database=" + file.Path() + ";");
+  ztktest::CapturedBoxes boxes;
+  CTkDb tkdb;
+  tkdb.OpenJetDb("neu", file.Path(), false, false);
+  EXPECT_TRUE(boxes.boxes.empty());
+  EXPECT_EQ(ztktest::Scalar("neu", "SELECT count(*) FROM T_Meldung").ToLong(), 0);
+}
+
+TEST(Odbc, ScriptSplittingKeepsMultiLineStatementsAndDropsComments) {
+  const auto statements = detail::SplitScript(
+      "-- comment\nCREATE TABLE a (\n  x INTEGER\n);\n\nCREATE INDEX i ON a (x);\n");
+  ASSERT_EQ(statements.size(), 2u);
+  EXPECT_EQ(statements[0], "CREATE TABLE a (\n  x INTEGER\n)");
+  EXPECT_EQ(statements[1], "CREATE INDEX i ON a (x)");
+}
