@@ -1,0 +1,257 @@
+// The ztk tool, driven as a user drives it: the built binary, its exit
+// status, what it prints, and its JSON parsed back.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "Engines.h"
+#include "TestSupport.h"
+
+namespace {
+
+struct Outcome {
+  int code = -1;
+  std::string out;
+  std::string err;
+  nlohmann::json Json() const { return nlohmann::json::parse(out); }
+};
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+Outcome Ztk(const std::vector<std::string>& args) {
+  ztktest::TempDb scratch(false);
+  const std::string out = scratch.Dir() + "/out", err = scratch.Dir() + "/err";
+  const pid_t pid = fork();
+  if (pid == 0) {
+    const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int in = open("/dev/null", O_RDONLY);
+    dup2(o, 1);
+    dup2(e, 2);
+    dup2(in, 0);
+    std::vector<char*> argv{const_cast<char*>(ZTKDB_ZTK_PATH)};
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    execv(ZTKDB_ZTK_PATH, argv.data());
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(pid, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+}
+
+// A database made by `ztk init`, and the tool run on it.
+class Cli : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    path = dir.Dir() + "/hd.db";
+    ASSERT_EQ(Ztk({"init", path}).code, 0);
+  }
+  Outcome On(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--db", path});
+    return Ztk(args);
+  }
+  ztktest::TempDb dir{false};
+  std::string path;
+};
+
+}  // namespace
+
+TEST_F(Cli, InitRefusesAnExistingFileAndUsageErrorsExitTwo) {
+  const Outcome again = Ztk({"init", path});
+  EXPECT_EQ(again.code, 1);
+  EXPECT_NE(again.err.find("already exists"), std::string::npos) << again.err;
+  EXPECT_EQ(Ztk({}).code, 2);
+  EXPECT_EQ(Ztk({"init"}).code, 2);
+  EXPECT_EQ(Ztk({"auftrag", "list"}).code, 2);  // no database given
+  EXPECT_EQ(On({"auftrag", "list", "--open", "--done"}).code, 2);
+  const Outcome sort = On({"auftrag", "list", "--sort", "irgendwie"});
+  EXPECT_EQ(sort.code, 2);
+  EXPECT_NE(sort.err.find("--sort"), std::string::npos);
+  EXPECT_EQ(On({"meldung", "list", "--obj", "5"}).code, 2);
+  EXPECT_EQ(On({"auftrag", "show", "sieben"}).code, 2);
+  EXPECT_EQ(On({"auftrag", "list", "--help"}).code, 0);
+
+  const auto tables = On({"--json", "tables"}).Json();
+  EXPECT_EQ(tables.size(), 6u);
+  EXPECT_EQ(tables["T_Auftrag"], 0);
+}
+
+TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
+  const auto m1 =
+      On({"--json", "meldung", "add", "Meldung=Licht defekt", "Melder=Frau O'Hara"}).Json();
+  const auto m2 = On({"--json", "meldung", "add", "NrVorsatz=S", "Meldung=Tür"}).Json();
+  const auto m3 = On({"--json", "meldung", "add", "Meldung=Heizung"}).Json();
+  EXPECT_EQ(m1["Nr"], 1);
+  EXPECT_EQ(m2["Nr"], 1);  // numbers count per prefix
+  EXPECT_EQ(m3["Nr"], 2);
+  EXPECT_EQ(m1["Melder"], "Frau O'Hara");
+  EXPECT_EQ(m1["ErledigtDatum"], nullptr);
+
+  const auto order =
+      On({"--json", "auftrag", "add", "Auftrag=Leuchte tauschen", "AuftragsDatum=15.11.2026",
+          "Kosten=12,5", "MeldungId=" + std::to_string(m1["Id"].get<int>())})
+          .Json();
+  const std::string id = std::to_string(order["Id"].get<int>());
+  EXPECT_EQ(order["AuftragsDatum"], "2026-11-15");
+  EXPECT_EQ(order["Kosten"], 12.5);
+  EXPECT_EQ(order["MeldungId"], m1["Id"]);
+  EXPECT_EQ(On({"--json", "auftrag", "add", "Auftrag=zweiter"}).Json()["Nr"], 2);
+
+  const Outcome set = On({"auftrag", "set", id, "Ort=Köln", "Erledigt=ja"});
+  EXPECT_EQ(set.code, 0) << set.err;
+  EXPECT_NE(set.out.find("Köln"), std::string::npos);
+  const auto shown = On({"--json", "auftrag", "show", id}).Json();
+  EXPECT_EQ(shown["Ort"], "Köln");
+  EXPECT_EQ(shown["Erledigt"], true);
+
+  EXPECT_EQ(On({"auftrag", "unlink", id, "--meldung", std::to_string(m1["Id"].get<int>())}).code,
+            0);
+  EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["MeldungId"], 0);
+  EXPECT_EQ(On({"auftrag", "link", id, "--meldung", std::to_string(m2["Id"].get<int>())}).code, 0);
+  const auto linked =
+      On({"--json", "auftrag", "list", "--meldung", std::to_string(m2["Id"].get<int>())}).Json();
+  ASSERT_EQ(linked.size(), 1u);
+  EXPECT_EQ(linked[0]["Auftrag"], "Leuchte tauschen");
+
+  const auto done = On({"--json", "meldung", "done", std::to_string(m3["Id"].get<int>())}).Json();
+  EXPECT_EQ(done["Erledigt"], true);
+  EXPECT_NE(done["ErledigtDatum"], nullptr);
+
+  const Outcome bad = On({"auftrag", "set", id, "Kosten=1,23456"});
+  EXPECT_EQ(bad.code, 2);
+  EXPECT_NE(bad.err.find("Kosten"), std::string::npos);
+  EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Kosten"], 12.5);  // untouched
+
+  EXPECT_EQ(On({"auftrag", "delete", id}).code, 0);
+  const Outcome gone = On({"auftrag", "show", id});
+  EXPECT_EQ(gone.code, 1);
+  EXPECT_NE(gone.err.find("no auftrag with id " + id), std::string::npos) << gone.err;
+  EXPECT_EQ(On({"auftrag", "delete", id}).code, 1);
+}
+
+TEST_F(Cli, BookingsAndDocumentsOfAnOrder) {
+  const std::string order =
+      std::to_string(On({"--json", "auftrag", "add", "Auftrag=Heizung"}).Json()["Id"].get<int>());
+  ASSERT_EQ(On({"leistung", "add", "AuftragId=" + order, "Stunden=1,5", "PreisProStd=68.50"}).code,
+            0);
+  ASSERT_EQ(On({"material", "add", "AuftragId=" + order, "Bezeichnung=Ventil", "Einheit=Stk",
+                "Menge=2", "Fremdleistung=nein"})
+                .code,
+            0);
+  ASSERT_EQ(On({"material", "add", "AuftragId=" + order, "Bezeichnung=Pumpe", "Einheit=Stk",
+                "Fremdleistung=ja"})
+                .code,
+            0);
+  ASSERT_EQ(On({"dokument", "add", "OrderId=" + order, "Pfad=/srv/docs", "Datei=angebot.pdf"}).code,
+            0);
+
+  const auto labour = On({"--json", "leistung", "list", "--auftrag", order}).Json();
+  ASSERT_EQ(labour.size(), 1u);
+  EXPECT_EQ(labour[0]["Stunden"], 1.5);
+  EXPECT_EQ(labour[0]["PreisProStd"], 68.5);
+  const auto own = On({"--json", "material", "list", "--auftrag", order, "--own"}).Json();
+  ASSERT_EQ(own.size(), 1u);
+  EXPECT_EQ(own[0]["Bezeichnung"], "Ventil");
+  EXPECT_EQ(own[0]["Einheit"], "Stk");
+  EXPECT_EQ(On({"--json", "material", "list", "--auftrag", order, "--fremd"}).Json().size(), 1u);
+  EXPECT_EQ(On({"--json", "material", "list", "--auftrag", order}).Json().size(), 2u);
+  EXPECT_EQ(On({"material", "set", std::to_string(own[0]["Id"].get<int>()), "Einheit=kg"}).code, 2);
+  EXPECT_EQ(On({"--json", "dokument", "list", "--auftrag", order}).Json()[0]["Datei"],
+            "angebot.pdf");
+  EXPECT_EQ(On({"dokument", "list"}).code, 2);
+  EXPECT_EQ(On({"leistung", "add", "Stunden=1"}).code, 2);  // no order
+}
+
+TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
+  const std::string id =
+      std::to_string(On({"--json", "auftrag", "add", "Auftrag=alt"}).Json()["Id"].get<int>());
+  {
+    // Another writer's change in between: the update matches no row. And a
+    // link the database refuses.
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(
+        sqlite3_exec(db,
+                     "CREATE TRIGGER t_skip BEFORE UPDATE ON T_Auftrag BEGIN SELECT "
+                     "RAISE(IGNORE); END; CREATE TRIGGER t_refuse BEFORE INSERT ON "
+                     "T_AuftragMeldung BEGIN SELECT RAISE(ABORT, 'Verknüpfung abgelehnt'); END;",
+                     nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    sqlite3_close(db);
+  }
+  const Outcome conflict = On({"auftrag", "set", id, "Auftrag=neu"});
+  EXPECT_EQ(conflict.code, 1);
+  EXPECT_NE(conflict.err.find("CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!"),
+            std::string::npos)
+      << conflict.err;
+  EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Auftrag"], "alt");
+
+  // The order and its link are one write: a refused link leaves no order.
+  const Outcome half = On({"auftrag", "add", "Auftrag=mit Link", "MeldungId=4"});
+  EXPECT_EQ(half.code, 1);
+  EXPECT_NE(half.err.find("Verknüpfung abgelehnt"), std::string::npos) << half.err;
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 1);
+}
+
+TEST(CliDemo, BuildsTheDataSetAndShowsTheOpenOrders) {
+  ztktest::TempDb dir(false);
+  const std::string path = dir.Dir() + "/demo.db";
+  const Outcome demo = Ztk({"demo", path});
+  ASSERT_EQ(demo.code, 0) << demo.err;
+  EXPECT_NE(demo.out.find("offene Aufträge"), std::string::npos);
+  EXPECT_EQ(Ztk({"demo", path}).code, 1);  // never over an existing file
+
+  const auto counts = Ztk({"--db", path, "--json", "tables"}).Json();
+  EXPECT_GE(counts["T_Meldung"], 60);
+  EXPECT_GT(counts["T_Auftrag"], counts["T_Meldung"]);
+  EXPECT_GT(counts["T_Leistung"], 0);
+  EXPECT_GT(counts["T_AMaterial"], 0);
+  EXPECT_GT(counts["T_MsgOrderDokument"], 0);
+  EXPECT_GT(counts["T_AuftragMeldung"], 0);
+
+  const auto open =
+      Ztk({"--db", path, "--json", "auftrag", "list", "--open", "--sort", "datum"}).Json();
+  ASSERT_GT(open.size(), 5u);
+  std::string last;
+  for (const auto& o : open) {
+    EXPECT_EQ(o["Erledigt"], false);
+    EXPECT_GE(o["AuftragsDatum"].get<std::string>(), last);
+    last = o["AuftragsDatum"].get<std::string>();
+  }
+  EXPECT_NE(demo.out.find(std::to_string(open.size()) + " offene Aufträge"), std::string::npos);
+  const auto done =
+      Ztk({"--db", path, "--json", "meldung", "list", "--done", "--days", "90"}).Json();
+  EXPECT_GT(done.size(), 0u);
+  const auto site =
+      Ztk({"--db", path, "--json", "auftrag", "list", "--sites", "1,2", "--done"}).Json();
+  for (const auto& o : site) EXPECT_TRUE(o["SoId"] == 1 || o["SoId"] == 2 || o["SoId"] == 0);
+}
+
+TEST(CliOdbc, InitAndWorkOnAnOdbcSource) {
+  ztktest::TempDb file(false);
+  const std::string connect = "Driver=SQLite3;Database=" + file.Path() + ";";
+  const Outcome init = Ztk({"init", "--odbc", connect});
+  if (init.code != 0 && !ztktest::EnginesRequired()) GTEST_SKIP() << init.err;
+  ASSERT_EQ(init.code, 0) << init.err;
+  EXPECT_EQ(Ztk({"init", "--odbc", connect}).code, 1);
+  ASSERT_EQ(Ztk({"--odbc", connect, "meldung", "add", "Meldung=über ODBC"}).code, 0);
+  const auto reports = Ztk({"--odbc", connect, "--json", "meldung", "list", "--open"}).Json();
+  ASSERT_EQ(reports.size(), 1u);
+  EXPECT_EQ(reports[0]["Meldung"], "über ODBC");
+
+  const Outcome broken = Ztk({"--odbc", "Driver={Kein Treiber};", "auftrag", "list"});
+  EXPECT_EQ(broken.code, 1);
+  EXPECT_NE(broken.err.find("CTkDb.OpenOdbcDb"), std::string::npos) << broken.err;
+}

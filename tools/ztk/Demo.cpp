@@ -1,0 +1,203 @@
+#include "Demo.h"
+
+#include <array>
+#include <random>
+
+#include "Output.h"
+
+namespace ztk {
+namespace {
+
+using ZTkDb::Currency;
+using ZTkDb::Date;
+
+struct Site {
+  int32_t id;
+  const char* ort;
+  const char* objekt;
+};
+constexpr std::array<Site, 4> kSites = {{
+    {1, "Stuttgart-Mitte", "Verwaltung Königstraße"},
+    {2, "Esslingen", "Werk Nord, Halle 3"},
+    {3, "Ludwigsburg", "Schulzentrum Ost"},
+    {4, "Böblingen", "Kreisklinik, Bau C"},
+}};
+
+struct Fault {
+  const char* text;
+  const char* leistungsart;
+  const char* auftragnehmer;
+  const char* material;
+  const char* einheit;
+  int64_t preis;  // scaled by 10,000
+};
+constexpr std::array<Fault, 12> kFaults = {{
+    {"Heizkörper im Raum {r} bleibt kalt", "Heizung", "Haustechnik Wagner", "Thermostatkopf",
+     "Stk", 289000},
+    {"Wasserhahn in der Teeküche tropft", "Sanitär", "Sanitär Huber", "Kartusche 35 mm", "Stk",
+     184500},
+    {"Deckenleuchte im Flur {r} flackert", "Elektro", "Elektro Maier GmbH", "LED-Röhre 150 cm",
+     "Stk", 129900},
+    {"Aufzug bleibt zwischen 2. und 3. OG stehen", "Aufzug", "Aufzugsservice Neckar",
+     "Türkontakt", "Stk", 870000},
+    {"Tür zum Besprechungsraum {r} klemmt", "Schreiner", "Schreinerei Braun", "Türband",
+     "Stk", 215000},
+    {"Klimagerät im Serverraum meldet Störung", "Klima", "Kältetechnik Roth", "Kältemittel R32",
+     "kg", 645000},
+    {"Fenster im Büro {r} schließt nicht", "Schreiner", "Schreinerei Braun", "Fenstergriff",
+     "Stk", 98000},
+    {"Rauchmelder im Raum {r} piept", "Elektro", "Elektro Maier GmbH", "Lithiumbatterie 9 V",
+     "Stk", 79500},
+    {"WC-Spülung im 1. OG läuft nach", "Sanitär", "Sanitär Huber", "Füllventil", "Stk", 232000},
+    {"Steckdose im Raum {r} ohne Funktion", "Elektro", "Elektro Maier GmbH", "Steckdoseneinsatz",
+     "Stk", 112000},
+    {"Jalousie im Raum {r} lässt sich nicht bedienen", "Sonnenschutz", "Haustechnik Wagner",
+     "Gurtwickler", "Stk", 356000},
+    {"Boden im Eingangsbereich beschädigt", "Bodenbelag", "Schreinerei Braun", "Vinylbelag",
+     "m²", 425000},
+}};
+constexpr std::array<const char*, 6> kMelder = {"Frau Krause", "Herr Yilmaz", "Frau Schneider",
+                                                "Herr Weber",  "Frau Nowak",  "Herr Becker"};
+constexpr std::array<const char*, 3> kBearbeiter = {"Meier", "Schulz", "Öztürk"};
+
+std::string WithRoom(const char* text, int room) {
+  std::string s = text;
+  const size_t at = s.find("{r}");
+  if (at != std::string::npos) {
+    char number[16];
+    std::snprintf(number, sizeof number, "%d.%02d", room / 100, room % 100);
+    s.replace(at, 3, number);
+  }
+  return s;
+}
+
+std::string Time(int minutes) {
+  char buf[8];
+  std::snprintf(buf, sizeof buf, "%02d:%02d", minutes / 60 % 24, minutes % 60);
+  return buf;
+}
+
+}  // namespace
+
+void BuildDemoData(Session& session, int reports) {
+  const std::string& client = session.Client();
+  std::mt19937 rng(20261122);
+  auto pick = [&](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
+  const Date today = Date::Today();
+  Progress progress("Beispieldaten", static_cast<size_t>(reports));
+
+  session.Write([&] {
+    ZTkDb::CMeldung meldung;
+    meldung.ConnectStorage(client);
+    ZTkDb::CAuftrag auftrag;
+    auftrag.ConnectStorage(client);
+    ZTkDb::CLeistung leistung;
+    leistung.ConnectStorage(client);
+    ZTkDb::CMaterial material;
+    material.ConnectStorage(client);
+    ZTkDb::CMsgOrderDokument dokument;
+    dokument.ConnectStorage(client);
+    int32_t nextOrder = auftrag.GetLastNr() + 1;
+
+    for (int i = 0; i < reports; ++i) {
+      const Site& site = kSites[static_cast<size_t>(pick(4))];
+      const Fault& fault = kFaults[static_cast<size_t>(pick(12))];
+      const int room = 100 * (1 + pick(4)) + 1 + pick(30);
+      const Date reported = today.AddDays(-(reports - 1 - i) * 75 / reports);
+      const int minute = 7 * 60 + pick(10 * 60);
+      // Older reports are mostly done, recent ones mostly open.
+      const bool done = reported < today.AddDays(-10) ? pick(10) < 7 : pick(10) < 2;
+      const Date doneOn = done ? std::min(today, reported.AddDays(1 + pick(6))) : ZTkDb::NoDate;
+      const std::string text = WithRoom(fault.text, room);
+      const int32_t nr = meldung.GetLastNrVorsatz("M") + 1;
+      meldung.CreateNew4(nr, kMelder[static_cast<size_t>(pick(6))], 0, "0711 " + std::to_string(2000 + pick(8000)),
+                         reported, Time(minute), 1000 + room, ZTkDb::sotRoom, text,
+                         reported.AddDays(3), "16:00", ZTkDb::NoDate, "", done, doneOn,
+                         done ? Time(minute + 120) : "", 2, site.id * 10, site.id, ZTkDb::hetTikora,
+                         "M", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0", site.ort, site.objekt, "",
+                         "", fault.leistungsart, "Facility Management");
+      if (pick(10) < 3) {
+        dokument.CreateNew(meldung.Id(), 0, "/srv/helpdesk/fotos/" + std::to_string(reported.Year()),
+                           "meldung-" + std::to_string(nr) + ".jpg");
+      }
+      // Most reports raise one order, some two, a few none.
+      const int orders = pick(10) < 1 ? 0 : (pick(10) < 2 ? 2 : 1);
+      for (int o = 0; o < orders; ++o) {
+        const Date raised = std::min(today, reported.AddDays(pick(2)));
+        const bool orderDone = done || pick(10) < 2;
+        const Date orderDoneOn =
+            orderDone ? (done ? doneOn : std::min(today, raised.AddDays(1 + pick(5)))) : ZTkDb::NoDate;
+        auftrag.CreateNew7(nextOrder++, 7 + pick(5), raised, Time(minute + 30), 1000 + room,
+                           ZTkDb::sotRoom, text, raised.AddDays(5), "", ZTkDb::NoDate, "", orderDone,
+                           orderDoneOn, orderDone ? Time(minute + 180) : "", 0, 0, 0, 31, 2,
+                           site.id * 10, site.id, ZTkDb::hetTikora, "A", kBearbeiter[static_cast<size_t>(pick(3))],
+                           "0711 100-0", "Facility Management", 0, "FM-100", site.ort, site.objekt,
+                           "KST-" + std::to_string(400 + site.id), fault.auftragnehmer, false, "",
+                           fault.leistungsart, Currency::FromScaled(fault.preis * (1 + pick(3))),
+                           fault.leistungsart, "Herr Brandt");
+        auftrag.Connect2Msg(meldung.Id());
+        for (int b = pick(3); b > 0; --b) {
+          leistung.CreateNew1(auftrag.Id(), 7, raised.AddDays(pick(3)), Time(8 * 60 + pick(480)), 1,
+                              0.5 * (1 + pick(8)), Currency::FromScaled(685000), 1.0, 4.0 * pick(10),
+                              Currency::FromScaled(4500), "", 9, "Lohn", 31,
+                              "KST-" + std::to_string(400 + site.id), fault.auftragnehmer,
+                              kMelder[static_cast<size_t>(pick(6))], fault.leistungsart, "Facility Management", pick(4) == 0);
+        }
+        if (pick(10) < 6) {
+          material.CreateNew3(auftrag.Id(), fault.leistungsart, fault.material, 1 + pick(4),
+                              Currency::FromScaled(fault.preis / 4), 1.0, 9, "Material",
+                              "KST-" + std::to_string(400 + site.id), fault.einheit,
+                              "Facility Management", pick(3) == 0);
+        }
+        if (pick(10) < 2) {
+          dokument.CreateNew(0, auftrag.Id(), "/srv/helpdesk/angebote",
+                             "angebot-A" + std::to_string(auftrag.Nr()) + ".pdf");
+        }
+      }
+      progress.Step(static_cast<size_t>(i + 1));
+    }
+    // Planned maintenance raised by the technical-equipment module, no report.
+    for (int m = 0; m < reports / 10; ++m) {
+      const Site& site = kSites[static_cast<size_t>(pick(4))];
+      const Date raised = today.AddDays(-pick(40));
+      auftrag.CreateNew7(nextOrder++, 11, raised, "07:00", 5000 + m, ZTkDb::sotTechObj,
+                         "Wartung Lüftungsanlage nach Plan", raised.AddDays(14), "", ZTkDb::NoDate, "",
+                         false, ZTkDb::NoDate, "", 300 + m, 0, 1, 31, 2, site.id * 10, site.id,
+                         ZTkDb::hetTechnik, "A", "Schulz", "0711 100-0", "Technik", 0, "FM-200",
+                         site.ort, site.objekt, "KST-" + std::to_string(400 + site.id),
+                         "Kältetechnik Roth", false, "", "Wartung", Currency::FromScaled(1500000),
+                         "Wartung", "Herr Brandt");
+    }
+  });
+}
+
+void PrintTypicalRequest(Session& session, const OutputOptions& out) {
+  ZTkDb::CAuftragListe orders;
+  orders.ConnectStorage(session.Client());
+  orders.ReadByDone(false, ZTkDb::osByOrderDate, 30);
+  ZTkDb::CMeldung report;
+  report.ConnectStorage(session.Client());
+  nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+  Table table({"Auftrag", "Datum", "Ort", "Auftragstext", "Meldung", "Melder"});
+  for (auto o = orders.MoveFirst(); o; o = orders.MoveNext()) {
+    const bool linked = o->MeldungId() != 0;
+    if (linked) report.ReadById(o->MeldungId());
+    const std::string orderNr = o->NrVorsatz() + std::to_string(o->Nr());
+    const std::string reportNr =
+        linked && report.Id() ? report.NrVorsatz() + std::to_string(report.Nr()) : "";
+    if (out.json) {
+      nlohmann::ordered_json row = RecordJson(AuftragFields(), *o);
+      row["Meldung"] = linked && report.Id() ? RecordJson(MeldungFields(), report) : nullptr;
+      rows.push_back(std::move(row));
+    } else {
+      table.Add({orderNr, DisplayText(o->AuftragsDatum()), o->Ort(), o->Auftrag(), reportNr,
+                 linked && report.Id() ? report.Melder() : ""});
+    }
+  }
+  if (out.json) return PrintJson(rows);
+  std::printf("Offene Aufträge nach Auftragsdatum (ReadByDone False, osByOrderDate, 30 Tage):\n\n");
+  table.Print(stdout);
+  std::printf("%zu offene Aufträge\n", table.Rows());
+}
+
+}  // namespace ztk

@@ -1,0 +1,391 @@
+#include "Fields.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdio>
+#include <stdexcept>
+
+namespace ztk {
+namespace {
+
+using ZTkDb::CAuftrag;
+using ZTkDb::CLeistung;
+using ZTkDb::CMaterial;
+using ZTkDb::CMeldung;
+using ZTkDb::CMsgOrderDokument;
+using ZTkDb::Currency;
+using ZTkDb::Date;
+
+std::string Lower(std::string s) {
+  for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return s;
+}
+
+bool ParseInteger(const std::string& text, int64_t min, int64_t max, int64_t& out) {
+  if (text.empty()) return false;
+  size_t used = 0;
+  try {
+    const long long v = std::stoll(text, &used, 10);
+    if (used != text.size() || v < min || v > max) return false;
+    out = v;
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+// Exact: "12,5" and "-0.0001" become scaled integers without a double.
+bool ParseMoney(const std::string& text, Currency& out) {
+  size_t i = 0;
+  bool negative = false;
+  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
+  int64_t whole = 0, fraction = 0;
+  int digits = 0;
+  bool any = false;
+  for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
+    if (whole > 92233720368547) return false;
+    whole = whole * 10 + (text[i] - '0');
+  }
+  if (i < text.size() && (text[i] == '.' || text[i] == ',')) {
+    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
+      if (++digits > 4) return false;
+      fraction = fraction * 10 + (text[i] - '0');
+    }
+  }
+  if (!any || i != text.size()) return false;
+  for (; digits < 4; ++digits) fraction *= 10;
+  out = Currency::FromScaled((negative ? -1 : 1) * (whole * 10000 + fraction));
+  return true;
+}
+
+std::string DateText(Date d) {
+  if (d == ZTkDb::NoDate) return "";
+  return d.ShortText();
+}
+
+}  // namespace
+
+bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::string& why) {
+  int64_t n = 0;
+  switch (kind) {
+    case FieldKind::kLong:
+      if (!ParseInteger(text, INT32_MIN, INT32_MAX, n)) {
+        why = "expected a whole number, got '" + text + "'";
+        return false;
+      }
+      out = static_cast<int32_t>(n);
+      return true;
+    case FieldKind::kByte:
+      if (!ParseInteger(text, 0, 255, n)) {
+        why = "expected a number from 0 to 255, got '" + text + "'";
+        return false;
+      }
+      out = static_cast<uint8_t>(n);
+      return true;
+    case FieldKind::kBool: {
+      const std::string v = Lower(text);
+      if (v == "ja" || v == "true" || v == "1" || v == "-1" || v == "yes") out = true;
+      else if (v == "nein" || v == "false" || v == "0" || v == "no") out = false;
+      else {
+        why = "expected ja or nein, got '" + text + "'";
+        return false;
+      }
+      return true;
+    }
+    case FieldKind::kDate: {
+      const std::string v = Lower(text);
+      Date d;
+      if (v.empty()) d = ZTkDb::NoDate;
+      else if (v == "heute" || v == "today") d = Date::Today();
+      else if (!Date::TryParse(text, d)) {
+        why = "expected a date such as 15.11.2026 or 2026-11-15, got '" + text + "'";
+        return false;
+      }
+      out = d;
+      return true;
+    }
+    case FieldKind::kCurrency: {
+      Currency c;
+      if (!ParseMoney(text, c)) {
+        why = "expected an amount with at most 4 decimals, got '" + text + "'";
+        return false;
+      }
+      out = c;
+      return true;
+    }
+    case FieldKind::kDouble: {
+      std::string v = text;
+      for (char& c : v) {
+        if (c == ',') c = '.';
+      }
+      size_t used = 0;
+      try {
+        const double d = std::stod(v, &used);
+        if (used == v.size() && std::isfinite(d)) {
+          out = d;
+          return true;
+        }
+      } catch (const std::exception&) {
+      }
+      why = "expected a number, got '" + text + "'";
+      return false;
+    }
+    case FieldKind::kText: out = text; return true;
+  }
+  return false;
+}
+
+std::string DisplayText(const FieldValue& v) {
+  return std::visit(
+      [](const auto& x) -> std::string {
+        using T = std::decay_t<decltype(x)>;
+        if constexpr (std::is_same_v<T, std::string>) return x;
+        else if constexpr (std::is_same_v<T, bool>) return x ? "ja" : "nein";
+        else if constexpr (std::is_same_v<T, Date>) return DateText(x);
+        else if constexpr (std::is_same_v<T, Currency>) {
+          const int64_t s = x.Scaled();
+          const uint64_t m = s < 0 ? uint64_t{0} - static_cast<uint64_t>(s) : static_cast<uint64_t>(s);
+          char buf[40];
+          std::snprintf(buf, sizeof buf, "%s%llu.%04llu", s < 0 ? "-" : "",
+                        static_cast<unsigned long long>(m / 10000),
+                        static_cast<unsigned long long>(m % 10000));
+          std::string text = buf;
+          while (text.back() == '0' && text[text.size() - 3] != '.') text.pop_back();
+          return text;
+        } else if constexpr (std::is_same_v<T, double>) {
+          char buf[32];
+          std::snprintf(buf, sizeof buf, "%.15g", x);
+          return buf;
+        } else {
+          return std::to_string(static_cast<int64_t>(x));
+        }
+      },
+      v);
+}
+
+nlohmann::ordered_json JsonValue(const FieldValue& v) {
+  return std::visit(
+      [](const auto& x) -> nlohmann::ordered_json {
+        using T = std::decay_t<decltype(x)>;
+        if constexpr (std::is_same_v<T, Date>) {
+          if (x == ZTkDb::NoDate) return nullptr;
+          std::string iso = x.IsoText();
+          if (!x.HasTime()) return iso.substr(0, 10);
+          iso[10] = 'T';
+          return iso;
+        } else if constexpr (std::is_same_v<T, Currency>) {
+          return x.ToDouble();
+        } else if constexpr (std::is_same_v<T, uint8_t>) {
+          return static_cast<int>(x);
+        } else {
+          return x;
+        }
+      },
+      v);
+}
+
+template <typename R>
+std::vector<std::pair<const Field<R>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<R>>& fields, const std::vector<std::string>& assignments) {
+  std::vector<std::pair<const Field<R>*, FieldValue>> out;
+  for (const std::string& a : assignments) {
+    const size_t eq = a.find('=');
+    if (eq == std::string::npos || eq == 0) {
+      throw std::invalid_argument("expected FIELD=VALUE, got '" + a + "'");
+    }
+    const std::string name = Lower(a.substr(0, eq));
+    const Field<R>* field = nullptr;
+    for (const auto& f : fields) {
+      if (Lower(f.name) == name) field = &f;
+    }
+    if (!field) throw std::invalid_argument("unknown field '" + a.substr(0, eq) + "'");
+    if (!field->set) throw std::invalid_argument("field " + std::string(field->name) + " is read-only");
+    FieldValue value;
+    std::string why;
+    if (!ParseValue(field->kind, a.substr(eq + 1), value, why)) {
+      throw std::invalid_argument(std::string(field->name) + ": " + why);
+    }
+    out.emplace_back(field, std::move(value));
+  }
+  return out;
+}
+
+template std::vector<std::pair<const Field<CAuftrag>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<CAuftrag>>&, const std::vector<std::string>&);
+template std::vector<std::pair<const Field<CMeldung>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<CMeldung>>&, const std::vector<std::string>&);
+template std::vector<std::pair<const Field<CLeistung>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<CLeistung>>&, const std::vector<std::string>&);
+template std::vector<std::pair<const Field<CMaterial>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<CMaterial>>&, const std::vector<std::string>&);
+template std::vector<std::pair<const Field<CMsgOrderDokument>*, FieldValue>> ParseAssignments(
+    const std::vector<Field<CMsgOrderDokument>>&, const std::vector<std::string>&);
+
+// A property pair: getter and setter of one name and one value type.
+#define ZTK_RW(R, Name, Kind, T, listed)                                               \
+  Field<R> {                                                                           \
+    #Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); },                 \
+        [](R& r, const FieldValue& v) { r.Name(std::get<T>(v)); }, listed              \
+  }
+#define ZTK_RO(R, Name, Kind, T, listed) \
+  Field<R> { #Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); }, nullptr, listed }
+
+using K = FieldKind;
+
+const std::vector<Field<CAuftrag>>& AuftragFields() {
+  using R = CAuftrag;
+  static const std::vector<Field<R>> fields = {
+      ZTK_RO(R, Id, K::kLong, int32_t, true),
+      ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, NrVorsatz, K::kText, std::string, true),
+      ZTK_RW(R, Nr, K::kLong, int32_t, true),
+      ZTK_RW(R, AuftragsDatum, K::kDate, Date, true),
+      ZTK_RW(R, AuftragsZeit, K::kText, std::string, false),
+      ZTK_RW(R, Auftrag, K::kText, std::string, true),
+      ZTK_RW(R, Ort, K::kText, std::string, true),
+      ZTK_RW(R, Objekt, K::kText, std::string, false),
+      ZTK_RW(R, ObjId, K::kLong, int32_t, false),
+      Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
+               [](R& r, const FieldValue& v) {
+                 r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
+               }},
+      ZTK_RW(R, SoId, K::kLong, int32_t, true),
+      ZTK_RW(R, ErledBisDatum, K::kDate, Date, false),
+      ZTK_RW(R, ErledBisZeit, K::kText, std::string, false),
+      ZTK_RW(R, WiederDatum, K::kDate, Date, false),
+      ZTK_RW(R, WiederZeit, K::kText, std::string, false),
+      ZTK_RW(R, Erledigt, K::kBool, bool, true),
+      ZTK_RW(R, ErledigtDatum, K::kDate, Date, true),
+      ZTK_RW(R, ErledigtZeit, K::kText, std::string, false),
+      ZTK_RW(R, MeldungId, K::kLong, int32_t, true),
+      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t, false),
+      ZTK_RW(R, Auftragstyp, K::kByte, uint8_t, false),
+      ZTK_RW(R, AuftragstypText, K::kText, std::string, false),
+      ZTK_RW(R, ObjAufgabeId, K::kLong, int32_t, false),
+      ZTK_RW(R, ObjHistorieId, K::kLong, int32_t, false),
+      ZTK_RW(R, Herkunft, K::kByte, uint8_t, false),
+      ZTK_RW(R, AnsprechId, K::kLong, int32_t, false),
+      ZTK_RW(R, GebTyp, K::kByte, uint8_t, false),
+      ZTK_RW(R, GebId, K::kLong, int32_t, false),
+      ZTK_RW(R, Bearbeiter, K::kText, std::string, false),
+      ZTK_RW(R, TelBearbeiter, K::kText, std::string, false),
+      ZTK_RW(R, AuftragGeber, K::kText, std::string, false),
+      ZTK_RW(R, AufGebFaId, K::kLong, int32_t, false),
+      ZTK_RW(R, AufGebKst, K::kText, std::string, false),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
+      ZTK_RW(R, Gesperrt, K::kBool, bool, false),
+      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
+      ZTK_RW(R, Kosten, K::kCurrency, Currency, false),
+      ZTK_RW(R, Leistungsart, K::kText, std::string, false),
+      ZTK_RW(R, Verantwortlicher, K::kText, std::string, false),
+  };
+  return fields;
+}
+
+const std::vector<Field<CMeldung>>& MeldungFields() {
+  using R = CMeldung;
+  static const std::vector<Field<R>> fields = {
+      ZTK_RO(R, Id, K::kLong, int32_t, true),
+      ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, NrVorsatz, K::kText, std::string, true),
+      ZTK_RW(R, Nr, K::kLong, int32_t, true),
+      ZTK_RW(R, MeldeDatum, K::kDate, Date, true),
+      ZTK_RW(R, MeldeZeit, K::kText, std::string, true),
+      ZTK_RW(R, Melder, K::kText, std::string, true),
+      ZTK_RW(R, MelderFaId, K::kLong, int32_t, false),
+      ZTK_RW(R, MelderTel, K::kText, std::string, false),
+      ZTK_RW(R, Email, K::kText, std::string, false),
+      ZTK_RW(R, Meldung, K::kText, std::string, true),
+      ZTK_RW(R, Ort, K::kText, std::string, true),
+      ZTK_RW(R, Objekt, K::kText, std::string, false),
+      ZTK_RW(R, ObjId, K::kLong, int32_t, false),
+      Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
+               [](R& r, const FieldValue& v) {
+                 r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
+               }},
+      ZTK_RW(R, SoId, K::kLong, int32_t, true),
+      ZTK_RW(R, ErledBisDatum, K::kDate, Date, false),
+      ZTK_RW(R, ErledBisZeit, K::kText, std::string, false),
+      ZTK_RW(R, WiederDatum, K::kDate, Date, false),
+      ZTK_RW(R, WiederZeit, K::kText, std::string, false),
+      ZTK_RW(R, Erledigt, K::kBool, bool, true),
+      ZTK_RW(R, ErledigtDatum, K::kDate, Date, true),
+      ZTK_RW(R, ErledigtZeit, K::kText, std::string, false),
+      ZTK_RW(R, GebTyp, K::kByte, uint8_t, false),
+      ZTK_RW(R, GebId, K::kLong, int32_t, false),
+      ZTK_RW(R, Herkunft, K::kByte, uint8_t, false),
+      ZTK_RW(R, Bearbeiter, K::kText, std::string, false),
+      ZTK_RW(R, TelBearbeiter, K::kText, std::string, false),
+      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
+      ZTK_RW(R, Leistungsart, K::kText, std::string, false),
+      ZTK_RW(R, Verantwortlicher, K::kText, std::string, false),
+  };
+  return fields;
+}
+
+const std::vector<Field<CLeistung>>& LeistungFields() {
+  using R = CLeistung;
+  static const std::vector<Field<R>> fields = {
+      ZTK_RO(R, Id, K::kLong, int32_t, true),
+      ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, AuftragId, K::kLong, int32_t, true),
+      ZTK_RW(R, AusfDatum, K::kDate, Date, true),
+      ZTK_RW(R, AusfZeit, K::kText, std::string, false),
+      ZTK_RW(R, Auftragnehmer, K::kText, std::string, true),
+      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t, false),
+      ZTK_RW(R, Leistart, K::kText, std::string, true),
+      ZTK_RW(R, LeistArtId, K::kLong, int32_t, false),
+      ZTK_RW(R, Stunden, K::kDouble, double, true),
+      ZTK_RW(R, PreisProStd, K::kCurrency, Currency, true),
+      ZTK_RW(R, Faktor, K::kDouble, double, false),
+      ZTK_RW(R, Weg, K::kDouble, double, false),
+      ZTK_RW(R, PreisProKm, K::kCurrency, Currency, false),
+      ZTK_RW(R, Fremdleistung, K::kBool, bool, true),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
+      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t, false),
+      ZTK_RW(R, Kostenart, K::kText, std::string, false),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
+      ZTK_RW(R, Ansprech, K::kText, std::string, false),
+      ZTK_RW(R, AnsprechId, K::kLong, int32_t, false),
+      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
+  };
+  return fields;
+}
+
+const std::vector<Field<CMaterial>>& MaterialFields() {
+  using R = CMaterial;
+  static const std::vector<Field<R>> fields = {
+      ZTK_RO(R, Id, K::kLong, int32_t, true),
+      ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, AuftragId, K::kLong, int32_t, true),
+      ZTK_RW(R, MatKlasse, K::kText, std::string, true),
+      ZTK_RW(R, Bezeichnung, K::kText, std::string, true),
+      ZTK_RW(R, Menge, K::kDouble, double, true),
+      // The record keeps its unit on assignment, so only `add` sets it.
+      ZTK_RO(R, Einheit, K::kText, std::string, true),
+      ZTK_RW(R, PreisProEinheit, K::kCurrency, Currency, true),
+      ZTK_RW(R, Faktor, K::kDouble, double, false),
+      ZTK_RW(R, Fremdleistung, K::kBool, bool, true),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
+      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t, false),
+      ZTK_RW(R, Kostenart, K::kText, std::string, false),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
+  };
+  return fields;
+}
+
+const std::vector<Field<CMsgOrderDokument>>& DokumentFields() {
+  using R = CMsgOrderDokument;
+  static const std::vector<Field<R>> fields = {
+      ZTK_RO(R, Id, K::kLong, int32_t, true),
+      ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, OrderId, K::kLong, int32_t, true),
+      ZTK_RW(R, MsgId, K::kLong, int32_t, true),
+      ZTK_RW(R, Pfad, K::kText, std::string, true),
+      ZTK_RW(R, Datei, K::kText, std::string, true),
+  };
+  return fields;
+}
+
+}  // namespace ztk

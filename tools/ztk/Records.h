@@ -1,0 +1,181 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Fields.h"
+#include "Output.h"
+#include "Session.h"
+
+namespace ztk {
+
+// What the generic record commands need to know of one record class.
+template <typename R>
+struct RecordKind;
+
+template <>
+struct RecordKind<ZTkDb::CAuftrag> {
+  static constexpr const char* kWord = "auftrag";
+  static const auto& Fields() { return AuftragFields(); }
+  static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
+  // The next number: the highest over all prefixes, plus one.
+  static void Number(ZTkDb::CAuftrag& draft, const std::string& client);
+  static void Create(ZTkDb::CAuftrag& target, const ZTkDb::CAuftrag& draft);
+  static void Prepare(ZTkDb::CAuftrag& draft);
+};
+
+template <>
+struct RecordKind<ZTkDb::CMeldung> {
+  static constexpr const char* kWord = "meldung";
+  static const auto& Fields() { return MeldungFields(); }
+  static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
+  // The next number under the report's prefix.
+  static void Number(ZTkDb::CMeldung& draft, const std::string& client);
+  static void Create(ZTkDb::CMeldung& target, const ZTkDb::CMeldung& draft);
+  static void Prepare(ZTkDb::CMeldung& draft);
+};
+
+template <>
+struct RecordKind<ZTkDb::CLeistung> {
+  static constexpr const char* kWord = "leistung";
+  static const auto& Fields() { return LeistungFields(); }
+  static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
+  static void Number(ZTkDb::CLeistung&, const std::string&) {}
+  static void Create(ZTkDb::CLeistung& target, const ZTkDb::CLeistung& draft);
+  static void Prepare(ZTkDb::CLeistung& draft);
+};
+
+template <>
+struct RecordKind<ZTkDb::CMaterial> {
+  static constexpr const char* kWord = "material";
+  static const auto& Fields() { return MaterialFields(); }
+  static void Number(ZTkDb::CMaterial&, const std::string&) {}
+  // The unit cannot be assigned to a CMaterial, so `add` takes it out of the
+  // assignments and hands it to the creation beside the draft.
+  static inline std::string unit;
+  static std::vector<std::string> Extract(const std::vector<std::string>& a);
+  static void Create(ZTkDb::CMaterial& target, const ZTkDb::CMaterial& draft);
+  static void Prepare(ZTkDb::CMaterial& draft) { draft.Faktor(1.0); }
+};
+
+template <>
+struct RecordKind<ZTkDb::CMsgOrderDokument> {
+  static constexpr const char* kWord = "dokument";
+  static const auto& Fields() { return DokumentFields(); }
+  static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
+  static void Number(ZTkDb::CMsgOrderDokument&, const std::string&) {}
+  static void Create(ZTkDb::CMsgOrderDokument& target, const ZTkDb::CMsgOrderDokument& draft);
+  static void Prepare(ZTkDb::CMsgOrderDokument&) {}
+};
+
+struct OutputOptions {
+  bool json = false;
+};
+
+// The record with that id, connected; a Failure when there is none.
+template <typename R>
+std::unique_ptr<R> Load(Session& session, int32_t id) {
+  auto record = std::make_unique<R>();
+  record->ConnectStorage(session.Client());
+  record->ReadById(id);
+  if (record->Id() == 0) {
+    throw Failure(std::string("no ") + RecordKind<R>::kWord + " with id " + std::to_string(id));
+  }
+  return record;
+}
+
+template <typename R>
+void PrintRecord(const R& record, const OutputOptions& out) {
+  const auto& fields = RecordKind<R>::Fields();
+  if (out.json) return PrintJson(RecordJson(fields, record));
+  Table table({"Feld", "Wert"});
+  for (const auto& f : fields) table.Add({f.name, DisplayText(f.get(record))});
+  table.Print(stdout, 70);
+}
+
+// Prints the rows of a list, from its first row to its end.
+template <typename List>
+void PrintList(List& list, const OutputOptions& out) {
+  using R = typename decltype(list.MoveFirst())::element_type;
+  const auto& fields = RecordKind<R>::Fields();
+  if (out.json) {
+    nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+    for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
+      rows.push_back(RecordJson(fields, *item));
+    }
+    return PrintJson(rows);
+  }
+  std::vector<std::string> header;
+  for (const auto& f : fields) {
+    if (f.listed) header.push_back(f.name);
+  }
+  Table table(header);
+  for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
+    std::vector<std::string> row;
+    for (const auto& f : fields) {
+      if (f.listed) row.push_back(DisplayText(f.get(*item)));
+    }
+    table.Add(std::move(row));
+  }
+  table.Print(stdout);
+  std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
+}
+
+template <typename R>
+void Show(Session& session, int32_t id, const OutputOptions& out) {
+  PrintRecord(*Load<R>(session, id), out);
+}
+
+template <typename R>
+void Add(Session& session, const std::vector<std::string>& assignments, const OutputOptions& out) {
+  const auto values =
+      ParseAssignments(RecordKind<R>::Fields(), RecordKind<R>::Extract(assignments));
+  R draft;
+  RecordKind<R>::Prepare(draft);
+  Apply(draft, values);
+  bool numbered = false;
+  for (const auto& [field, value] : values) numbered |= std::string(field->name) == "Nr";
+  auto record = std::make_unique<R>();
+  record->ConnectStorage(session.Client());
+  session.Write([&] {
+    if (!numbered) RecordKind<R>::Number(draft, session.Client());
+    RecordKind<R>::Create(*record, draft);
+  });
+  if (record->Id() == 0) throw Failure("the new row could not be read back");
+  PrintRecord(*record, out);
+}
+
+template <typename R>
+void Set(Session& session, int32_t id, const std::vector<std::string>& assignments,
+         const OutputOptions& out) {
+  const auto values = ParseAssignments(RecordKind<R>::Fields(), assignments);
+  if (values.empty()) throw UsageError("nothing to set: give FIELD=VALUE");
+  auto record = Load<R>(session, id);
+  Apply(*record, values);
+  session.Write([&] { record->Update(); });
+  PrintRecord(*record, out);
+}
+
+template <typename R>
+void Done(Session& session, int32_t id, const OutputOptions& out) {
+  auto record = Load<R>(session, id);
+  const ZTkDb::Date now = ZTkDb::Date::Now();
+  char time[8];
+  std::snprintf(time, sizeof time, "%02d:%02d", now.Hour(), now.Minute());
+  record->Erledigt(true);
+  record->ErledigtDatum(now.DatePart());
+  record->ErledigtZeit(time);
+  session.Write([&] { record->Update(); });
+  PrintRecord(*record, out);
+}
+
+template <typename R>
+void Delete(Session& session, int32_t id, const OutputOptions& out) {
+  auto record = Load<R>(session, id);
+  session.Write([&] { record->Delete(); });
+  if (out.json) return PrintJson({{"deleted", id}});
+  std::printf("%s %d gelöscht\n", RecordKind<R>::kWord, id);
+}
+
+}  // namespace ztk

@@ -1,0 +1,47 @@
+#include "Session.h"
+
+#include <cstdio>
+
+namespace ztk {
+namespace {
+
+bool critical_shown = false;
+
+}  // namespace
+
+void InstallMessageLines() {
+  ZTkDb::SetMessageSink([](const ZTkDb::MessageBoxCall& box) {
+    std::string text = box.text;
+    for (size_t at; (at = text.find('\n')) != std::string::npos;) text.replace(at, 1, ": ");
+    std::fprintf(stderr, "ztk: %s%s\n", box.critical ? "error: " : "", text.c_str());
+    if (box.critical) critical_shown = true;
+  });
+}
+
+bool CriticalBoxShown() { return critical_shown; }
+void ResetCriticalBox() { critical_shown = false; }
+
+Session::Session(const DbOptions& options) : client_(options.client) {
+  if (options.db.empty() == options.odbc.empty()) {
+    throw UsageError("give the database as --db PATH or --odbc \"CONNSTR\" (one of them)");
+  }
+  if (client_.empty()) throw UsageError("--client must not be empty");
+  if (!options.db.empty()) {
+    tkdb_.OpenJetDb(client_, options.db, false, false);
+  } else {
+    ResetCriticalBox();
+    // A failed ODBC open shows its box (on stderr) and returns normally.
+    tkdb_.OpenOdbcDb(client_, options.odbc, false, false);
+    if (tkdb_.DbPath().empty()) throw Failure("the ODBC data source could not be opened");
+  }
+}
+
+void Session::RollbackQuietly(ZTkDb::Workspace& ws) noexcept {
+  try {
+    ws.Rollback();
+  } catch (const ZTkDb::Error&) {
+    // The error that led here is the one to report.
+  }
+}
+
+}  // namespace ztk
