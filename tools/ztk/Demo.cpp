@@ -32,29 +32,29 @@ struct Fault {
   int64_t preis;  // scaled by 10,000
 };
 constexpr std::array<Fault, 12> kFaults = {{
-    {"Heizkörper im Raum {r} bleibt kalt", "Heizung", "Haustechnik Wagner", "Thermostatkopf",
-     "Stk", 289000},
+    {"Heizkörper im Raum {r} bleibt kalt", "Heizung", "Haustechnik Wagner", "Thermostatkopf", "Stk",
+     289000},
     {"Wasserhahn in der Teeküche tropft", "Sanitär", "Sanitär Huber", "Kartusche 35 mm", "Stk",
      184500},
     {"Deckenleuchte im Flur {r} flackert", "Elektro", "Elektro Maier GmbH", "LED-Röhre 150 cm",
      "Stk", 129900},
-    {"Aufzug bleibt zwischen 2. und 3. OG stehen", "Aufzug", "Aufzugsservice Neckar",
-     "Türkontakt", "Stk", 870000},
-    {"Tür zum Besprechungsraum {r} klemmt", "Schreiner", "Schreinerei Braun", "Türband",
-     "Stk", 215000},
+    {"Aufzug bleibt zwischen 2. und 3. OG stehen", "Aufzug", "Aufzugsservice Neckar", "Türkontakt",
+     "Stk", 870000},
+    {"Tür zum Besprechungsraum {r} klemmt", "Schreiner", "Schreinerei Braun", "Türband", "Stk",
+     215000},
     {"Klimagerät im Serverraum meldet Störung", "Klima", "Kältetechnik Roth", "Kältemittel R32",
      "kg", 645000},
-    {"Fenster im Büro {r} schließt nicht", "Schreiner", "Schreinerei Braun", "Fenstergriff",
-     "Stk", 98000},
-    {"Rauchmelder im Raum {r} piept", "Elektro", "Elektro Maier GmbH", "Lithiumbatterie 9 V",
-     "Stk", 79500},
+    {"Fenster im Büro {r} schließt nicht", "Schreiner", "Schreinerei Braun", "Fenstergriff", "Stk",
+     98000},
+    {"Rauchmelder im Raum {r} piept", "Elektro", "Elektro Maier GmbH", "Lithiumbatterie 9 V", "Stk",
+     79500},
     {"WC-Spülung im 1. OG läuft nach", "Sanitär", "Sanitär Huber", "Füllventil", "Stk", 232000},
     {"Steckdose im Raum {r} ohne Funktion", "Elektro", "Elektro Maier GmbH", "Steckdoseneinsatz",
      "Stk", 112000},
     {"Jalousie im Raum {r} lässt sich nicht bedienen", "Sonnenschutz", "Haustechnik Wagner",
      "Gurtwickler", "Stk", 356000},
-    {"Boden im Eingangsbereich beschädigt", "Bodenbelag", "Schreinerei Braun", "Vinylbelag",
-     "m²", 425000},
+    {"Boden im Eingangsbereich beschädigt", "Bodenbelag", "Schreinerei Braun", "Vinylbelag", "m²",
+     425000},
 }};
 constexpr std::array<const char*, 6> kMelder = {"Frau Krause", "Herr Yilmaz", "Frau Schneider",
                                                 "Herr Weber",  "Frau Nowak",  "Herr Becker"};
@@ -110,14 +110,15 @@ void BuildDemoData(Session& session, int reports) {
       const Date doneOn = done ? std::min(today, reported.AddDays(1 + pick(6))) : ZTkDb::NoDate;
       const std::string text = WithRoom(fault.text, room);
       const int32_t nr = meldung.GetLastNrVorsatz("M") + 1;
-      meldung.CreateNew4(nr, kMelder[static_cast<size_t>(pick(6))], 0, "0711 " + std::to_string(2000 + pick(8000)),
-                         reported, Time(minute), 1000 + room, ZTkDb::sotRoom, text,
-                         reported.AddDays(3), "16:00", ZTkDb::NoDate, "", done, doneOn,
-                         done ? Time(minute + 120) : "", 2, site.id * 10, site.id, ZTkDb::hetTikora,
-                         "M", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0", site.ort, site.objekt, "",
-                         "", fault.leistungsart, "Facility Management");
+      meldung.CreateNew4(
+          nr, kMelder[static_cast<size_t>(pick(6))], 0, "0711 " + std::to_string(2000 + pick(8000)),
+          reported, Time(minute), 1000 + room, ZTkDb::sotRoom, text, reported.AddDays(3), "16:00",
+          ZTkDb::NoDate, "", done, doneOn, done ? Time(minute + 120) : "", 2, site.id * 10, site.id,
+          ZTkDb::hetTikora, "M", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0", site.ort,
+          site.objekt, "", "", fault.leistungsart, "Facility Management");
       if (pick(10) < 3) {
-        dokument.CreateNew(meldung.Id(), 0, "/srv/helpdesk/fotos/" + std::to_string(reported.Year()),
+        dokument.CreateNew(meldung.Id(), 0,
+                           "/srv/helpdesk/fotos/" + std::to_string(reported.Year()),
                            "meldung-" + std::to_string(nr) + ".jpg");
       }
       // Most reports raise one order, some two, a few none.
@@ -126,22 +127,25 @@ void BuildDemoData(Session& session, int reports) {
         const Date raised = std::min(today, reported.AddDays(pick(2)));
         const bool orderDone = done || pick(10) < 2;
         const Date orderDoneOn =
-            orderDone ? (done ? doneOn : std::min(today, raised.AddDays(1 + pick(5)))) : ZTkDb::NoDate;
+            orderDone ? (done ? doneOn : std::min(today, raised.AddDays(1 + pick(5))))
+                      : ZTkDb::NoDate;
         auftrag.CreateNew7(nextOrder++, 7 + pick(5), raised, Time(minute + 30), 1000 + room,
-                           ZTkDb::sotRoom, text, raised.AddDays(5), "", ZTkDb::NoDate, "", orderDone,
-                           orderDoneOn, orderDone ? Time(minute + 180) : "", 0, 0, 0, 31, 2,
-                           site.id * 10, site.id, ZTkDb::hetTikora, "A", kBearbeiter[static_cast<size_t>(pick(3))],
-                           "0711 100-0", "Facility Management", 0, "FM-100", site.ort, site.objekt,
+                           ZTkDb::sotRoom, text, raised.AddDays(5), "", ZTkDb::NoDate, "",
+                           orderDone, orderDoneOn, orderDone ? Time(minute + 180) : "", 0, 0, 0, 31,
+                           2, site.id * 10, site.id, ZTkDb::hetTikora, "A",
+                           kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0",
+                           "Facility Management", 0, "FM-100", site.ort, site.objekt,
                            "KST-" + std::to_string(400 + site.id), fault.auftragnehmer, false, "",
                            fault.leistungsart, Currency::FromScaled(fault.preis * (1 + pick(3))),
                            fault.leistungsart, "Herr Brandt");
         auftrag.Connect2Msg(meldung.Id());
         for (int b = pick(3); b > 0; --b) {
           leistung.CreateNew1(auftrag.Id(), 7, raised.AddDays(pick(3)), Time(8 * 60 + pick(480)), 1,
-                              0.5 * (1 + pick(8)), Currency::FromScaled(685000), 1.0, 4.0 * pick(10),
-                              Currency::FromScaled(4500), "", 9, "Lohn", 31,
+                              0.5 * (1 + pick(8)), Currency::FromScaled(685000), 1.0,
+                              4.0 * pick(10), Currency::FromScaled(4500), "", 9, "Lohn", 31,
                               "KST-" + std::to_string(400 + site.id), fault.auftragnehmer,
-                              kMelder[static_cast<size_t>(pick(6))], fault.leistungsart, "Facility Management", pick(4) == 0);
+                              kMelder[static_cast<size_t>(pick(6))], fault.leistungsart,
+                              "Facility Management", pick(4) == 0);
         }
         if (pick(10) < 6) {
           material.CreateNew3(auftrag.Id(), fault.leistungsart, fault.material, 1 + pick(4),
@@ -161,8 +165,8 @@ void BuildDemoData(Session& session, int reports) {
       const Site& site = kSites[static_cast<size_t>(pick(4))];
       const Date raised = today.AddDays(-pick(40));
       auftrag.CreateNew7(nextOrder++, 11, raised, "07:00", 5000 + m, ZTkDb::sotTechObj,
-                         "Wartung Lüftungsanlage nach Plan", raised.AddDays(14), "", ZTkDb::NoDate, "",
-                         false, ZTkDb::NoDate, "", 300 + m, 0, 1, 31, 2, site.id * 10, site.id,
+                         "Wartung Lüftungsanlage nach Plan", raised.AddDays(14), "", ZTkDb::NoDate,
+                         "", false, ZTkDb::NoDate, "", 300 + m, 0, 1, 31, 2, site.id * 10, site.id,
                          ZTkDb::hetTechnik, "A", "Schulz", "0711 100-0", "Technik", 0, "FM-200",
                          site.ort, site.objekt, "KST-" + std::to_string(400 + site.id),
                          "Kältetechnik Roth", false, "", "Wartung", Currency::FromScaled(1500000),

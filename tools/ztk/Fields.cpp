@@ -47,7 +47,8 @@ bool ParseMoney(const std::string& text, Currency& out) {
     whole = whole * 10 + (text[i] - '0');
   }
   if (i < text.size() && (text[i] == '.' || text[i] == ',')) {
-    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
+    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]));
+         ++i, any = true) {
       if (++digits > 4) return false;
       fraction = fraction * 10 + (text[i] - '0');
     }
@@ -84,8 +85,10 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       return true;
     case FieldKind::kBool: {
       const std::string v = Lower(text);
-      if (v == "ja" || v == "true" || v == "1" || v == "-1" || v == "yes") out = true;
-      else if (v == "nein" || v == "false" || v == "0" || v == "no") out = false;
+      if (v == "ja" || v == "true" || v == "1" || v == "-1" || v == "yes")
+        out = true;
+      else if (v == "nein" || v == "false" || v == "0" || v == "no")
+        out = false;
       else {
         why = "expected ja or nein, got '" + text + "'";
         return false;
@@ -95,8 +98,10 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
     case FieldKind::kDate: {
       const std::string v = Lower(text);
       Date d;
-      if (v.empty()) d = ZTkDb::NoDate;
-      else if (v == "heute" || v == "today") d = Date::Today();
+      if (v.empty())
+        d = ZTkDb::NoDate;
+      else if (v == "heute" || v == "today")
+        d = Date::Today();
       else if (!Date::TryParse(text, d)) {
         why = "expected a date such as 15.11.2026 or 2026-11-15, got '" + text + "'";
         return false;
@@ -130,7 +135,9 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       why = "expected a number, got '" + text + "'";
       return false;
     }
-    case FieldKind::kText: out = text; return true;
+    case FieldKind::kText:
+      out = text;
+      return true;
   }
   return false;
 }
@@ -139,12 +146,16 @@ std::string DisplayText(const FieldValue& v) {
   return std::visit(
       [](const auto& x) -> std::string {
         using T = std::decay_t<decltype(x)>;
-        if constexpr (std::is_same_v<T, std::string>) return x;
-        else if constexpr (std::is_same_v<T, bool>) return x ? "ja" : "nein";
-        else if constexpr (std::is_same_v<T, Date>) return DateText(x);
+        if constexpr (std::is_same_v<T, std::string>)
+          return x;
+        else if constexpr (std::is_same_v<T, bool>)
+          return x ? "ja" : "nein";
+        else if constexpr (std::is_same_v<T, Date>)
+          return DateText(x);
         else if constexpr (std::is_same_v<T, Currency>) {
           const int64_t s = x.Scaled();
-          const uint64_t m = s < 0 ? uint64_t{0} - static_cast<uint64_t>(s) : static_cast<uint64_t>(s);
+          const uint64_t m =
+              s < 0 ? uint64_t{0} - static_cast<uint64_t>(s) : static_cast<uint64_t>(s);
           char buf[40];
           std::snprintf(buf, sizeof buf, "%s%llu.%04llu", s < 0 ? "-" : "",
                         static_cast<unsigned long long>(m / 10000),
@@ -199,7 +210,8 @@ std::vector<std::pair<const Field<R>*, FieldValue>> ParseAssignments(
       if (Lower(f.name) == name) field = &f;
     }
     if (!field) throw std::invalid_argument("unknown field '" + a.substr(0, eq) + "'");
-    if (!field->set) throw std::invalid_argument("field " + std::string(field->name) + " is read-only");
+    if (!field->set)
+      throw std::invalid_argument("field " + std::string(field->name) + " is read-only");
     FieldValue value;
     std::string why;
     if (!ParseValue(field->kind, a.substr(eq + 1), value, why)) {
@@ -222,13 +234,18 @@ template std::vector<std::pair<const Field<CMsgOrderDokument>*, FieldValue>> Par
     const std::vector<Field<CMsgOrderDokument>>&, const std::vector<std::string>&);
 
 // A property pair: getter and setter of one name and one value type.
-#define ZTK_RW(R, Name, Kind, T, listed)                                               \
-  Field<R> {                                                                           \
-    #Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); },                 \
-        [](R& r, const FieldValue& v) { r.Name(std::get<T>(v)); }, listed              \
+#define ZTK_RW(R, Name, Kind, T, listed)                                                          \
+  Field<R> {                                                                                      \
+#Name, Kind,                                                                                  \
+        [](const R& r)                                                                            \
+             -> FieldValue { return T(r.Name()); }, [](R & r,                                     \
+                                                       const FieldValue&                          \
+                                                           v) { r.Name(std::get<T>(v)); }, listed \
   }
-#define ZTK_RO(R, Name, Kind, T, listed) \
-  Field<R> { #Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); }, nullptr, listed }
+#define ZTK_RO(R, Name, Kind, T, listed)                                               \
+  Field<R> {                                                                           \
+#Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); }, nullptr, listed \
+  }
 
 using K = FieldKind;
 
@@ -378,12 +395,9 @@ const std::vector<Field<CMaterial>>& MaterialFields() {
 const std::vector<Field<CMsgOrderDokument>>& DokumentFields() {
   using R = CMsgOrderDokument;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),
-      ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, OrderId, K::kLong, int32_t, true),
-      ZTK_RW(R, MsgId, K::kLong, int32_t, true),
-      ZTK_RW(R, Pfad, K::kText, std::string, true),
-      ZTK_RW(R, Datei, K::kText, std::string, true),
+      ZTK_RO(R, Id, K::kLong, int32_t, true),       ZTK_RO(R, UId, K::kText, std::string, false),
+      ZTK_RW(R, OrderId, K::kLong, int32_t, true),  ZTK_RW(R, MsgId, K::kLong, int32_t, true),
+      ZTK_RW(R, Pfad, K::kText, std::string, true), ZTK_RW(R, Datei, K::kText, std::string, true),
   };
   return fields;
 }

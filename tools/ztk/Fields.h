@@ -25,7 +25,7 @@ struct Field {
   FieldKind kind;
   std::function<FieldValue(const R&)> get;
   std::function<void(R&, const FieldValue&)> set;  // empty: read-only
-  bool listed = false;                              // a column of `list` tables
+  bool listed = false;                             // a column of `list` tables
 };
 
 // Reads a value typed on the command line. Dates: dd.mm.yyyy[ hh:mm[:ss]],

@@ -84,8 +84,10 @@ std::vector<std::string> RecordKind<CMaterial>::Extract(const std::vector<std::s
   for (const auto& s : a) {
     std::string head = s.substr(0, s.find('='));
     for (char& c : head) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    if (head == "einheit" && s.find('=') != std::string::npos) unit = s.substr(s.find('=') + 1);
-    else rest.push_back(s);
+    if (head == "einheit" && s.find('=') != std::string::npos)
+      unit = s.substr(s.find('=') + 1);
+    else
+      rest.push_back(s);
   }
   return rest;
 }
@@ -93,8 +95,8 @@ std::vector<std::string> RecordKind<CMaterial>::Extract(const std::vector<std::s
 void RecordKind<CMaterial>::Create(CMaterial& t, const CMaterial& d) {
   if (d.AuftragId() == 0) throw UsageError("a material booking needs AuftragId=ID");
   t.CreateNew3(d.AuftragId(), d.MatKlasse(), d.Bezeichnung(), d.Menge(), d.PreisProEinheit(),
-               d.Faktor(), d.RechnEmpfId(), d.Kostenart(), d.Kostenstelle(),
-               unit, d.RechnEmpf(), d.Fremdleistung());
+               d.Faktor(), d.RechnEmpfId(), d.Kostenart(), d.Kostenstelle(), unit, d.RechnEmpf(),
+               d.Fremdleistung());
 }
 
 void RecordKind<CMsgOrderDokument>::Create(CMsgOrderDokument& t, const CMsgOrderDokument& d) {

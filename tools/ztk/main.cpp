@@ -84,7 +84,8 @@ struct ListFilter {
 void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
   list->add_flag("--open", f.open, "open ones only (the default of the done-state filters)");
   list->add_flag("--done", f.done, "done ones only (those done in the last --days days)");
-  list->add_option("--days", f.days, "how many days back done ones are shown")->capture_default_str();
+  list->add_option("--days", f.days, "how many days back done ones are shown")
+      ->capture_default_str();
   list->add_option("--sort", f.sort,
                    orders ? "nr, datum, bis, erledigt, wieder or meldung (or 0..6)"
                           : "nr, datum, bis, erledigt or wieder (or 0..5)");
@@ -102,8 +103,7 @@ enum class Query { kAll, kDone, kObj, kPeriod, kReport };
 
 Query ChooseQuery(const ListFilter& f, bool withReport) {
   if (f.open && f.done) throw UsageError("--open and --done exclude each other");
-  const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() ||
-                          !f.prefix.empty();
+  const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() || !f.prefix.empty();
   const bool obj = f.obj != 0 || f.typ >= 0;
   const bool period = !f.from.empty() || !f.to.empty();
   const bool report = withReport && f.meldung != 0;
@@ -131,20 +131,30 @@ void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out)
   ZTkDb::CAuftragListe list;
   list.ConnectStorage(session.Client());
   switch (query) {
-    case Query::kAll: list.ReadAll(sort); break;
-    case Query::kObj: list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ)); break;
+    case Query::kAll:
+      list.ReadAll(sort);
+      break;
+    case Query::kObj:
+      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
+      break;
     case Query::kPeriod:
       list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
       break;
-    case Query::kReport: list.ReadByMsgId(f.meldung, sort); break;
+    case Query::kReport:
+      list.ReadByMsgId(f.meldung, sort);
+      break;
     case Query::kDone:
       if (!f.sites.empty()) {
         const auto sites = SplitList(f.sites);
-        if (f.prefix.empty()) list.ReadByDoneAndSoListe(sites, f.done, sort, days);
-        else list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
       } else if (f.site != 0) {
-        if (f.prefix.empty()) list.ReadByDoneAndSo(f.site, f.done, sort, days);
-        else list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSo(f.site, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
       } else if (!f.prefix.empty()) {
         list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
       } else {
@@ -163,20 +173,29 @@ void ListReports(Session& session, const ListFilter& f, const OutputOptions& out
   ZTkDb::CMeldungListe list;
   list.ConnectStorage(session.Client());
   switch (query) {
-    case Query::kAll: list.ReadAll(sort); break;
-    case Query::kObj: list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ)); break;
+    case Query::kAll:
+      list.ReadAll(sort);
+      break;
+    case Query::kObj:
+      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
+      break;
     case Query::kPeriod:
       list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
       break;
-    case Query::kReport: break;
+    case Query::kReport:
+      break;
     case Query::kDone:
       if (!f.sites.empty()) {
         const auto sites = SplitList(f.sites);
-        if (f.prefix.empty()) list.ReadByDoneAndSoListe(sites, f.done, sort, days);
-        else list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
       } else if (f.site != 0) {
-        if (f.prefix.empty()) list.ReadByDoneAndSo(f.site, f.done, sort, days);
-        else list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSo(f.site, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
       } else if (!f.prefix.empty()) {
         list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
       } else {
@@ -197,7 +216,9 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
 
   auto* show = parent->add_subcommand("show", "show every field of one " + word);
   show->add_option("ID", id, "its id")->required();
-  show->callback([&ctx] { ctx.action = [&ctx] { Show<R>(*std::make_unique<Session>(ctx.db), id, ctx.out); }; });
+  show->callback([&ctx] {
+    ctx.action = [&ctx] { Show<R>(*std::make_unique<Session>(ctx.db), id, ctx.out); };
+  });
 
   auto* add = parent->add_subcommand(
       "add", "add a " + word + " from FIELD=VALUE pairs (fields as `show` names them)");
@@ -259,8 +280,9 @@ void Tables(Session& session, const OutputOptions& out) {
 
 int Run(int argc, char** argv) {
   Context ctx;
-  CLI::App app{"ztk: the help-desk module database (reports, orders, bookings, documents)\n"
-               "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line."};
+  CLI::App app{
+      "ztk: the help-desk module database (reports, orders, bookings, documents)\n"
+      "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line."};
   app.require_subcommand(1);
   app.fallthrough();
   app.add_option("--db", ctx.db.db, "the embedded database file");
@@ -307,7 +329,8 @@ int Run(int argc, char** argv) {
       }
       Session session(ctx.db);
       BuildDemoData(session, demoReports);
-      if (!ctx.out.json) std::printf("Datenbank: %s\n\n", ctx.db.odbc.empty() ? demoPath.c_str() : "ODBC");
+      if (!ctx.out.json)
+        std::printf("Datenbank: %s\n\n", ctx.db.odbc.empty() ? demoPath.c_str() : "ODBC");
       PrintTypicalRequest(session, ctx.out);
     };
   });
@@ -354,9 +377,10 @@ int Run(int argc, char** argv) {
             order->DisConnectFromMsg();
           }
         });
-        if (ctx.out.json) return PrintJson({{"auftrag", linkOrder}, {"meldung", linkReport}, {"linked", linking}});
-        std::printf("auftrag %d %s meldung %d\n", linkOrder, linking ? "linked to" : "unlinked from",
-                    linkReport);
+        if (ctx.out.json)
+          return PrintJson({{"auftrag", linkOrder}, {"meldung", linkReport}, {"linked", linking}});
+        std::printf("auftrag %d %s meldung %d\n", linkOrder,
+                    linking ? "linked to" : "unlinked from", linkReport);
       };
     });
   }
@@ -378,7 +402,8 @@ int Run(int argc, char** argv) {
   // Bookings and documents.
   int32_t byOrder = 0, byReport = 0;
   bool own = false, fremd = false;
-  auto* leistung = app.add_subcommand("leistung", "labour bookings (Leistungen)")->require_subcommand(1);
+  auto* leistung =
+      app.add_subcommand("leistung", "labour bookings (Leistungen)")->require_subcommand(1);
   auto* leistungList = leistung->add_subcommand("list", "the labour bookings of one order");
   leistungList->add_option("--auftrag", byOrder, "the order's id")->required();
   leistungList->callback([&] {
@@ -395,23 +420,29 @@ int Run(int argc, char** argv) {
   auto* material = app.add_subcommand("material", "material bookings")->require_subcommand(1);
   auto* materialList = material->add_subcommand("list", "the material bookings of one order");
   materialList->add_option("--auftrag", byOrder, "the order's id")->required();
-  auto* ownFlag = materialList->add_flag("--own", own, "only material not supplied with outside work");
-  materialList->add_flag("--fremd", fremd, "only material supplied with outside work")->excludes(ownFlag);
+  auto* ownFlag =
+      materialList->add_flag("--own", own, "only material not supplied with outside work");
+  materialList->add_flag("--fremd", fremd, "only material supplied with outside work")
+      ->excludes(ownFlag);
   materialList->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
       ZTkDb::CMaterialListe list;
       list.ConnectStorage(session.Client());
-      if (own) list.ReadMaterialByOrderId(byOrder);
-      else if (fremd) list.ReadFremdByOrderId(byOrder);
-      else list.ReadByOrderId(byOrder);
+      if (own)
+        list.ReadMaterialByOrderId(byOrder);
+      else if (fremd)
+        list.ReadFremdByOrderId(byOrder);
+      else
+        list.ReadByOrderId(byOrder);
       PrintList(list, ctx.out);
     };
   });
   AddRecordCommands<ZTkDb::CMaterial>(material, ctx, false);
 
   auto* dokument = app.add_subcommand("dokument", "document links")->require_subcommand(1);
-  auto* dokumentList = dokument->add_subcommand("list", "the document links of an order or a report");
+  auto* dokumentList =
+      dokument->add_subcommand("list", "the document links of an order or a report");
   auto* orderOpt = dokumentList->add_option("--auftrag", byOrder, "the order's id");
   dokumentList->add_option("--meldung", byReport, "the report's id")->excludes(orderOpt);
   dokumentList->callback([&] {
@@ -420,8 +451,10 @@ int Run(int argc, char** argv) {
       Session session(ctx.db);
       ZTkDb::CMsgOrderDokumentListe list;
       list.ConnectStorage(session.Client());
-      if (byOrder != 0) list.ReadByOrderId(byOrder);
-      else list.ReadByMsgId(byReport);
+      if (byOrder != 0)
+        list.ReadByOrderId(byOrder);
+      else
+        list.ReadByMsgId(byReport);
       PrintList(list, ctx.out);
     };
   });
@@ -435,7 +468,8 @@ int Run(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
     if (e.get_exit_code() == 0) return app.exit(e);  // --help
-    std::fprintf(stderr, "ztk: %s\nRun ztk --help (or ztk COMMAND --help) for the usage.\n", e.what());
+    std::fprintf(stderr, "ztk: %s\nRun ztk --help (or ztk COMMAND --help) for the usage.\n",
+                 e.what());
     return kUsage;
   }
   try {
