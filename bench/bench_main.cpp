@@ -211,7 +211,7 @@ std::string CapturedWalkText(std::shared_ptr<Capturing> engine) {
 void WalkRawSqlite(benchmark::State& state, const std::string& path) {
   const std::string sql = CapturedWalkText(CaptureSqlite(path));
   sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   std::vector<std::string> texts;
   int64_t rows = 0;
   for (auto _ : state) rows = RawSqlite(db, sql, texts);
@@ -347,7 +347,7 @@ void CreateRawSqlite(benchmark::State& state, const std::string& path) {
   std::string uid;
   const auto [insert, select] = CapturedCreateTexts(CaptureSqlite(path), uid);
   sqlite3* db = nullptr;
-  sqlite3_open(path.c_str(), &db);
+  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
   std::vector<std::string> texts;
   for (auto _ : state) {
@@ -396,7 +396,7 @@ void ReadByIdRaw(benchmark::State& state, const std::string& path, int32_t n) {
   }
   const std::string text = engine->texts.back();
   sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
   std::vector<std::string> texts;
   std::mt19937 rng(7);
   for (auto _ : state) {
@@ -440,7 +440,7 @@ void UpdateRaw(benchmark::State& state, const std::string& path) {
   const std::string capturedNew = text.substr(set, text.find('\'', set) - set);
   std::string current = capturedNew;
   sqlite3* db = nullptr;
-  sqlite3_open(path.c_str(), &db);
+  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
   std::vector<std::string> texts;
   int i = 0;

@@ -13,6 +13,7 @@ namespace ZTkDb {
 namespace detail {
 class Database;
 class RowSet;
+struct RecordsetAccess;
 }  // namespace detail
 
 // A scrollable snapshot of a query's result. The whole result is fetched when
@@ -58,6 +59,8 @@ class ZTKDB_API Recordset {
   int32_t FieldIndex(const std::string& name) const;
 
  private:
+  // The record procedures read rows without building Variants.
+  friend struct detail::RecordsetAccess;
   void CheckCurrent() const;
   const std::vector<Variant>& CurrentRow() const;
 

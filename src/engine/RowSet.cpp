@@ -1,12 +1,15 @@
 #include "engine/RowSet.h"
 
 #include <cassert>
+#include <algorithm>
+#include <atomic>
 #include <cstring>
 
 namespace ZTkDb::detail {
 namespace {
 
 constexpr size_t kChunkSize = size_t{1} << 20;
+constexpr size_t kFirstChunkSize = size_t{1} << 12;
 
 template <typename T>
 void Put(std::string& out, uint8_t tag, T value) {
@@ -35,6 +38,8 @@ std::string LowerAscii(std::string_view s) {
 }
 
 RowSet::RowSet(std::vector<std::string> names) : names_(std::move(names)) {
+  static std::atomic<uint64_t> next{1};
+  serial_ = next++;
   for (size_t i = 0; i < names_.size(); ++i) {
     index_.emplace(LowerAscii(names_[i]), static_cast<int32_t>(i));
   }
@@ -69,8 +74,12 @@ void RowSet::AppendText(std::string_view v) {
 
 char* RowSet::Reserve(size_t bytes) {
   if (chunks_.empty() || chunk_capacity_ - chunk_used_ < bytes) {
-    const size_t capacity = bytes > kChunkSize ? bytes : kChunkSize;
-    chunks_.push_back(std::make_unique<char[]>(capacity));
+    // Chunks grow from small to kChunkSize, so that the one-row result of a
+    // read by key costs a few kilobytes, and are not zeroed: every byte is
+    // written before it is read.
+    const size_t grown = chunks_.empty() ? kFirstChunkSize : std::min(kChunkSize, 2 * chunk_capacity_);
+    const size_t capacity = std::max(bytes, grown);
+    chunks_.push_back(std::make_unique_for_overwrite<char[]>(capacity));
     chunk_capacities_.push_back(capacity);
     chunk_capacity_ = capacity;
     chunk_used_ = 0;
@@ -87,24 +96,24 @@ void RowSet::EndRow() {
   pending_.clear();
 }
 
-void RowSet::DecodeRow(int64_t row, std::vector<Variant>& out) const {
+void RowSet::ViewRow(int64_t row, std::vector<Cell>& out) const {
   assert(row >= 0 && row < RowCount());
   const uint64_t start = row_start_[static_cast<size_t>(row)];
   const char* p = chunks_[start >> 32].get() + (start & 0xffffffffu);
   out.resize(names_.size());
-  for (auto& cell : out) {
-    const auto tag = static_cast<VariantType>(static_cast<uint8_t>(*p++));
-    switch (tag) {
-      case vtNull: cell = Variant::Null(); break;
-      case vtBoolean: cell = Variant(Get<uint8_t>(p) != 0); break;
-      case vtByte: cell = Variant(Get<uint8_t>(p)); break;
-      case vtInteger: cell = Variant(Get<int16_t>(p)); break;
-      case vtLong: cell = Variant(Get<int32_t>(p)); break;
-      case vtDouble: cell = Variant(Get<double>(p)); break;
-      case vtCurrency: cell = Variant(Currency::FromScaled(Get<int64_t>(p))); break;
-      case vtDate: cell = Variant(Date(Get<double>(p))); break;
+  for (Cell& cell : out) {
+    cell.type = static_cast<VariantType>(static_cast<uint8_t>(*p++));
+    size_t n = 0;
+    switch (cell.type) {
+      case vtNull: break;
+      case vtBoolean:
+      case vtByte: n = 1; break;
+      case vtInteger: n = 2; break;
+      case vtLong: n = 4; break;
+      case vtDouble:
+      case vtCurrency:
+      case vtDate: n = 8; break;
       case vtString: {
-        size_t n = 0;
         int shift = 0;
         uint8_t byte;
         do {
@@ -112,13 +121,37 @@ void RowSet::DecodeRow(int64_t row, std::vector<Variant>& out) const {
           n |= size_t{byte & 0x7fu} << shift;
           shift += 7;
         } while (byte & 0x80);
-        cell = Variant(std::string(p, n));
-        p += n;
         break;
       }
-      default: cell = Variant(); break;
+      default: cell.type = vtEmpty; break;
     }
+    cell.data = p;
+    cell.size = n;
+    p += n;
   }
+}
+
+Variant RowSet::ToVariant(const Cell& cell) {
+  const char* p = cell.data;
+  switch (cell.type) {
+    case vtNull: return Variant::Null();
+    case vtBoolean: return Variant(Get<uint8_t>(p) != 0);
+    case vtByte: return Variant(Get<uint8_t>(p));
+    case vtInteger: return Variant(Get<int16_t>(p));
+    case vtLong: return Variant(Get<int32_t>(p));
+    case vtDouble: return Variant(Get<double>(p));
+    case vtCurrency: return Variant(Currency::FromScaled(Get<int64_t>(p)));
+    case vtDate: return Variant(Date(Get<double>(p)));
+    case vtString: return Variant(std::string(cell.data, cell.size));
+    default: return Variant();
+  }
+}
+
+void RowSet::DecodeRow(int64_t row, std::vector<Variant>& out) const {
+  thread_local std::vector<Cell> cells;
+  ViewRow(row, cells);
+  out.resize(cells.size());
+  for (size_t i = 0; i < cells.size(); ++i) out[i] = ToVariant(cells[i]);
 }
 
 size_t RowSet::AllocatedBytes() const {

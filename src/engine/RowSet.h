@@ -39,7 +39,21 @@ class RowSet {
   // Case-insensitive; the first column of a repeated name wins. -1 if none.
   int32_t IndexOf(const std::string& name) const;
 
+  // One stored value, viewed in place: its type and its bytes (a text's
+  // UTF-8 bytes; a number's native bytes). Valid while the RowSet lives.
+  struct Cell {
+    VariantType type = vtNull;
+    const char* data = nullptr;
+    size_t size = 0;
+  };
+  // The cells of `row`, in column order, without copying a value.
+  void ViewRow(int64_t row, std::vector<Cell>& out) const;
+  static Variant ToVariant(const Cell& cell);
   void DecodeRow(int64_t row, std::vector<Variant>& out) const;
+
+  // Distinct for every RowSet of the process: a key for what readers cache
+  // about a result's columns.
+  uint64_t Serial() const { return serial_; }
 
   // Bytes held for the rows (chunks and row index), for memory accounting.
   size_t AllocatedBytes() const;
@@ -47,6 +61,7 @@ class RowSet {
  private:
   char* Reserve(size_t bytes);
 
+  uint64_t serial_;
   std::vector<std::string> names_;
   std::unordered_map<std::string, int32_t> index_;
   std::vector<std::unique_ptr<char[]>> chunks_;

@@ -177,6 +177,12 @@ std::string StringValue(const Token& t) {
 
 std::string ColumnName(const Token& t, std::string* qualifier) {
   std::string_view text = t.text;
+  // The usual name has no brackets or quotes: split at its last dot.
+  if (text.find_first_of("[\"") == std::string_view::npos) {
+    const size_t dot = text.rfind('.');
+    if (qualifier) qualifier->assign(dot == std::string_view::npos ? std::string_view() : text.substr(0, dot));
+    return std::string(dot == std::string_view::npos ? text : text.substr(dot + 1));
+  }
   std::vector<std::string> parts;
   size_t i = 0;
   while (i < text.size()) {

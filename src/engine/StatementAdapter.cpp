@@ -57,13 +57,6 @@ bool IsGermanDateText(const std::string& value, Date& out) {
 class Adapter {
  public:
   Adapter(const Tokens& tokens, const AdaptationRules& rules) : t_(tokens), rules_(rules) {
-    for (const Token& tok : t_) {
-      if (tok.kind != TokenKind::kIdentifier) continue;
-      std::string qualifier;
-      std::string last = ColumnName(tok, &qualifier);
-      const std::string& candidate = qualifier.empty() ? last : qualifier;
-      if (rules_.is_table && rules_.is_table(candidate)) tables_.insert(candidate);
-    }
     replacement_.resize(t_.size());
   }
 
@@ -84,16 +77,36 @@ class Adapter {
   }
 
  private:
-  bool IsDateColumn(const Token& tok, const std::string& defaultTable) const {
+  bool IsDateColumn(const Token& tok, const std::string& defaultTable) {
     if (!rules_.is_date_column) return false;
     std::string qualifier;
     const std::string column = ColumnName(tok, &qualifier);
     if (!qualifier.empty()) return rules_.is_date_column(qualifier, column);
     if (!defaultTable.empty()) return rules_.is_date_column(defaultTable, column);
-    for (const auto& table : tables_) {
+    for (const auto& table : Tables()) {
       if (rules_.is_date_column(table, column)) return true;
     }
     return false;
+  }
+
+  // The tables the statement names: what an unqualified column may belong
+  // to. Asked only when such a column stands beside a date text.
+  const std::set<std::string>& Tables() {
+    if (tables_) return *tables_;
+    tables_.emplace();
+    for (const Token& tok : t_) {
+      if (tok.kind != TokenKind::kIdentifier) continue;
+      std::string qualifier;
+      std::string last = ColumnName(tok, &qualifier);
+      const std::string& candidate = qualifier.empty() ? last : qualifier;
+      if (rules_.is_table && rules_.is_table(candidate)) tables_->insert(candidate);
+    }
+    return *tables_;
+  }
+
+  static bool LooksLikeGermanDate(const Token& tok) {
+    Date ignored;
+    return tok.kind == TokenKind::kString && IsGermanDateText(StringValue(tok), ignored);
   }
 
   void RewriteDateString(long i) {
@@ -133,9 +146,9 @@ class Adapter {
     const std::string table = ColumnName(At(t_, tableIndex));
     i = NextSig(t_, tableIndex);
     if (i < 0 || At(t_, i).kind != TokenKind::kLParen) return;
-    std::vector<bool> isDate;
+    std::vector<long> columns;
     for (i = NextSig(t_, i); i >= 0 && At(t_, i).kind != TokenKind::kRParen; i = NextSig(t_, i)) {
-      if (At(t_, i).kind == TokenKind::kIdentifier) isDate.push_back(IsDateColumn(At(t_, i), table));
+      if (At(t_, i).kind == TokenKind::kIdentifier) columns.push_back(i);
       else if (At(t_, i).kind != TokenKind::kComma) return;
     }
     if (i < 0) return;
@@ -150,8 +163,9 @@ class Adapter {
       const Token& tok = At(t_, i);
       const bool endOfValue = depth == 0 && (tok.kind == TokenKind::kComma || tok.kind == TokenKind::kRParen);
       if (endOfValue) {
-        if (valueCount == 1 && At(t_, valueStart).kind == TokenKind::kString &&
-            column < isDate.size() && isDate[column]) {
+        // Only a date text is worth asking the schema about its column.
+        if (valueCount == 1 && column < columns.size() && LooksLikeGermanDate(At(t_, valueStart)) &&
+            IsDateColumn(At(t_, columns[column]), table)) {
           RewriteDateString(valueStart);
         }
         if (tok.kind == TokenKind::kRParen) return;
@@ -197,7 +211,7 @@ class Adapter {
       }
     }
     for (long i = 0; i < static_cast<long>(t_.size()); ++i) {
-      if (At(t_, i).kind != TokenKind::kString) continue;
+      if (!LooksLikeGermanDate(At(t_, i))) continue;
       long op = PrevSig(t_, i);
       if (op >= 0 && IsComparison(At(t_, op))) {
         long col = ColumnLeftOf(op);
@@ -275,7 +289,7 @@ class Adapter {
 
   const Tokens& t_;
   const AdaptationRules& rules_;
-  std::set<std::string> tables_;
+  std::optional<std::set<std::string>> tables_;
   std::vector<std::optional<std::string>> replacement_;
 };
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 
 #include "connection/RecordStorage.h"
+#include "engine/RecordsetAccess.h"
 #include "records/RecordCore.h"
 #include "runtime/Raise.h"
 #include "ztkdb/Recordset.h"
@@ -144,9 +146,15 @@ class ListCursor {
     Recordset& rs = *Rs();
     const int32_t idColumn = rs.FieldIndex("lId");
     if (idColumn < 0) rs.Fields("lId");  // raises the unknown-field error
+    const RowSet& rows = RecordsetAccess::Rows(rs);
     index_->reserve(static_cast<size_t>(rs.RecordCount()));
+    std::vector<RowSet::Cell> cells;
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-      const int32_t id = rs.Fields(idColumn).ToLong();
+      rows.ViewRow(rs.AbsolutePosition(), cells);
+      const RowSet::Cell& cell = cells[static_cast<size_t>(idColumn)];
+      int32_t id;
+      if (cell.type == vtLong) std::memcpy(&id, cell.data, sizeof id);
+      else id = RowSet::ToVariant(cell).ToLong();
       if (!index_->emplace(id, rs.AbsolutePosition()).second) {
         Raise(errDuplicateKeyInCollection, class_name_,
               StandardDescription(errDuplicateKeyInCollection) + " ($" + std::to_string(id) + ")");

@@ -1,4 +1,7 @@
 // Template definitions of RecordCore; included by RecordCore.h only.
+#include <cstring>
+
+#include "engine/RecordsetAccess.h"
 #include "runtime/Raise.h"
 #include "sql/Literals.h"
 
@@ -27,37 +30,83 @@ void RecordCore<Fields>::ClearFields() {
   }
 }
 
+// A stored value into a field: the common pairs directly, everything else
+// through the Variant conversions (which raise 94 for Null, 6, 13, …).
+template <typename T>
+void AssignCell(const RowSet::Cell& cell, T& out) {
+  if constexpr (std::is_same_v<T, std::string>) {
+    if (cell.type == vtString) return void(out.assign(cell.data, cell.size));
+  } else if constexpr (std::is_same_v<T, int32_t>) {
+    if (cell.type == vtLong) return void(std::memcpy(&out, cell.data, sizeof out));
+  } else if constexpr (std::is_same_v<T, bool>) {
+    if (cell.type == vtBoolean) return void(out = cell.data[0] != 0);
+  } else if constexpr (std::is_same_v<T, uint8_t>) {
+    if (cell.type == vtByte) return void(out = static_cast<uint8_t>(cell.data[0]));
+  } else if constexpr (std::is_same_v<T, double>) {
+    if (cell.type == vtDouble) return void(std::memcpy(&out, cell.data, sizeof out));
+  } else if constexpr (std::is_same_v<T, Date>) {
+    if (cell.type == vtDate) {
+      double v;
+      std::memcpy(&v, cell.data, sizeof v);
+      return void(out = Date(v));
+    }
+  } else if constexpr (std::is_same_v<T, Currency>) {
+    if (cell.type == vtCurrency) {
+      int64_t v;
+      std::memcpy(&v, cell.data, sizeof v);
+      return void(out = Currency::FromScaled(v));
+    }
+  }
+  AssignConverted(RowSet::ToVariant(cell), out);
+}
+
 template <typename Fields>
 void RecordCore<Fields>::ReadFromRecordset(Recordset& rs) {
-  for (const auto& binding : columns_) {
+  const RowSet& rows = RecordsetAccess::Rows(rs);
+  const int64_t row = RecordsetAccess::CurrentRow(rs);
+  // A list hands out every row of one result: the columns' positions are
+  // looked up once per result, not once per row.
+  thread_local uint64_t cachedSerial = 0;
+  thread_local std::vector<int32_t> positions;
+  if (cachedSerial != rows.Serial()) {
+    positions.clear();
+    for (const auto& binding : columns_) positions.push_back(rows.IndexOf(binding.column));
+    cachedSerial = rows.Serial();
+  }
+  thread_local std::vector<RowSet::Cell> cells;
+  rows.ViewRow(row, cells);
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    const auto& binding = columns_[i];
+    const int32_t position = positions[i];
     std::visit(
         [&](auto member) {
           auto& field = fields_.*member;
           using T = std::decay_t<decltype(field)>;
           if (binding.rule == NullRule::kOptional) {
             // Result sets without the column are expected; so is any failure here.
+            if (position < 0) return;
             try {
-              const int32_t index = rs.FieldIndex(binding.column);
-              if (index < 0) return;
-              const Variant& v = rs.Fields(index);
-              if (v.IsNull()) field = T{};
-              else AssignConverted(v, field);
+              if (cells[static_cast<size_t>(position)].type == vtNull) field = T{};
+              else AssignCell(cells[static_cast<size_t>(position)], field);
             } catch (const Error&) {
             }
             return;
           }
-          const Variant& v = rs.Fields(binding.column);
-          if (binding.rule == NullRule::kDefault && v.IsNull()) {
+          if (position < 0) rs.Fields(binding.column);  // raises the unknown-field error
+          const RowSet::Cell& cell = cells[static_cast<size_t>(position)];
+          const bool isNull = cell.type == vtNull;
+          if (binding.rule == NullRule::kDefault && isNull) {
             field = T{};
           } else if (binding.rule == NullRule::kKeep) {
-            if (!v.IsNull()) AssignConverted(rs.Fields(binding.column), field);
+            if (!isNull) AssignCell(cell, field);
           } else if (binding.rule == NullRule::kKeepAfterMove0) {
-            if (!v.IsNull()) {
+            if (!isNull) {
+              // The row is delivered afresh; a snapshot's values stay the same.
               rs.Move(0);
-              AssignConverted(rs.Fields(binding.column), field);
+              AssignCell(cell, field);
             }
           } else {
-            AssignConverted(v, field);
+            AssignCell(cell, field);
           }
         },
         binding.target);

@@ -325,17 +325,10 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect)
 
   if (server_ == Server::kOther) {
     // The ODBC timestamp escape: every driver translates it for its server.
-    rules_.date_literal = [](const Date& d) { return "{ts '" + d.IsoText() + "'}"; };
+    rules_ = schema_.Rules([](const Date& d) { return "{ts '" + d.IsoText() + "'}"; });
   } else {
-    rules_.date_literal = [](const Date& d) { return "'" + d.IsoText() + "'"; };
+    rules_ = schema_.Rules([](const Date& d) { return "'" + d.IsoText() + "'"; });
   }
-  rules_.is_table = [this](const std::string& t) { return !CachedColumns(t).empty(); };
-  rules_.is_date_column = [this](const std::string& t, const std::string& c) {
-    for (const auto& col : CachedColumns(t)) {
-      if (col.is_date && strcasecmp(col.name.c_str(), c.c_str()) == 0) return true;
-    }
-    return false;
-  };
 }
 
 OdbcDatabase::~OdbcDatabase() { Close(); }
@@ -388,7 +381,7 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
     RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
   if (StartsWithWord(text, "CREATE") || StartsWithWord(text, "ALTER") ||
       StartsWithWord(text, "DROP")) {
-    columns_.clear();
+    schema_.Clear();
   }
   return count < 0 ? 0 : count;
 }
@@ -396,7 +389,7 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
 void OdbcDatabase::ExecuteRaw(const std::string& sql) {
   OdbcStmt stmt = NewStatement();
   ExecDirect(stmt, sql);
-  columns_.clear();
+  schema_.Clear();
 }
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
@@ -465,13 +458,6 @@ std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
   std::string upper = table;
   for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return CatalogColumns(upper);
-}
-
-const std::vector<ColumnInfo>& OdbcDatabase::CachedColumns(const std::string& table) {
-  const std::string key = LowerAscii(table);
-  auto it = columns_.find(key);
-  if (it == columns_.end()) it = columns_.emplace(key, Columns(table)).first;
-  return it->second;
 }
 
 std::vector<std::string> OdbcDatabase::TableNames() {
@@ -553,7 +539,7 @@ void OdbcDatabase::Rollback() { EndTransaction(SQL_ROLLBACK); }
 void OdbcDatabase::Close() noexcept {
   dbc_.Reset();
   env_.Reset();
-  columns_.clear();
+  schema_.Clear();
 }
 
 }  // namespace ZTkDb::detail

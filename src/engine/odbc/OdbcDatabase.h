@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/Database.h"
+#include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 #include "engine/odbc/OdbcHandle.h"
 
@@ -64,7 +65,6 @@ class OdbcDatabase final : public Database {
   OdbcStmt NewStatement();
   // SQL_NO_DATA (a searched UPDATE/DELETE that matched nothing) is success.
   SQLRETURN ExecDirect(const OdbcStmt& stmt, const std::string& text);
-  const std::vector<ColumnInfo>& CachedColumns(const std::string& table);
   std::vector<ColumnInfo> CatalogColumns(const std::string& table);
   void EndTransaction(SQLSMALLINT completion);
 
@@ -76,8 +76,7 @@ class OdbcDatabase final : public Database {
   // Text goes through the narrow (UTF-8) entry points instead of the wide.
   bool narrow_ = false;
   AdaptationRules rules_;
-  // Schema facts per lower-cased table name, asked once; cleared by DDL.
-  std::map<std::string, std::vector<ColumnInfo>> columns_;
+  SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
 };
 
 }  // namespace ZTkDb::detail

@@ -235,14 +235,7 @@ void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db)
 
 SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path)
     : db_(std::move(db)), path_(std::move(path)) {
-  rules_.date_literal = [](const Date& d) { return "'" + d.IsoText() + "'"; };
-  rules_.is_table = [this](const std::string& t) { return !CachedColumns(t).empty(); };
-  rules_.is_date_column = [this](const std::string& t, const std::string& c) {
-    for (const auto& col : CachedColumns(t)) {
-      if (col.is_date && strcasecmp(col.name.c_str(), c.c_str()) == 0) return true;
-    }
-    return false;
-  };
+  rules_ = schema_.Rules([](const Date& d) { return "'" + d.IsoText() + "'"; });
 }
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
@@ -259,7 +252,9 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
               "); only SQLite database files can be opened.");
   }
   sqlite3* raw = nullptr;
-  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+  // No per-call mutex: a connection serves the thread that opened it, and
+  // the library takes no locks of its own either.
+  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
   const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
   std::unique_ptr<sqlite3, SqliteCloser> db(raw);
   if (rc != SQLITE_OK) {
@@ -333,7 +328,7 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
   const char* text = sqlite3_sql(stmt.get());
   if (text && (strncasecmp(text, "CREATE", 6) == 0 || strncasecmp(text, "DROP", 4) == 0 ||
                strncasecmp(text, "ALTER", 5) == 0)) {
-    columns_.clear();
+    schema_.Clear();
   }
   return sqlite3_changes64(db);
 }
@@ -383,13 +378,6 @@ std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
   return out;
 }
 
-const std::vector<ColumnInfo>& SqliteDatabase::CachedColumns(const std::string& table) {
-  const std::string key = LowerAscii(table);
-  auto it = columns_.find(key);
-  if (it == columns_.end()) it = columns_.emplace(key, Columns(table)).first;
-  return it->second;
-}
-
 void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column) {
   std::string sql = "ALTER TABLE " + QuoteName(table) + " ADD COLUMN " + QuoteName(column.name) +
                     " " + DeclaredTypeFor(column.type);
@@ -401,7 +389,7 @@ void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column
     sql += " DEFAULT " + def;
   }
   ExecuteInternal(sql);
-  columns_.clear();
+  schema_.Clear();
 }
 
 std::vector<std::string> SqliteDatabase::TableNames() {
@@ -426,7 +414,7 @@ void SqliteDatabase::Rollback() { ExecuteInternal("ROLLBACK"); }
 
 void SqliteDatabase::Close() noexcept {
   db_.reset();
-  columns_.clear();
+  schema_.Clear();
 }
 
 }  // namespace ZTkDb::detail

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/Database.h"
+#include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 
 struct sqlite3;
@@ -54,13 +55,11 @@ class SqliteDatabase final : public Database {
   SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path);
   sqlite3* Handle();
   void ExecuteInternal(const std::string& sql);
-  const std::vector<ColumnInfo>& CachedColumns(const std::string& table);
 
   std::unique_ptr<sqlite3, SqliteCloser> db_;
   std::string path_;
   AdaptationRules rules_;
-  // Schema facts per lower-cased table name, asked once; cleared on AddColumn.
-  std::map<std::string, std::vector<ColumnInfo>> columns_;
+  SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
 };
 
 }  // namespace ZTkDb::detail
