@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "connection/SqlValueFormatter.h"
 #include "sql/Literals.h"
 #include "sql/SqlTemplate.h"
@@ -21,6 +23,36 @@ TEST(SqlTemplate, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
   SqlTemplate self("#a#");
   self.Replace("#a#", "x#a#");
   EXPECT_EQ(self.Text(), "x#a#");
+}
+
+// Any template and any values: the same text as replacing step by step over
+// the whole text, including values that hold '#' or placeholder names and
+// placeholders glued to other text.
+TEST(SqlTemplate, CollectedStepsGiveTheStepByStepText) {
+  const std::vector<std::string> pieces = {"#a#", "#bb#", "#c1#", "x", " ", ".", "'", "#",
+                                           "a",   "(",    "#a#.#bb#"};
+  const std::vector<std::string> values = {"", "v", "7", "#a#", "#", "bb", "#bb", "c1#", "'x'"};
+  const std::vector<std::string> names = {"#a#", "#bb#", "#c1#", "#zz#"};
+  std::mt19937 rng(11);
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    for (int k = static_cast<int>(rng() % 8); k > 0; --k) text += pieces[rng() % pieces.size()];
+    std::string expected = text;
+    SqlTemplate t(text);
+    for (int k = static_cast<int>(rng() % 5); k > 0; --k) {
+      const std::string& name = names[rng() % names.size()];
+      const std::string& value = values[rng() % values.size()];
+      std::string out;
+      size_t from = 0;
+      for (size_t at = expected.find(name); at != std::string::npos; at = expected.find(name, from)) {
+        out += expected.substr(from, at - from) + value;
+        from = at + name.size();
+      }
+      expected = out + expected.substr(from);
+      t.Replace(name, value);
+    }
+    ASSERT_EQ(t.Text(), expected) << "template " << text;
+  }
 }
 
 TEST(Literals, FlagsPerKind) {

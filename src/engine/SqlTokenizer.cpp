@@ -9,9 +9,10 @@
 namespace ZTkDb::detail {
 namespace {
 
+// ASCII classes without the locale: names are scanned a byte at a time.
 bool IsWordChar(char c) {
-  return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$' ||
-         static_cast<unsigned char>(c) >= 0x80;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+         c == '$' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 // One component of an identifier: a word, [bracketed] or "quoted".
@@ -109,6 +110,7 @@ size_t ScanJetDate(std::string_view s, size_t i) {
 
 std::vector<Token> Tokenize(std::string_view s) {
   std::vector<Token> tokens;
+  tokens.reserve(s.size() / 4 + 8);
   size_t i = 0;
   while (i < s.size()) {
     const char c = s[i];
@@ -178,7 +180,9 @@ std::string StringValue(const Token& t) {
 std::string ColumnName(const Token& t, std::string* qualifier) {
   std::string_view text = t.text;
   // The usual name has no brackets or quotes: split at its last dot.
-  if (text.find_first_of("[\"") == std::string_view::npos) {
+  bool plain = true;
+  for (char c : text) plain &= c != '[' && c != '"';
+  if (plain) {
     const size_t dot = text.rfind('.');
     if (qualifier) qualifier->assign(dot == std::string_view::npos ? std::string_view() : text.substr(0, dot));
     return std::string(dot == std::string_view::npos ? text : text.substr(dot + 1));

@@ -69,6 +69,7 @@ class Adapter {
     if (rules_.rewrite_delete) DeleteForm();
     if (rules_.unqualify_update_set) UpdateSetTargets();
     std::string out;
+    out.reserve(t_.empty() ? 0 : static_cast<size_t>(t_.back().text.data() - t_.front().text.data()) + t_.back().text.size() + 64);
     for (size_t i = 0; i < t_.size(); ++i) {
       if (replacement_[i]) out += *replacement_[i];
       else out.append(t_[i].text);
@@ -105,8 +106,12 @@ class Adapter {
   }
 
   static bool LooksLikeGermanDate(const Token& tok) {
+    // 'd.m.yyyy' at the shortest, with a time at the longest: most texts are
+    // ruled out by their length and second character alone.
+    if (tok.kind != TokenKind::kString || tok.text.size() < 10 || tok.text.size() > 24) return false;
+    if (tok.text[1] < '0' || tok.text[1] > '9') return false;
     Date ignored;
-    return tok.kind == TokenKind::kString && IsGermanDateText(StringValue(tok), ignored);
+    return IsGermanDateText(StringValue(tok), ignored);
   }
 
   void RewriteDateString(long i) {

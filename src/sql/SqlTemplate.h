@@ -2,6 +2,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace ZTkDb::detail {
 
@@ -9,16 +11,34 @@ namespace ZTkDb::detail {
 // successive case-sensitive replace-all steps. Each step scans the whole text
 // as it stands, so a value holding a later placeholder's name is replaced by
 // that later step; the text a step inserts is not rescanned by the same step.
+//
+// The usual template fills forty placeholders of a two-kilobyte text; doing
+// each step as a pass over the text costs more than the engine's own work.
+// So while no inserted value holds a '#' and the template's placeholders
+// stand clear of one another, the steps are collected and done in one pass,
+// which gives the same text; the first value with a '#' turns every step
+// back into a pass of its own.
 class SqlTemplate {
  public:
   explicit SqlTemplate(std::string text) : text_(std::move(text)) {}
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
-  const std::string& Text() const& { return text_; }
-  std::string Text() && { return std::move(text_); }
+  const std::string& Text() const& {
+    Flush();
+    return text_;
+  }
+  std::string Text() && {
+    Flush();
+    return std::move(text_);
+  }
 
  private:
-  std::string text_;
+  void Flush() const;
+  static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
+
+  mutable std::string text_;
+  mutable std::vector<std::pair<std::string, std::string>> pending_;
+  bool stepwise_ = false;
 };
 
 }  // namespace ZTkDb::detail
