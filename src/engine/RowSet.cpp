@@ -40,13 +40,32 @@ std::string LowerAscii(std::string_view s) {
 RowSet::RowSet(std::vector<std::string> names) : names_(std::move(names)) {
   static std::atomic<uint64_t> next{1};
   serial_ = next++;
+  index_.reserve(names_.size());
   for (size_t i = 0; i < names_.size(); ++i) {
-    index_.emplace(LowerAscii(names_[i]), static_cast<int32_t>(i));
+    index_.emplace(std::string_view(names_[i]), static_cast<int32_t>(i));
   }
 }
 
+namespace {
+char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+}  // namespace
+
+size_t RowSet::FoldedHash::operator()(std::string_view s) const noexcept {
+  size_t h = 1469598103934665603ull;  // FNV-1a over the folded bytes
+  for (char c : s) h = (h ^ static_cast<unsigned char>(Folded(c))) * 1099511628211ull;
+  return h;
+}
+
+bool RowSet::FoldedEqual::operator()(std::string_view a, std::string_view b) const noexcept {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (Folded(a[i]) != Folded(b[i])) return false;
+  }
+  return true;
+}
+
 int32_t RowSet::IndexOf(const std::string& name) const {
-  auto it = index_.find(LowerAscii(name));
+  auto it = index_.find(std::string_view(name));
   return it == index_.end() ? -1 : it->second;
 }
 

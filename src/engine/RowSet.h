@@ -19,6 +19,9 @@ namespace ZTkDb::detail {
 class RowSet {
  public:
   explicit RowSet(std::vector<std::string> names);
+  // The name index views into the names: a RowSet stays where it was built.
+  RowSet(const RowSet&) = delete;
+  RowSet& operator=(const RowSet&) = delete;
 
   // Building: BeginRow, one Append per column, EndRow.
   void BeginRow();
@@ -61,9 +64,19 @@ class RowSet {
  private:
   char* Reserve(size_t bytes);
 
+  // Column names hashed and compared without regard to ASCII case, so that
+  // a lookup needs no folded copy of the name.
+  struct FoldedHash {
+    size_t operator()(std::string_view s) const noexcept;
+  };
+  struct FoldedEqual {
+    bool operator()(std::string_view a, std::string_view b) const noexcept;
+  };
+
   uint64_t serial_;
   std::vector<std::string> names_;
-  std::unordered_map<std::string, int32_t> index_;
+  // Keys view into names_, which never changes after construction.
+  std::unordered_map<std::string_view, int32_t, FoldedHash, FoldedEqual> index_;
   std::vector<std::unique_ptr<char[]>> chunks_;
   std::vector<size_t> chunk_capacities_;
   size_t chunk_used_ = 0;

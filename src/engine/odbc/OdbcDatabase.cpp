@@ -93,39 +93,41 @@ bool ParseScaled(const std::string& text, int64_t& out) {
   return true;
 }
 
-// The whole of a text column, fetched in pieces: UTF-16 from a Unicode
-// driver, UTF-8 bytes from an ANSI driver (`narrow`).
-std::string FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool& isNull, bool narrow) {
-  std::string bytes;
-  std::basic_string<SQLWCHAR> wide;
-  union {
-    SQLWCHAR w[2048];
-    SQLCHAR c[4096];
-  } buffer;
+// The whole of a text column, fetched in pieces into `out`: UTF-16 from a
+// Unicode driver, UTF-8 bytes from an ANSI driver (`narrow`). False for Null.
+// The buffers live on: a result fetches thousands of texts.
+bool FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, std::string& out) {
+  thread_local std::vector<SQLWCHAR> wideBuffer(2048);
+  thread_local std::vector<SQLWCHAR> pieces;
+  out.clear();
+  pieces.clear();
   const SQLSMALLINT cType = narrow ? SQL_C_CHAR : SQL_C_WCHAR;
   const size_t unit = narrow ? 1 : sizeof(SQLWCHAR);
-  const size_t capacity = sizeof buffer / unit - 1;
+  const size_t bytes = wideBuffer.size() * sizeof(SQLWCHAR);
+  const size_t capacity = bytes / unit - 1;
   for (;;) {
     SQLLEN indicator = 0;
-    const SQLRETURN rc = SQLGetData(stmt, column, cType, &buffer, sizeof buffer, &indicator);
+    const SQLRETURN rc = SQLGetData(stmt, column, cType, wideBuffer.data(),
+                                    static_cast<SQLLEN>(bytes), &indicator);
     if (rc == SQL_NO_DATA) break;
     if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
-    if (indicator == SQL_NULL_DATA) {
-      isNull = true;
-      return {};
-    }
+    if (indicator == SQL_NULL_DATA) return false;
     const size_t available = indicator == SQL_NO_TOTAL || indicator < 0
                                  ? capacity
                                  : static_cast<size_t>(indicator) / unit;
     const size_t take = std::min(available, capacity);
-    if (narrow)
-      bytes.append(reinterpret_cast<const char*>(buffer.c), take);
-    else
-      wide.append(buffer.w, take);
+    if (narrow) {
+      out.append(reinterpret_cast<const char*>(wideBuffer.data()), take);
+    } else if (rc == SQL_SUCCESS && pieces.empty()) {
+      AppendUtf8(out, wideBuffer.data(), take);  // the usual single piece
+    } else {
+      // Pieces are joined first, so that no surrogate pair is cut.
+      pieces.insert(pieces.end(), wideBuffer.begin(), wideBuffer.begin() + static_cast<long>(take));
+    }
     if (rc == SQL_SUCCESS) break;  // the last piece
   }
-  isNull = false;
-  return narrow ? bytes : ToUtf8(wide);
+  if (!pieces.empty()) AppendUtf8(out, pieces.data(), pieces.size());
+  return true;
 }
 
 template <typename T>
@@ -171,9 +173,8 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
     case Fetch::kCurrency: {
       // As text, so that no binary floating point stands between the
       // server's exact value and ours.
-      bool isNull = false;
-      const std::string text = FetchText(stmt, column, isNull, narrow);
-      if (isNull) return rows.AppendNull();
+      thread_local std::string text;
+      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
       int64_t scaled = 0;
       if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
       double d = 0;
@@ -191,17 +192,15 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
             Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
       }
       // A driver that cannot convert its stored text: read the text instead.
-      bool isNull = false;
-      const std::string text = FetchText(stmt, column, isNull, narrow);
-      if (isNull) return rows.AppendNull();
+      std::string text;
+      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
       Date d;
       if (Date::TryParse(text, d)) return rows.AppendDate(d.Value());
       return rows.AppendText(text);
     }
     case Fetch::kText: {
-      bool isNull = false;
-      const std::string text = FetchText(stmt, column, isNull, narrow);
-      if (isNull) return rows.AppendNull();
+      thread_local std::string text;
+      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
       return rows.AppendText(text);
     }
   }
@@ -437,12 +436,11 @@ std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
   }
   if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLColumns");
   while (Succeeded(SQLFetch(stmt.Get()))) {
-    bool nameNull = false, typeNull = false;
     ColumnInfo info;
-    info.name = FetchText(stmt.Get(), 4, nameNull, narrow_);
+    FetchText(stmt.Get(), 4, narrow_, info.name);
     SQLSMALLINT dataType = 0;
     FetchFixed(stmt.Get(), 5, SQL_C_SSHORT, dataType);
-    info.declared_type = FetchText(stmt.Get(), 6, typeNull, narrow_);
+    FetchText(stmt.Get(), 6, narrow_, info.declared_type);
     info.is_date = FetchFor(dataType, 0, info.declared_type) == Fetch::kDate;
     out.push_back(std::move(info));
   }
@@ -468,9 +466,10 @@ std::vector<std::string> OdbcDatabase::TableNames() {
     RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLTables");
   }
   while (Succeeded(SQLFetch(stmt.Get()))) {
-    bool isNull = false;
-    std::string name = FetchText(stmt.Get(), 3, isNull, narrow_);
-    if (!isNull && !LowerAscii(name).starts_with("sqlite_")) out.push_back(std::move(name));
+    std::string name;
+    if (FetchText(stmt.Get(), 3, narrow_, name) && !LowerAscii(name).starts_with("sqlite_")) {
+      out.push_back(std::move(name));
+    }
   }
   return out;
 }

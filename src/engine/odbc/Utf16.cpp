@@ -38,7 +38,12 @@ std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
 
 std::string ToUtf8(const SQLWCHAR* text, size_t units) {
   std::string out;
-  out.reserve(units);
+  AppendUtf8(out, text, units);
+  return out;
+}
+
+void AppendUtf8(std::string& out, const SQLWCHAR* text, size_t units) {
+  out.reserve(out.size() + units);
   for (size_t i = 0; i < units; ++i) {
     char32_t cp = text[i];
     if (cp >= 0xD800 && cp < 0xDC00 && i + 1 < units && text[i + 1] >= 0xDC00 &&
@@ -62,7 +67,6 @@ std::string ToUtf8(const SQLWCHAR* text, size_t units) {
       out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     }
   }
-  return out;
 }
 
 }  // namespace ZTkDb::detail

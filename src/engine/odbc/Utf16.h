@@ -13,6 +13,8 @@ namespace ZTkDb::detail {
 // from the process locale.
 std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8);
 std::string ToUtf8(const SQLWCHAR* text, size_t units);
+// Appends the UTF-8 form of `units` UTF-16 units to `out`.
+void AppendUtf8(std::string& out, const SQLWCHAR* text, size_t units);
 inline std::string ToUtf8(const std::basic_string<SQLWCHAR>& text) {
   return ToUtf8(text.data(), text.size());
 }

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <unordered_map>
 
 #include "engine/RowSet.h"
 #include "engine/SqlTokenizer.h"
@@ -59,8 +60,7 @@ long NumberFor(int rc, const std::string& message) {
 
 enum class ColumnKind { kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText };
 
-ColumnKind KindFromDeclared(const char* declared) {
-  if (!declared) return ColumnKind::kAuto;
+ColumnKind ClassifyDeclared(const std::string& declared) {
   std::string d = declared;
   for (char& c : d) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   auto has = [&](const char* s) { return d.find(s) != std::string::npos; };
@@ -73,6 +73,17 @@ ColumnKind KindFromDeclared(const char* declared) {
   if (has("REAL") || has("DOUB") || has("FLOA")) return ColumnKind::kDouble;
   if (has("CHAR") || has("TEXT") || has("CLOB") || has("MEMO")) return ColumnKind::kText;
   return ColumnKind::kAuto;
+}
+
+// Every query asks this for each of its columns; a schema has a handful of
+// distinct declared types.
+ColumnKind KindFromDeclared(const char* declared) {
+  if (!declared) return ColumnKind::kAuto;
+  thread_local std::unordered_map<std::string, ColumnKind> known;
+  std::string key = declared;
+  auto it = known.find(key);
+  if (it == known.end()) it = known.emplace(key, ClassifyDeclared(key)).first;
+  return it->second;
 }
 
 void AppendInteger64(RowSet& rows, sqlite3_int64 v) {
