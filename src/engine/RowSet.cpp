@@ -115,39 +115,57 @@ void RowSet::EndRow() {
   pending_.clear();
 }
 
+namespace {
+
+// Reads the cell at `p` and moves `p` past it.
+RowSet::Cell NextCell(const char*& p) {
+  RowSet::Cell cell;
+  cell.type = static_cast<VariantType>(static_cast<uint8_t>(*p++));
+  size_t n = 0;
+  switch (cell.type) {
+    case vtNull: break;
+    case vtBoolean:
+    case vtByte: n = 1; break;
+    case vtInteger: n = 2; break;
+    case vtLong: n = 4; break;
+    case vtDouble:
+    case vtCurrency:
+    case vtDate: n = 8; break;
+    case vtString: {
+      int shift = 0;
+      uint8_t byte;
+      do {
+        byte = static_cast<uint8_t>(*p++);
+        n |= size_t{byte & 0x7fu} << shift;
+        shift += 7;
+      } while (byte & 0x80);
+      break;
+    }
+    default: cell.type = vtEmpty; break;
+  }
+  cell.data = p;
+  cell.size = n;
+  p += n;
+  return cell;
+}
+
+}  // namespace
+
 void RowSet::ViewRow(int64_t row, std::vector<Cell>& out) const {
   assert(row >= 0 && row < RowCount());
   const uint64_t start = row_start_[static_cast<size_t>(row)];
   const char* p = chunks_[start >> 32].get() + (start & 0xffffffffu);
   out.resize(names_.size());
-  for (Cell& cell : out) {
-    cell.type = static_cast<VariantType>(static_cast<uint8_t>(*p++));
-    size_t n = 0;
-    switch (cell.type) {
-      case vtNull: break;
-      case vtBoolean:
-      case vtByte: n = 1; break;
-      case vtInteger: n = 2; break;
-      case vtLong: n = 4; break;
-      case vtDouble:
-      case vtCurrency:
-      case vtDate: n = 8; break;
-      case vtString: {
-        int shift = 0;
-        uint8_t byte;
-        do {
-          byte = static_cast<uint8_t>(*p++);
-          n |= size_t{byte & 0x7fu} << shift;
-          shift += 7;
-        } while (byte & 0x80);
-        break;
-      }
-      default: cell.type = vtEmpty; break;
-    }
-    cell.data = p;
-    cell.size = n;
-    p += n;
-  }
+  for (Cell& cell : out) cell = NextCell(p);
+}
+
+RowSet::Cell RowSet::CellAt(int64_t row, int32_t column) const {
+  assert(row >= 0 && row < RowCount() && column >= 0 && column < ColumnCount());
+  const uint64_t start = row_start_[static_cast<size_t>(row)];
+  const char* p = chunks_[start >> 32].get() + (start & 0xffffffffu);
+  Cell cell = NextCell(p);
+  for (int32_t i = 0; i < column; ++i) cell = NextCell(p);
+  return cell;
 }
 
 Variant RowSet::ToVariant(const Cell& cell) {

@@ -51,6 +51,8 @@ class RowSet {
   };
   // The cells of `row`, in column order, without copying a value.
   void ViewRow(int64_t row, std::vector<Cell>& out) const;
+  // One cell, reached by skipping the cells before it.
+  Cell CellAt(int64_t row, int32_t column) const;
   static Variant ToVariant(const Cell& cell);
   void DecodeRow(int64_t row, std::vector<Variant>& out) const;
 

@@ -148,10 +148,8 @@ class ListCursor {
     if (idColumn < 0) rs.Fields("lId");  // raises the unknown-field error
     const RowSet& rows = RecordsetAccess::Rows(rs);
     index_->reserve(static_cast<size_t>(rs.RecordCount()));
-    std::vector<RowSet::Cell> cells;
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-      rows.ViewRow(rs.AbsolutePosition(), cells);
-      const RowSet::Cell& cell = cells[static_cast<size_t>(idColumn)];
+      const RowSet::Cell cell = rows.CellAt(rs.AbsolutePosition(), idColumn);
       int32_t id;
       if (cell.type == vtLong) std::memcpy(&id, cell.data, sizeof id);
       else id = RowSet::ToVariant(cell).ToLong();

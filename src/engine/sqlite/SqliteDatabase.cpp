@@ -86,6 +86,31 @@ ColumnKind KindFromDeclared(const char* declared) {
   return it->second;
 }
 
+// The form the library stores, 'YYYY-MM-DD HH:MM:SS', read without the
+// general parser: every date of every row comes this way.
+bool ParseStoredDate(std::string_view t, double& ole) {
+  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
+    return false;
+  }
+  int v[6];
+  const size_t at[6] = {0, 5, 8, 11, 14, 17};
+  const size_t len[6] = {4, 2, 2, 2, 2, 2};
+  for (int k = 0; k < 6; ++k) {
+    int n = 0;
+    for (size_t j = at[k]; j < at[k] + len[k]; ++j) {
+      if (t[j] < '0' || t[j] > '9') return false;
+      n = n * 10 + (t[j] - '0');
+    }
+    v[k] = n;
+  }
+  try {
+    ole = Date::FromYmd(v[0], v[1], v[2], v[3], v[4], v[5]).Value();
+  } catch (const Error&) {
+    return false;  // 30 February and the like: the general parser refuses them too
+  }
+  return true;
+}
+
 void AppendInteger64(RowSet& rows, sqlite3_int64 v) {
   if (v >= INT32_MIN && v <= INT32_MAX) rows.AppendLong(static_cast<int32_t>(v));
   else rows.AppendDouble(static_cast<double>(v));
@@ -139,8 +164,11 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
       break;
     case ColumnKind::kDate:
       if (type == SQLITE_TEXT) {
+        const std::string_view text = ColumnText(s, i);
+        double stored = 0;
+        if (ParseStoredDate(text, stored)) return rows.AppendDate(stored);
         Date date;
-        if (Date::TryParse(std::string(ColumnText(s, i)), date)) return rows.AppendDate(date.Value());
+        if (Date::TryParse(std::string(text), date)) return rows.AppendDate(date.Value());
       } else if (numeric) {
         return rows.AppendDate(sqlite3_column_double(s, i));
       }
