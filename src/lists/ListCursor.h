@@ -5,10 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 
 #include "connection/RecordStorage.h"
 #include "engine/RecordsetAccess.h"
+#include "lists/IdIndex.h"
 #include "records/RecordCore.h"
 #include "runtime/Raise.h"
 #include "ztkdb/Recordset.h"
@@ -102,9 +102,9 @@ class ListCursor {
   // O(1): the index built by the query's one walk; a miss leaves the cursor.
   std::unique_ptr<Record> ItemByRecId(int32_t recId) {
     if (Count() == 0 || !index_) return nullptr;
-    auto it = index_->find(recId);
-    if (it == index_->end()) return nullptr;
-    return ItemByRsPos(it->second);
+    const int32_t position = index_->Find(recId);
+    if (position < 0) return nullptr;
+    return ItemByRsPos(position);
   }
 
   std::unique_ptr<Record> MoveFirst() {
@@ -142,18 +142,17 @@ class ListCursor {
   // One walk over the result; a repeated lId ends it with error 457, the
   // cursor on the repeated row and the rows before it indexed.
   void BuildIndex() {
-    index_.emplace();
+    index_.emplace(static_cast<size_t>(Rs()->RecordCount()));
     Recordset& rs = *Rs();
     const int32_t idColumn = rs.FieldIndex("lId");
     if (idColumn < 0) rs.Fields("lId");  // raises the unknown-field error
     const RowSet& rows = RecordsetAccess::Rows(rs);
-    index_->reserve(static_cast<size_t>(rs.RecordCount()));
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
       const RowSet::Cell cell = rows.CellAt(rs.AbsolutePosition(), idColumn);
       int32_t id;
       if (cell.type == vtLong) std::memcpy(&id, cell.data, sizeof id);
       else id = RowSet::ToVariant(cell).ToLong();
-      if (!index_->emplace(id, rs.AbsolutePosition()).second) {
+      if (!index_->Insert(id, rs.AbsolutePosition())) {
         Raise(errDuplicateKeyInCollection, class_name_,
               StandardDescription(errDuplicateKeyInCollection) + " ($" + std::to_string(id) + ")");
       }
@@ -165,7 +164,7 @@ class ListCursor {
   std::string client_name_;
   std::unique_ptr<RecordStorage> storage_;
   // Row id to 0-based position; empty optional = no index.
-  std::optional<std::unordered_map<int32_t, int32_t>> index_;
+  std::optional<IdIndex> index_;
 };
 
 }  // namespace ZTkDb::detail
