@@ -279,12 +279,12 @@ class Adapter {
         continue;
       }
       if (expectTarget && tok.kind == TokenKind::kIdentifier) {
-        std::string qualifier;
-        const std::string column = ColumnName(tok, &qualifier);
+        // "t.col" with t the updated table; brackets or quotes around the
+        // parts leave the target as it is (the engine accepts or refuses it).
+        const size_t dot = tok.text.rfind('.');
         const long next = NextSig(t_, i);
-        if (!qualifier.empty() && strcasecmp(qualifier.c_str(), table.c_str()) == 0 && next >= 0 &&
-            At(t_, next).text == "=") {
-          const size_t dot = tok.text.rfind('.');
+        if (dot != std::string_view::npos && dot == table.size() && next >= 0 &&
+            At(t_, next).text == "=" && strncasecmp(tok.text.data(), table.data(), dot) == 0) {
           replacement_[static_cast<size_t>(i)] = std::string(tok.text.substr(dot + 1));
         }
       }
