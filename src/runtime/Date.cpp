@@ -146,24 +146,57 @@ Date Date::AddDays(int days) const {
   return FromYmd(c.year, c.month, c.day, p.hour, p.minute, p.second);
 }
 
+namespace {
+
+// Fixed-width digits: these texts are written for every date of every
+// statement, so no format parsing stands in the way.
+void PutDigits(std::string& out, int value, int width) {
+  char digits[8];
+  for (int i = width - 1; i >= 0; --i) {
+    digits[i] = static_cast<char>('0' + value % 10);
+    value /= 10;
+  }
+  out.append(digits, static_cast<size_t>(width));
+}
+
+}  // namespace
+
 std::string Date::ShortText() const {
   const Parts p = Split(value_);
-  char buf[32];
+  std::string out;
+  out.reserve(19);
+  PutDigits(out, p.day, 2);
+  out += '.';
+  PutDigits(out, p.month, 2);
+  out += '.';
+  PutDigits(out, p.year, 4);
   if (p.hour || p.minute || p.second) {
-    std::snprintf(buf, sizeof buf, "%02d.%02d.%04d %02d:%02d:%02d", p.day, p.month, p.year, p.hour,
-                  p.minute, p.second);
-  } else {
-    std::snprintf(buf, sizeof buf, "%02d.%02d.%04d", p.day, p.month, p.year);
+    out += ' ';
+    PutDigits(out, p.hour, 2);
+    out += ':';
+    PutDigits(out, p.minute, 2);
+    out += ':';
+    PutDigits(out, p.second, 2);
   }
-  return buf;
+  return out;
 }
 
 std::string Date::IsoText() const {
   const Parts p = Split(value_);
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day, p.hour,
-                p.minute, p.second);
-  return buf;
+  std::string out;
+  out.reserve(19);
+  PutDigits(out, p.year, 4);
+  out += '-';
+  PutDigits(out, p.month, 2);
+  out += '-';
+  PutDigits(out, p.day, 2);
+  out += ' ';
+  PutDigits(out, p.hour, 2);
+  out += ':';
+  PutDigits(out, p.minute, 2);
+  out += ':';
+  PutDigits(out, p.second, 2);
+  return out;
 }
 
 bool Date::TryParse(const std::string& text, Date& out) {
