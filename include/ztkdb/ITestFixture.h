@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ztkdb/Export.h"
+
+namespace ZTkDb {
+
+// A public class without members, kept so that hosts which create it by
+// name ("ZTkDb.ITestFixture") still find it.
+class ZTKDB_API ITestFixture {
+ public:
+  ITestFixture();
+  ~ITestFixture();
+};
+
+}  // namespace ZTkDb
