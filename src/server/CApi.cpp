@@ -60,17 +60,28 @@ ztk_handle Wrap(std::unique_ptr<Object> o) { return reinterpret_cast<ztk_handle>
 
 Variant ToVariant(const ztk_value& v) {
   switch (v.type) {
-    case ZTK_EMPTY: return Variant();
-    case ZTK_NULL: return Variant::Null();
-    case ZTK_INT16: return Variant(v.v.i16);
-    case ZTK_INT32: return Variant(v.v.i32);
-    case ZTK_DOUBLE: return Variant(v.v.d);
-    case ZTK_CURRENCY: return Variant(ZTkDb::Currency::FromScaled(v.v.cy));
-    case ZTK_DATE: return Variant(ZTkDb::Date(v.v.date));
-    case ZTK_STRING: return Variant(std::string(v.v.s ? v.v.s : ""));
-    case ZTK_BOOL: return Variant(v.v.b != 0);
-    case ZTK_BYTE: return Variant(v.v.by);
-    case ZTK_OBJECT: break;
+    case ZTK_EMPTY:
+      return Variant();
+    case ZTK_NULL:
+      return Variant::Null();
+    case ZTK_INT16:
+      return Variant(v.v.i16);
+    case ZTK_INT32:
+      return Variant(v.v.i32);
+    case ZTK_DOUBLE:
+      return Variant(v.v.d);
+    case ZTK_CURRENCY:
+      return Variant(ZTkDb::Currency::FromScaled(v.v.cy));
+    case ZTK_DATE:
+      return Variant(ZTkDb::Date(v.v.date));
+    case ZTK_STRING:
+      return Variant(std::string(v.v.s ? v.v.s : ""));
+    case ZTK_BOOL:
+      return Variant(v.v.b != 0);
+    case ZTK_BYTE:
+      return Variant(v.v.by);
+    case ZTK_OBJECT:
+      break;
   }
   ZTkDb::detail::Raise(13, "ZTkDb", "Type mismatch (no member takes this kind of value)");
 }
@@ -93,16 +104,44 @@ void Store(Out&& out, ztk_value* result) {
   }
   const Variant& x = out.value;
   switch (x.Type()) {
-    case ZTkDb::vtEmpty: v.type = ZTK_EMPTY; break;
-    case ZTkDb::vtNull: v.type = ZTK_NULL; break;
-    case ZTkDb::vtInteger: v.type = ZTK_INT16; v.v.i16 = x.ToInteger(); break;
-    case ZTkDb::vtLong: v.type = ZTK_INT32; v.v.i32 = x.ToLong(); break;
-    case ZTkDb::vtDouble: v.type = ZTK_DOUBLE; v.v.d = x.ToDouble(); break;
-    case ZTkDb::vtCurrency: v.type = ZTK_CURRENCY; v.v.cy = x.ToCurrency().Scaled(); break;
-    case ZTkDb::vtDate: v.type = ZTK_DATE; v.v.date = x.ToDate().Value(); break;
-    case ZTkDb::vtString: v.type = ZTK_STRING; v.v.s = CopyText(x.ToString()); break;
-    case ZTkDb::vtBoolean: v.type = ZTK_BOOL; v.v.b = x.ToBool() ? 1 : 0; break;
-    case ZTkDb::vtByte: v.type = ZTK_BYTE; v.v.by = x.ToByte(); break;
+    case ZTkDb::vtEmpty:
+      v.type = ZTK_EMPTY;
+      break;
+    case ZTkDb::vtNull:
+      v.type = ZTK_NULL;
+      break;
+    case ZTkDb::vtInteger:
+      v.type = ZTK_INT16;
+      v.v.i16 = x.ToInteger();
+      break;
+    case ZTkDb::vtLong:
+      v.type = ZTK_INT32;
+      v.v.i32 = x.ToLong();
+      break;
+    case ZTkDb::vtDouble:
+      v.type = ZTK_DOUBLE;
+      v.v.d = x.ToDouble();
+      break;
+    case ZTkDb::vtCurrency:
+      v.type = ZTK_CURRENCY;
+      v.v.cy = x.ToCurrency().Scaled();
+      break;
+    case ZTkDb::vtDate:
+      v.type = ZTK_DATE;
+      v.v.date = x.ToDate().Value();
+      break;
+    case ZTkDb::vtString:
+      v.type = ZTK_STRING;
+      v.v.s = CopyText(x.ToString());
+      break;
+    case ZTkDb::vtBoolean:
+      v.type = ZTK_BOOL;
+      v.v.b = x.ToBool() ? 1 : 0;
+      break;
+    case ZTkDb::vtByte:
+      v.type = ZTK_BYTE;
+      v.v.by = x.ToByte();
+      break;
   }
   *result = v;
 }
@@ -112,16 +151,16 @@ const Member& Lookup(const Object& o, const char* member, std::initializer_list<
   for (Kind k : kinds) {
     if (const Member* m = o.cls.Find(member, k)) return *m;
   }
-  ZTkDb::detail::Raise(438, "ZTkDb." + o.cls.name,
-                       "Object doesn't support this property or method (" + o.cls.name + "." +
-                           member + ")");
+  ZTkDb::detail::Raise(
+      438, "ZTkDb." + o.cls.name,
+      "Object doesn't support this property or method (" + o.cls.name + "." + member + ")");
 }
 
 void CheckArity(const Object& o, const Member& m, int32_t argc) {
   if (argc < m.min_args || argc > m.max_args) {
     ZTkDb::detail::Raise(450, "ZTkDb." + o.cls.name,
-                         "Wrong number of arguments or invalid property assignment (" +
-                             o.cls.name + "." + m.name + " takes " + std::to_string(m.min_args) +
+                         "Wrong number of arguments or invalid property assignment (" + o.cls.name +
+                             "." + m.name + " takes " + std::to_string(m.min_args) +
                              (m.max_args != m.min_args ? " to " + std::to_string(m.max_args) : "") +
                              ", got " + std::to_string(argc) + ")");
   }
@@ -138,7 +177,8 @@ int32_t ztk_create(const char* class_name, ztk_handle* out) {
     const std::string name = class_name ? class_name : "";
     const std::string prefix = "ZTkDb.";
     const ClassInfo* cls = nullptr;
-    if (name.size() > prefix.size() && strncasecmp(name.c_str(), prefix.c_str(), prefix.size()) == 0) {
+    if (name.size() > prefix.size() &&
+        strncasecmp(name.c_str(), prefix.c_str(), prefix.size()) == 0) {
       cls = ZTkDb::server::FindClass(name.substr(prefix.size()));
     }
     if (!cls || !cls->creatable) {
@@ -232,7 +272,9 @@ int32_t ztk_member_info(const char* class_name, int32_t index, const char** name
                         int32_t* min_args, int32_t* max_args) {
   return Guarded([&] {
     const ClassInfo* cls = ZTkDb::server::FindClass(class_name ? class_name : "");
-    if (!cls) ZTkDb::detail::Raise(429, "ZTkDb", std::string("No class '") + (class_name ? class_name : "") + "'");
+    if (!cls)
+      ZTkDb::detail::Raise(429, "ZTkDb",
+                           std::string("No class '") + (class_name ? class_name : "") + "'");
     if (index < 0 || static_cast<size_t>(index) >= cls->members.size()) {
       ZTkDb::detail::RaiseStandard(9, "ZTkDb");
     }

@@ -130,7 +130,7 @@ struct Arg<std::vector<std::string>> {
   }
 };
 template <typename E>
-  requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 struct Arg<E> {
   static E From(const Variant& v) { return static_cast<E>(v.ToLong()); }
 };
@@ -185,8 +185,8 @@ Out CallWith(void* self, F fn, const Args& args, const Args& defaults, std::inde
     std::invoke(fn, object, Arg<std::tuple_element_t<I, typename T::Params>>::From(pick(I))...);
     return Out{};
   } else {
-    return Result(
-        std::invoke(fn, object, Arg<std::tuple_element_t<I, typename T::Params>>::From(pick(I))...));
+    return Result(std::invoke(fn, object,
+                              Arg<std::tuple_element_t<I, typename T::Params>>::From(pick(I))...));
   }
 }
 

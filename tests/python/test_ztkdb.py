@@ -1,0 +1,87 @@
+"""The Python binding on a real database: create, read, update with a
+conflict, list, and clear errors for mistakes."""
+import datetime
+import decimal
+import os
+import subprocess
+import tempfile
+import unittest
+
+import ztkdb
+
+
+def new_order(client, nr, text):
+    order = ztkdb.CAuftrag()
+    order.ConnectStorage(client)
+    day = datetime.datetime(2026, 11, 20, 8, 15)
+    order.CreateNew7(nr, 17, day, "08:15", 100, ztkdb.sotRoom, text, day, "", ztkdb.NoDate, "",
+                     False, ztkdb.NoDate, "", 0, 0, 2, 31, 1, 12, 1, ztkdb.hetTikora, "A", "Meier",
+                     "0711", "HV", 5, "K1", "Köln", "Objekt", "KST", "RE", False, "", "Typ",
+                     decimal.Decimal("12.5"), "LA", "VA")
+    return order
+
+
+class Binding(unittest.TestCase):
+    def setUp(self):
+        self.dir = tempfile.TemporaryDirectory()
+        self.path = os.path.join(self.dir.name, "py.db")
+        subprocess.run([os.environ["ZTKDB_ZTK"], "init", self.path], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.boxes = []
+        ztkdb.set_message_hook(lambda text, title, critical: self.boxes.append((text, critical)))
+        self.db = ztkdb.CTkDb()
+        self.db.OpenJetDb("py", self.path, False, False)
+
+    def tearDown(self):
+        ztkdb.set_message_hook(None)
+        del self.db
+        self.dir.cleanup()
+
+    def test_create_read_update_with_conflict_and_list(self):
+        first = new_order("py", 1, "Tür 'klemmt'")
+        new_order("py", 2, "Heizung")
+        self.assertGreater(first.Id, 0)
+        self.assertEqual(first.Auftrag, "Tür 'klemmt'")
+        self.assertEqual(first.Kosten, decimal.Decimal("12.5"))
+        self.assertEqual(first.AuftragsDatum, datetime.datetime(2026, 11, 20, 8, 15))
+        self.assertEqual(first.ErledigtDatum, ztkdb.NoDate)
+
+        copy = ztkdb.CAuftrag()
+        copy.ConnectStorage("py")
+        copy.ReadById(first.Id)
+        first.Ort = "Stuttgart"
+        first.Update()
+        copy.Ort = "Ulm"
+        copy.Update()
+        self.assertEqual(self.boxes, [("CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!", True)])
+
+        orders = ztkdb.CAuftragListe()
+        orders.ConnectStorage("py")
+        orders.ReadByDone(False, ztkdb.osByOrderNumber)
+        self.assertEqual([(o.Nr, o.Ort) for o in orders], [(1, "Stuttgart"), (2, "Köln")])
+        self.assertEqual(len(orders), 2)
+        self.assertEqual(orders(first.Id).Nr, 1)  # the default member
+        self.assertIsNone(orders(4711))
+        self.assertEqual(orders.SortOrder, ztkdb.osByOrderNumber)
+
+    def test_mistakes_raise_clear_errors(self):
+        order = ztkdb.CAuftrag()
+        with self.assertRaises(ztkdb.Error) as e:
+            order.Gibtsnicht
+        self.assertEqual(e.exception.number, 438)
+        with self.assertRaises(ztkdb.Error) as e:
+            order.ReadById()
+        self.assertEqual(e.exception.number, 450)
+        with self.assertRaises(ztkdb.Error) as e:
+            order.Nr = "viele"
+        self.assertEqual(e.exception.number, 13)
+        with self.assertRaises(ztkdb.Error) as e:
+            order.ReadById(1)  # not connected
+        self.assertEqual(e.exception.number, 91)
+        self.assertIn("ITestFixture", ztkdb.classes())
+        with self.assertRaises(AttributeError):
+            ztkdb.CNichtDa()
+
+
+if __name__ == "__main__":
+    unittest.main()
