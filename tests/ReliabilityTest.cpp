@@ -40,8 +40,10 @@ constexpr int kRows = 3;
       if (box.text == "CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!") ++boxes;
     });
     CTkDb tkdb;
-    if (db.Which() == ztktest::Engine::kSqliteFile) tkdb.OpenJetDb("w", connect, false, false);
-    else tkdb.OpenOdbcDb("w", connect, false, false);
+    if (db.Which() == ztktest::Engine::kSqliteFile)
+      tkdb.OpenJetDb("w", connect, false, false);
+    else
+      tkdb.OpenOdbcDb("w", connect, false, false);
     CAuftrag order;
     order.ConnectStorage("w");
     for (int i = 0; i < kRounds; ++i) {
@@ -50,19 +52,23 @@ constexpr int kRows = 3;
         order.Nr(order.Nr() + 1);
         const int before = boxes;
         order.Update();
-        if (boxes == before) ++landed;
-        else ++refused;
+        if (boxes == before)
+          ++landed;
+        else
+          ++refused;
       } catch (const Error& e) {
         // A lock held past the busy timeout is 3260, and nothing landed.
-        if (e.Number() != 3260) ++errors;
-        else ++refused;
+        if (e.Number() != 3260)
+          ++errors;
+        else
+          ++refused;
       }
     }
   } catch (...) {
     ++errors;
   }
-  const std::string report = std::to_string(landed) + " " + std::to_string(refused) + " " +
-                             std::to_string(errors) + "\n";
+  const std::string report =
+      std::to_string(landed) + " " + std::to_string(refused) + " " + std::to_string(errors) + "\n";
   [[maybe_unused]] auto n = write(out, report.data(), report.size());
   _exit(0);
 }
@@ -72,7 +78,8 @@ class ConcurrentWriters : public ::testing::TestWithParam<ztktest::Engine> {};
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Engines, ConcurrentWriters,
-                         ::testing::Values(ztktest::Engine::kSqliteFile, ztktest::Engine::kPostgres),
+                         ::testing::Values(ztktest::Engine::kSqliteFile,
+                                           ztktest::Engine::kPostgres),
                          ztktest::EngineName);
 
 TEST_P(ConcurrentWriters, EveryWriteLandsOrShowsTheBoxAndNoneIsLost) {
@@ -196,7 +203,10 @@ TEST(ServerFaults, AStoppedServerGivesAClearErrorAndANewOpenWorksOnceItIsBack) {
 
     const std::string bin = "$(ls -d /usr/lib/postgresql/*/bin | sort -V | tail -1)";
     const std::string asPg = getuid() == 0 ? "runuser -u postgres -- " : "";
-    ASSERT_EQ(std::system((asPg + bin + "/pg_ctl -D '" + pg + "/data' -m immediate -w stop >/dev/null 2>&1").c_str()), 0);
+    ASSERT_EQ(std::system(
+                  (asPg + bin + "/pg_ctl -D '" + pg + "/data' -m immediate -w stop >/dev/null 2>&1")
+                      .c_str()),
+              0);
 
     const auto start = std::chrono::steady_clock::now();
     try {

@@ -301,6 +301,11 @@ class Adapter {
 }  // namespace
 
 std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules) {
+  // An engine would end the text at the NUL and run what stands before it.
+  if (sql.find('\0') != std::string::npos) {
+    Raise(errSyntax, "ZTkDb.Engine",
+          "Syntax error: the statement holds a NUL character, which no text value may carry.");
+  }
   const Tokens tokens = Tokenize(sql);
   RefuseSecondStatement(tokens);
   return Adapter(tokens, rules).Run();

@@ -55,6 +55,8 @@ bool ParseMoney(const std::string& text, Currency& out) {
   }
   if (!any || i != text.size()) return false;
   for (; digits < 4; ++digits) fraction *= 10;
+  constexpr int64_t kMaxWhole = INT64_MAX / 10000;
+  if (whole > kMaxWhole || (whole == kMaxWhole && fraction > INT64_MAX % 10000)) return false;
   out = Currency::FromScaled((negative ? -1 : 1) * (whole * 10000 + fraction));
   return true;
 }

@@ -88,6 +88,11 @@ bool ParseScaled(const std::string& text, int64_t& out) {
   }
   if (!any || i != text.size()) return false;
   while (fractionDigits++ < 4) fraction *= 10;
+  // Beyond the currency range the caller's general path raises overflow.
+  constexpr int64_t kMaxWhole = INT64_MAX / 10000;
+  if (whole > kMaxWhole || (whole == kMaxWhole && fraction > INT64_MAX % 10000 + (negative ? 1 : 0))) {
+    return false;
+  }
   out = whole * 10000 + fraction;
   if (negative) out = -out;
   return true;

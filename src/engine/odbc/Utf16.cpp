@@ -1,6 +1,22 @@
 #include "engine/odbc/Utf16.h"
 
+#include "runtime/Raise.h"
+
 namespace ZTkDb::detail {
+
+namespace {
+
+[[noreturn]] void NotUtf8(size_t at) {
+  detail::Raise(errOdbcCallFailed, "ZTkDb.ODBC",
+                "ODBC--call failed. [22021] The text is not valid UTF-8 (byte " +
+                    std::to_string(at + 1) + ").");
+}
+
+bool Continuation(std::string_view s, size_t i) {
+  return i < s.size() && (static_cast<unsigned char>(s[i]) & 0xC0) == 0x80;
+}
+
+}  // namespace
 
 std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
   std::basic_string<SQLWCHAR> out;
@@ -9,6 +25,13 @@ std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
     const auto c = static_cast<unsigned char>(utf8[i]);
     char32_t cp = 0xFFFD;
     size_t len = 1;
+    if (c >= 0x80) {
+      const size_t need = (c >> 5) == 0x6 ? 2 : (c >> 4) == 0xE ? 3 : (c >> 3) == 0x1E ? 4 : 0;
+      if (need == 0) NotUtf8(i);
+      for (size_t k = 1; k < need; ++k) {
+        if (!Continuation(utf8, i + k)) NotUtf8(i);
+      }
+    }
     if (c < 0x80) {
       cp = c;
     } else if ((c >> 5) == 0x6 && i + 1 < utf8.size()) {

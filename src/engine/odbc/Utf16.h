@@ -11,6 +11,8 @@ namespace ZTkDb::detail {
 // unixODBC's SQLWCHAR is UTF-16. The library speaks UTF-8; the wide entry
 // points are used so that no driver manager or driver guesses a charset
 // from the process locale.
+// Raises 3146 ("[22021]") for bytes that are not UTF-8: a Unicode driver
+// would otherwise store replacement characters instead of the text given.
 std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8);
 std::string ToUtf8(const SQLWCHAR* text, size_t units);
 // Appends the UTF-8 form of `units` UTF-16 units to `out`.
