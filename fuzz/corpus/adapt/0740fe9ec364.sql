@@ -1,0 +1,1 @@
+SELECT T_Auftrag.* From T_Auftrag WHERE T_Auftrag.lObjId=55  AND T_Auftrag.byObjTyp=6 AND T_Auftrag.bErledigt=0 AND T_Auftrag.byHerkunft=3 AND T_Auftrag.lTageFrist= 22

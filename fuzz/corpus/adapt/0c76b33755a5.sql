@@ -1,0 +1,1 @@
+SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE T_Auftrag.bErledigt = 1 AND (T_Auftrag.lSoId IN(3,7) OR T_Auftrag.lSoId =0) AND T_Auftrag.ErledigtDatum>='23.10.2026' ORDER BY T_Auftrag.lNr

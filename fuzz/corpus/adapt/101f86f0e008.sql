@@ -1,0 +1,1 @@
+INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', '2026-11-15 00:00:00', '15.11.2026', (1+2))

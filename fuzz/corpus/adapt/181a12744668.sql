@@ -1,0 +1,1 @@
+UPDATE T_Auftrag SET T_Meldung.lNr = 1

@@ -1,0 +1,1 @@
+SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.MeldeDatum = #2026-11-15 00:00:00#   ANDT_Meldung.stMeldeZeit >= 08:00 AND T_Meldung.stMeldeZeit <= 12:00 ORDER BY T_Meldung.lNr

@@ -1,0 +1,1 @@
+UPDATE T_Leistung SET lAnsprechId = NULL, stBemerkung = NULL

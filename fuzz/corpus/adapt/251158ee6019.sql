@@ -1,0 +1,1 @@
+SELECT T_Leistung.* FROM T_Leistung WHERE NOT T_Leistung.stRechnEmpf IS NULL

@@ -1,0 +1,1 @@
+DELETE T_MsgOrderDokument WHERE T_MsgOrderDokument.lId = 12;

@@ -1,0 +1,1 @@
+DELETE FROM T_Auftrag WHERE lId = 7

@@ -1,0 +1,1 @@
+DELETE FROM T_Auftrag WHERE T_Auftrag.lId = 7

@@ -1,0 +1,1 @@
+DELETE T_AMaterial WHERE T_AMaterial.lId = 0

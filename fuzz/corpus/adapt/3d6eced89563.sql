@@ -1,0 +1,1 @@
+SELECT count(*) FROM T_AMaterial WHERE stEinheit = 'm²' AND stMatKlasse = 'Sanitär' AND dMenge = 3.75 AND bFremdleistung = 

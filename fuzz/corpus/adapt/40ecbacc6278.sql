@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Meldung WHERE T_Meldung.MeldeDatum = #dat#   ANDT_Meldung.x >= 8:00

@@ -1,0 +1,1 @@
+DELETE T_AuftragMeldung.* FROM T_AuftragMeldung WHERE ((T_AuftragMeldung.lMeldungId = 7) AND (T_AuftragMeldung.lAuftragId = 0))

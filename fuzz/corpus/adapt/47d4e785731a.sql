@@ -1,0 +1,1 @@
+UPDATE T_Auftrag SET stUId = 'n', lNr = (1+2),ErledigtDatum = '2026-02-01 00:00:00' WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))

@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Auftrag WHERE T_Auftrag.stAuftrag = 'it''s #2026-01-01# ; here'

@@ -1,0 +1,1 @@
+SELECT T_Auftrag.* FROM T_Auftrag LEFT JOIN  T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId  Where (((T_Auftrag.AuftragsDatum) <= #2026-11-15 00:00:00#) And  ((T_Auftrag.ErledigtDatum) >= #2026-11-01 00:00:00#) And ((T_AuftragMeldung.lAuftragId) Is Null)) ORDER BY T_Auftrag.AuftragsDatum, T_Auftrag.lNr

@@ -1,0 +1,1 @@
+INSERT INTO T_AuftragMeldung (lAuftragId, lMeldungId) VALUES (0, 7)

@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Meldung Where (((T_Meldung.MeldeDatum) <= '15.11.2026'))

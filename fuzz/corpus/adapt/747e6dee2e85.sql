@@ -1,0 +1,1 @@
+UPDATE T_Auftrag SET AuftragsDatum = '9999-12-31 00:00:00', stAuftrag = '31.12.9999'

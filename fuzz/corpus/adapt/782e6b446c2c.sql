@@ -1,0 +1,1 @@
+SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '2026-11-01 00:00:00'

@@ -1,0 +1,1 @@
+SELECT count(*) FROM T_Leistung WHERE dStunden = -2.25 AND bFremdleistung = 

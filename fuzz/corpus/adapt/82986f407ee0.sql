@@ -1,0 +1,1 @@
+SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.Auftragsdatum >= '01.11.2026'

@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Meldung WHERE '15.11.2026 08:30:00' < (MeldeDatum)

@@ -1,0 +1,1 @@
+UPDATE T_AMaterial SET stEinheit = NULL, stMatKlasse = NULL

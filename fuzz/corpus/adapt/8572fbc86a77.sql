@@ -1,0 +1,1 @@
+SELECT Max(T_Auftrag.lNr) As LastNr FROM T_Auftrag

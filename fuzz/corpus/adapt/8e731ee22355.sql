@@ -1,0 +1,1 @@
+SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.bErledigt = 0 AND T_Meldung.ErledigtDatum >= #

@@ -1,0 +1,1 @@
+UPDATE T_AMaterial SET T_AMaterial.stUId = '

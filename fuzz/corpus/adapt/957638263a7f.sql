@@ -1,0 +1,1 @@
+INSERT INTO T_Auftrag (stUId, AuftragsDatum, stAuftrag, lNr) VALUES ('u', '15.11.2026', '15.11.2026', (1+2))

@@ -1,0 +1,1 @@
+SELECT '15.11.2026' FROM T_Auftrag

@@ -1,0 +1,1 @@
+DELETE T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.lId = 7;

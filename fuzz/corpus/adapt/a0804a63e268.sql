@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Meldung Where (((T_Meldung.MeldeDatum) <= '2026-11-15 00:00:00'))

@@ -1,0 +1,1 @@
+SELECT T_Leistung.* FROM T_Leistung WHERE T_Leistung.lAuftragId = 4 ORDER BY T_Leistung.lId

@@ -1,0 +1,1 @@
+SELECT d.* FROM T_MsgOrderDokument d JOIN (SELECT 1 AS k UNION ALL SELECT 2) ORDER BY d.lId, k

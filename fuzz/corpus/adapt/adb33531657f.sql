@@ -1,0 +1,1 @@
+INSERT INTO T_Leistung (stUId, lAuftragId, lAuftragNehmerId, AusfDatum, stAusfZeit, lLeistArtId, dStunden, cuPreisProStd, dFaktor, dWeg, cuPreisProKm, stBemerkung, lRechnEmpfId, stKostenart, lAnsprechId, stKostenstelle, stAuftragnehmer, stAnsprech, stLeistArt, stRechnEmpf,bFremdleistung) VALUES ('

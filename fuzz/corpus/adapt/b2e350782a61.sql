@@ -1,0 +1,1 @@
+INSERT INTO T_MsgOrderDokument (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('

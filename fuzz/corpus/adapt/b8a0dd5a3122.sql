@@ -1,0 +1,1 @@
+DELETE T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.ErledigtDatum >= #2026-01-01 00:00:00# AND T_Auftrag.AuftragsDatum < '02.01.2026'

@@ -1,0 +1,1 @@
+UPDATE T_Auftrag SET T_Auftrag.stUId = 'n', T_Auftrag.lNr = (1+2),T_Auftrag.ErledigtDatum = '01.02.2026' WHERE ((T_Auftrag.lId=1) AND (T_Auftrag.stUId='o'))

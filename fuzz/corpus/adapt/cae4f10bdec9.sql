@@ -1,0 +1,1 @@
+SELECT * FROM T_Auftrag WHERE T_Auftrag.ErledigtDatum>=#2026-10-23 00:00:00#

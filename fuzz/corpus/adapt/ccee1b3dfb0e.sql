@@ -1,0 +1,1 @@
+SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.MeldeDatum = '15.11.2026'  AND T_Meldung.stMeldeZeit >= '08:00' AND T_Meldung.stMeldeZeit <= '12:00' ORDER BY T_Meldung.lNr

@@ -1,0 +1,1 @@
+SELECT * FROM T_Meldung WHERE stNrVorsatz = 'x'; DELETE FROM T_Meldung; --'

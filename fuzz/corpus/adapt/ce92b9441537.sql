@@ -1,0 +1,1 @@
+SELECT T_AMaterial.* FROM T_AMaterial WHERE T_AMaterial.lAuftragId = 3 AND T_AMaterial.bFremdleistung = -1

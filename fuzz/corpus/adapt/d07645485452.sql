@@ -1,0 +1,1 @@
+DELETE FROM T_AuftragMeldung WHERE ((T_AuftragMeldung.lMeldungId = 3) AND (T_AuftragMeldung.lAuftragId = 4))

@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Auftrag WHERE T_Auftrag.lSoId IN)

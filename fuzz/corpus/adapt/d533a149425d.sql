@@ -1,0 +1,1 @@
+UPDATE T_MsgOrderDokument SET T_MsgOrderDokument.stUId = '

@@ -1,0 +1,1 @@
+UPDATE T_Auftrag SET AuftragsDatum = '31.12.9999', stAuftrag = '31.12.9999'

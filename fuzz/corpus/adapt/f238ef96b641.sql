@@ -1,0 +1,1 @@
+UPDATE T_Leistung SET dStunden = NULL, lAuftragId = 77

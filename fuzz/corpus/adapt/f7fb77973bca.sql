@@ -1,0 +1,1 @@
+SELECT 1 FROM T_Meldung WHERE '2026-11-15 08:30:00' < (MeldeDatum)

@@ -1,0 +1,1 @@
+SELECT T_Meldung.* FROM T_Meldung WHERE T_Meldung.bErledigt = 1 AND T_Meldung.stNrVorsatz = 'P' AND (T_Meldung.lSoId = 5 OR T_Meldung.lSoId =0) AND T_Meldung.ErledigtDatum >= '23.10.2026'

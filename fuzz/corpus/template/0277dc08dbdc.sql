@@ -1,0 +1,1 @@
+SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.MeldeDatum = #dat#   AND#Tabelle#.stMeldeZeit >= #timeVon# AND #Tabelle#.stMeldeZeit <= #timeBis# ORDER BY #Tabelle#.lNr

@@ -1,0 +1,1 @@
+ WHERE #DetailTabelle#.lMeldungId = #lMeldungId# and #Tabelle#.bErledigt=#bErledigt#

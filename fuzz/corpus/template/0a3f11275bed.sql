@@ -1,0 +1,1 @@
+SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.bErledigt = #bErledigt# AND #Tabelle#.stNrVorsatz = '#stNrVorsatz#' AND  #Tabelle#.ErledigtDatum >= #datBack# ORDER BY #Tabelle#.#SortField#

@@ -1,0 +1,1 @@
+ WHERE (#Tabelle#.lNr = #lNr#)

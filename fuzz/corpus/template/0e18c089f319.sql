@@ -1,0 +1,1 @@
+ WHERE (#Tabelle#.lObjId = #lObjId#) AND (#Tabelle#.byObjTyp = #byObjTyp#)

@@ -1,0 +1,1 @@
+SELECT #Tabelle#.* FROM #Tabelle# WHERE NOT #Tabelle#.stRechnEmpf IS NULL

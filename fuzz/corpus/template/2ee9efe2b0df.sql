@@ -1,0 +1,1 @@
+DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#;

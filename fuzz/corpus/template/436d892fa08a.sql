@@ -1,0 +1,1 @@
+DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;

@@ -1,0 +1,1 @@
+DELETE #DetailTabelle#.* FROM #DetailTabelle# WHERE ((#DetailTabelle#.lMeldungId = #lMeldungId#) AND (#DetailTabelle#.lAuftragId = #lAuftragId#))

@@ -1,0 +1,1 @@
+SELECT #Tabelle#.*, #DetailTabelle#.lMeldungId FROM #Tabelle# LEFT JOIN #DetailTabelle# ON #Tabelle#.lId = #DetailTabelle#.lAuftragId WHERE #Tabelle#.stUId = '#stUId#'

@@ -1,0 +1,1 @@
+UPDATE #Tabelle# SET #Tabelle#.stUId = '#stNewUId#', #Tabelle#.lMsgId = #lMsgId#, #Tabelle#.lOrderId = #lOrderId#, #Tabelle#.stPfad = '#stPfad#', #Tabelle#.stDatei = '#stDatei#' WHERE ((#Tabelle#.lId=#lId#) AND (#Tabelle#.stUId='#stUId#'));

@@ -1,0 +1,1 @@
+INSERT INTO #DetailTabelle# (lAuftragId, lMeldungId) VALUES (#lAuftragId#, #lMeldungId#)

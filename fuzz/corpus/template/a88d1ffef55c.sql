@@ -1,0 +1,1 @@
+ WHERE #Tabelle#.Auftragsdatum >= #datVon# AND #Tabelle#.Auftragsdatum <=#datBis# ORDER BY #Tabelle#.lNr

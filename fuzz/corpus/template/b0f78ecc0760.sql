@@ -1,0 +1,1 @@
+ ORDER BY #SortTabelle#.#SortField#

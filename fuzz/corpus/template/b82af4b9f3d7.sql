@@ -1,0 +1,1 @@
+SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND #Tabelle#.bFremdleistung = #TRUE#

@@ -1,0 +1,1 @@
+INSERT INTO #Tabelle# (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('#stUId#', #lMsgId#, #lOrderId#, '#stPfad#', '#stDatei#');

@@ -1,0 +1,1 @@
+SELECT #Tabelle#.* FROM #Tabelle# ORDER BY #Tabelle#.#SortField#

@@ -1,0 +1,1 @@
+SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle# WHERE #Tabelle#.stNrVorsatz = '#stNrVorsatz#'
