@@ -161,22 +161,23 @@ void PutDigits(std::string& out, int value, int width) {
 
 }  // namespace
 
+// "a<sep>b<sep>c" with two-digit parts but for the width given for one.
+static void PutTriple(std::string& out, int a, int wa, int b, int c, int wc, char sep) {
+  PutDigits(out, a, wa);
+  out += sep;
+  PutDigits(out, b, 2);
+  out += sep;
+  PutDigits(out, c, wc);
+}
+
 std::string Date::ShortText() const {
   const Parts p = Split(value_);
   std::string out;
   out.reserve(19);
-  PutDigits(out, p.day, 2);
-  out += '.';
-  PutDigits(out, p.month, 2);
-  out += '.';
-  PutDigits(out, p.year, 4);
+  PutTriple(out, p.day, 2, p.month, p.year, 4, '.');
   if (p.hour || p.minute || p.second) {
     out += ' ';
-    PutDigits(out, p.hour, 2);
-    out += ':';
-    PutDigits(out, p.minute, 2);
-    out += ':';
-    PutDigits(out, p.second, 2);
+    PutTriple(out, p.hour, 2, p.minute, p.second, 2, ':');
   }
   return out;
 }
@@ -185,17 +186,9 @@ std::string Date::IsoText() const {
   const Parts p = Split(value_);
   std::string out;
   out.reserve(19);
-  PutDigits(out, p.year, 4);
-  out += '-';
-  PutDigits(out, p.month, 2);
-  out += '-';
-  PutDigits(out, p.day, 2);
+  PutTriple(out, p.year, 4, p.month, p.day, 2, '-');
   out += ' ';
-  PutDigits(out, p.hour, 2);
-  out += ':';
-  PutDigits(out, p.minute, 2);
-  out += ':';
-  PutDigits(out, p.second, 2);
+  PutTriple(out, p.hour, 2, p.minute, p.second, 2, ':');
   return out;
 }
 
