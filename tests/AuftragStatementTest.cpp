@@ -134,42 +134,12 @@ TEST(AuftragListeStatements, PeriodsWithoutReportInBothDialects) {
             "T_Auftrag.AuftragsDatum,T_Auftrag.lNr");
 }
 
-TEST(AuftragListeStatements, DoneFamilyAndReportConnection) {
+// The done family's texts are checked in full elsewhere; here the one
+// read whose flag picks its WHERE.
+TEST(AuftragListeStatements, ReportConnection) {
   ztktest::RecordingClient jet("recL3", 1);
-  ztktest::RecordingClient odbc("recL4", 2);
   CAuftragListe onJet;
   onJet.ConnectStorage("recL3");
-  CAuftragListe onOdbc;
-  onOdbc.ConnectStorage("recL4");
-  const Date back = Date::Today().AddDays(-30);
-
-  onOdbc.ReadByDoneAndSoAndVorsatz(5, true, "O'K", osByMsgId);
-  EXPECT_EQ(odbc.db->statements.back(),
-            Replaced("SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
-                     "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
-                     "T_Auftrag.bErledigt = 1 AND T_Auftrag.stNrVorsatz = 'O''K' AND  "
-                     "(T_Auftrag.lSoId = 5 OR T_Auftrag.lSoId =0) AND "
-                     "T_Auftrag.ErledigtDatum>='@BACK@' ORDER BY T_AuftragMeldung.lMeldungId",
-                     "@BACK@", ztktest::GermanDate(back)));
-  EXPECT_EQ(onOdbc.SortOrder(), osByMsgId);
-
-  onJet.ReadByDoneAndSoListe({"3", "7"}, false);
-  EXPECT_EQ(jet.db->statements.back(),
-            Replaced("SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
-                     "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
-                     "T_Auftrag.bErledigt = 0 AND (T_Auftrag.lSoId IN(3,7) OR T_Auftrag.lSoId =0) "
-                     "AND T_Auftrag.ErledigtDatum>=@BACK@ ORDER BY T_AuftragMeldung.lMeldungId",
-                     "@BACK@", "#" + back.IsoText() + "#"));
-
-  // On ODBC the unsorted site variants carry no ORDER BY.
-  onOdbc.ReadByDoneAndSo(2, false, osUnsorted, -1);
-  EXPECT_EQ(odbc.db->statements.back(),
-            "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
-            "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
-            "T_Auftrag.bErledigt = 0 AND (T_Auftrag.lSoId = 2 OR T_Auftrag.lSoId =0) AND "
-            "T_Auftrag.ErledigtDatum>='" +
-                ztktest::GermanDate(Date::Today().AddDays(1)) + "'");
-
   onJet.ReadWithMsgConn(false, osByOrderReturnOnDate);
   EXPECT_EQ(jet.db->statements.back(),
             "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN "
