@@ -158,7 +158,7 @@ void BuildDemoData(Session& session, int reports) {
                              "angebot-A" + std::to_string(auftrag.Nr()) + ".pdf");
         }
       }
-      progress.Step(static_cast<size_t>(i + 1));
+      progress.Step(static_cast<size_t>(i) + 1);
     }
     // Planned maintenance raised by the technical-equipment module, no report.
     for (int m = 0; m < reports / 10; ++m) {

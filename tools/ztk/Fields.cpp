@@ -235,19 +235,26 @@ template std::vector<std::pair<const Field<CMaterial>*, FieldValue>> ParseAssign
 template std::vector<std::pair<const Field<CMsgOrderDokument>*, FieldValue>> ParseAssignments(
     const std::vector<Field<CMsgOrderDokument>>&, const std::vector<std::string>&);
 
-// A property pair: getter and setter of one name and one value type.
-#define ZTK_RW(R, Name, Kind, T, listed)                                                          \
-  Field<R> {                                                                                      \
-#Name, Kind,                                                                                  \
-        [](const R& r)                                                                            \
-             -> FieldValue { return T(r.Name()); }, [](R & r,                                     \
-                                                       const FieldValue&                          \
-                                                           v) { r.Name(std::get<T>(v)); }, listed \
+// A property pair: getter and setter of one name and one value type. The
+// value type travels as a template argument so the macros below only name it.
+template <typename T, typename Value>
+FieldValue AsField(Value value) {
+  return FieldValue(T(value));
+}
+
+// clang-format off
+#define ZTK_RW(R, Name, Kind, T, listed)                                       \
+  Field<R> {                                                                   \
+    #Name, Kind,                                                               \
+    [](const R& r) { return AsField<T>(r.Name()); },                           \
+    [](auto& r, const FieldValue& v) { r.Name(std::get<T>(v)); }, listed       \
   }
-#define ZTK_RO(R, Name, Kind, T, listed)                                               \
-  Field<R> {                                                                           \
-#Name, Kind, [](const R& r) -> FieldValue { return T(r.Name()); }, nullptr, listed \
+#define ZTK_RO(R, Name, Kind, T, listed)                                       \
+  Field<R> {                                                                   \
+    #Name, Kind, [](const R& r) { return AsField<T>(r.Name()); }, nullptr,     \
+    listed                                                                     \
   }
+// clang-format on
 
 using K = FieldKind;
 

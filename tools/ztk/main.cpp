@@ -488,6 +488,11 @@ int Run(int argc, char** argv) {
     std::fprintf(stderr, "ztk: error %ld (%s): %s\n", e.Number(), e.Source().c_str(),
                  e.Description().c_str());
     return kFailed;
+  } catch (const std::exception& e) {
+    // Out of memory, an unwritable output stream and the like: still a
+    // message and status 1 rather than an abort.
+    std::fprintf(stderr, "ztk: %s\n", e.what());
+    return kFailed;
   }
 }
 
@@ -495,6 +500,11 @@ int Run(int argc, char** argv) {
 }  // namespace ztk
 
 int main(int argc, char** argv) {
-  ztk::InstallMessageLines();
-  return ztk::Run(argc, argv);
+  try {
+    ztk::InstallMessageLines();
+    return ztk::Run(argc, argv);
+  } catch (...) {
+    std::fputs("ztk: unexpected failure\n", stderr);
+    return 1;
+  }
 }
