@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <random>
 #include <string>
@@ -183,10 +184,9 @@ void CreateOrder(CAuftrag& o) {
 
 // ----- list walk ---------------------------------------------------------
 
-void WalkZtk(benchmark::State& state, const std::string& open, bool odbc) {
+void WalkZtk(benchmark::State& state, const std::string& path) {
   CTkDb tkdb;
-  if (odbc) tkdb.OpenOdbcDb("bench", open, false, false);
-  else tkdb.OpenJetDb("bench", open, false, false);
+  tkdb.OpenJetDb("bench", path, false, false);
   int64_t rows = 0;
   for (auto _ : state) {
     CAuftragListe list;
@@ -309,20 +309,11 @@ struct RawOdbc {
   SQLHANDLE dbc = SQL_NULL_HANDLE;
 };
 
-void WalkRawOdbc(benchmark::State& state, const std::string& connect) {
-  const std::string sql = CapturedWalkText(CaptureOdbc(connect));
-  RawOdbc raw(connect);
-  int64_t rows = 0;
-  for (auto _ : state) rows = raw.Run(sql);
-  state.counters["rows"] = static_cast<double>(rows);
-}
-
 // ----- create (insert + reread by UId) -----------------------------------
 
-void CreateZtk(benchmark::State& state, const std::string& open, bool odbc) {
+void CreateZtk(benchmark::State& state, const std::string& path) {
   CTkDb tkdb;
-  if (odbc) tkdb.OpenOdbcDb("bench", open, false, false);
-  else tkdb.OpenJetDb("bench", open, false, false);
+  tkdb.OpenJetDb("bench", path, false, false);
   CAuftrag o;
   o.ConnectStorage("bench");
   for (auto _ : state) {
@@ -360,16 +351,90 @@ void CreateRawSqlite(benchmark::State& state, const std::string& path) {
   state.counters["rows"] = 1;
 }
 
-void CreateRawOdbc(benchmark::State& state, const std::string& connect) {
+// ----- paired measurements (server engines) -----------------------------
+
+// The server shares the machine's two cores with the benchmark, so runs
+// taken one after the other meet different loads and their ratio wanders.
+// Here every iteration runs both sides back to back, alternating which goes
+// first, and the ratio comes from times taken under the same conditions.
+template <typename Ztk, typename Raw>
+void Paired(benchmark::State& state, Ztk ztk, Raw raw) {
+  using Clock = std::chrono::steady_clock;
+  Clock::duration ztkTime{};
+  Clock::duration rawTime{};
+  const auto timed = [](auto& side, Clock::duration& total) {
+    const auto start = Clock::now();
+    const int64_t rows = side();
+    total += Clock::now() - start;
+    return rows;
+  };
+  int64_t rows = 1;
+  bool ztkFirst = true;
+  for (auto _ : state) {
+    int64_t rawRows = 0;
+    if (ztkFirst) {
+      rows = timed(ztk, ztkTime);
+      rawRows = timed(raw, rawTime);
+    } else {
+      rawRows = timed(raw, rawTime);
+      rows = timed(ztk, ztkTime);
+    }
+    if (rawRows != rows) {
+      state.SkipWithError("the two sides saw different rows");
+      return;
+    }
+    ztkFirst = !ztkFirst;
+  }
+  const double per = static_cast<double>(state.iterations()) * static_cast<double>(std::max<int64_t>(rows, 1));
+  const auto ns = [](Clock::duration d) {
+    return static_cast<double>(std::chrono::duration_cast<std::chrono::nanoseconds>(d).count());
+  };
+  state.counters["ztk_ns_row"] = ns(ztkTime) / per;
+  state.counters["raw_ns_row"] = ns(rawTime) / per;
+  state.counters["rows"] = static_cast<double>(rows);
+}
+
+void WalkPairedOdbc(benchmark::State& state, const std::string& connect) {
+  const std::string sql = CapturedWalkText(CaptureOdbc(connect));
+  RawOdbc raw(connect);
+  CTkDb tkdb;
+  tkdb.OpenOdbcDb("bench", connect, false, false);
+  Paired(
+      state,
+      [] {
+        CAuftragListe list;
+        list.ConnectStorage("bench");
+        list.ReadByDone(false, osByOrderDate, 30);
+        int64_t rows = 0;
+        for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
+          benchmark::DoNotOptimize(TouchOrder(*o));
+          ++rows;
+        }
+        return rows;
+      },
+      [&] { return raw.Run(sql); });
+}
+
+void CreatePairedOdbc(benchmark::State& state, const std::string& connect) {
   std::string uid;
   const auto [insert, select] = CapturedCreateTexts(CaptureOdbc(connect), uid);
   RawOdbc raw(connect);
-  for (auto _ : state) {
-    const std::string fresh = NextUId();
-    raw.Run(Replace(insert, uid, fresh));
-    raw.Run(Replace(select, uid, fresh));
-  }
-  state.counters["rows"] = 1;
+  CTkDb tkdb;
+  tkdb.OpenOdbcDb("bench", connect, false, false);
+  CAuftrag o;
+  o.ConnectStorage("bench");
+  Paired(
+      state,
+      [&o] {
+        CreateOrder(o);
+        benchmark::DoNotOptimize(TouchOrder(o));
+        return int64_t{1};
+      },
+      [&, insert = insert, select = select] {
+        const std::string fresh = NextUId();
+        raw.Run(Replace(insert, uid, fresh));
+        return raw.Run(Replace(select, uid, fresh));
+      });
 }
 
 // ----- read by id, update ------------------------------------------------
@@ -549,7 +614,12 @@ class Collector : public benchmark::ConsoleReporter {
       if (run.run_type != Run::RT_Iteration && !median) continue;
       auto it = run.counters.find("rows");
       const double rows = it == run.counters.end() || it->second.value <= 0 ? 1 : it->second.value;
-      Results()[run.run_name.str()].ns_per_row = run.GetAdjustedRealTime() / rows;
+      const std::string name = run.run_name.str();
+      Results()[name].ns_per_row = run.GetAdjustedRealTime() / rows;
+      for (const char* side : {"ztk", "raw"}) {
+        auto split = run.counters.find(std::string(side) + "_ns_row");
+        if (split != run.counters.end()) Results()[name + "#" + side].ns_per_row = split->second.value;
+      }
     }
     ConsoleReporter::ReportRuns(runs);
   }
@@ -570,23 +640,31 @@ void Summary() {
     lines.push_back({"Update", "Update/sqlite/ztk/" + s, "Update/sqlite/raw/" + s, 1.3});
     lines.push_back({"ItemByRecId (vs 1k)", "ItemByRecId/" + s, "ItemByRecId/1000", 1.5});
     lines.push_back({"  over all rows (info)", "ItemByRecIdAll/" + s, "ItemByRecIdAll/1000", 99});
-    lines.push_back({"list walk ODBC/PostgreSQL", "Walk/postgres/ztk/" + s, "Walk/postgres/raw/" + s, 1.3});
-    lines.push_back({"CreateNew7 ODBC/PostgreSQL", "Create/postgres/ztk/" + s, "Create/postgres/raw/" + s, 1.3});
+    lines.push_back({"list walk ODBC/PostgreSQL", "Walk/postgres/" + s + "#ztk", "Walk/postgres/" + s + "#raw", 1.3});
+    lines.push_back({"CreateNew7 ODBC/PostgreSQL", "Create/postgres/" + s + "#ztk", "Create/postgres/" + s + "#raw", 1.3});
   }
   std::printf("\n%-28s %7s %14s %14s %7s %7s\n", "operation", "rows", "ZTkDb ns/row", "raw ns/row",
               "ratio", "target");
   bool allMet = true;
   for (const auto& l : lines) {
-    auto z = Results().find(l.ztk + "/real_time");
-    auto r = Results().find(l.raw + "/real_time");
-    if (z == Results().end()) z = Results().find(l.ztk);
-    if (r == Results().end()) r = Results().find(l.raw);
+    const auto find = [](const std::string& name) {
+      // Timed benchmarks carry the "/real_time" suffix before a side's "#".
+      const size_t hash = name.find('#');
+      const std::string timed = hash == std::string::npos
+                                    ? name + "/real_time"
+                                    : name.substr(0, hash) + "/real_time" + name.substr(hash);
+      auto it = Results().find(timed);
+      return it != Results().end() ? it : Results().find(name);
+    };
+    auto z = find(l.ztk);
+    auto r = find(l.raw);
     if (z == Results().end() || r == Results().end()) continue;
     const double ratio = z->second.ns_per_row / r->second.ns_per_row;
     const bool met = ratio <= l.target;
     allMet &= met;
+    const std::string rowsLabel = l.ztk.substr(l.ztk.rfind('/') + 1);
     std::printf("%-28s %7s %14.0f %14.0f %7.2f %6.1fx %s\n", l.label,
-                l.ztk.substr(l.ztk.rfind('/') + 1).c_str(), z->second.ns_per_row,
+                rowsLabel.substr(0, rowsLabel.find('#')).c_str(), z->second.ns_per_row,
                 r->second.ns_per_row, ratio, l.target, met ? "" : " MISSED");
   }
   const MemoryFigure& m = Memory();
@@ -622,9 +700,9 @@ int main(int argc, char** argv) {
     const std::string& path = env.sqlite[n];
     const std::string writable = bench::WritableCopy(path, "write-" + s + ".db");
     const std::string writableRaw = bench::WritableCopy(path, "write-raw-" + s + ".db");
-    benchmark::RegisterBenchmark(("Walk/sqlite/ztk/" + s).c_str(), WalkZtk, path, false)->UseRealTime();
+    benchmark::RegisterBenchmark(("Walk/sqlite/ztk/" + s).c_str(), WalkZtk, path)->UseRealTime();
     benchmark::RegisterBenchmark(("Walk/sqlite/raw/" + s).c_str(), WalkRawSqlite, path)->UseRealTime();
-    benchmark::RegisterBenchmark(("Create/sqlite/ztk/" + s).c_str(), CreateZtk, writable, false)->UseRealTime();
+    benchmark::RegisterBenchmark(("Create/sqlite/ztk/" + s).c_str(), CreateZtk, writable)->UseRealTime();
     benchmark::RegisterBenchmark(("Create/sqlite/raw/" + s).c_str(), CreateRawSqlite, writableRaw)->UseRealTime();
     benchmark::RegisterBenchmark(("ReadById/sqlite/ztk/" + s).c_str(), ReadByIdZtk, path, n)->UseRealTime();
     benchmark::RegisterBenchmark(("ReadById/sqlite/raw/" + s).c_str(), ReadByIdRaw, path, n)->UseRealTime();
@@ -634,10 +712,8 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("ItemByRecIdAll/" + s).c_str(), ItemByRecId, path, true)->UseRealTime();
     if (env.postgres.count(n)) {
       const std::string& pg = env.postgres[n];
-      benchmark::RegisterBenchmark(("Walk/postgres/ztk/" + s).c_str(), WalkZtk, pg, true)->UseRealTime();
-      benchmark::RegisterBenchmark(("Walk/postgres/raw/" + s).c_str(), WalkRawOdbc, pg)->UseRealTime();
-      benchmark::RegisterBenchmark(("Create/postgres/ztk/" + s).c_str(), CreateZtk, pg, true)->UseRealTime();
-      benchmark::RegisterBenchmark(("Create/postgres/raw/" + s).c_str(), CreateRawOdbc, pg)->UseRealTime();
+      benchmark::RegisterBenchmark(("Walk/postgres/" + s).c_str(), WalkPairedOdbc, pg)->UseRealTime();
+      benchmark::RegisterBenchmark(("Create/postgres/" + s).c_str(), CreatePairedOdbc, pg)->UseRealTime();
     }
   }
   benchmark::RegisterBenchmark("Memory/HoldList/100000", HoldList, env.sqlite[100000])->Iterations(1);

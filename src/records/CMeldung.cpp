@@ -12,7 +12,6 @@ namespace {
 
 using detail::ColumnBinding;
 using detail::NullRule;
-using detail::SqlTemplate;
 using detail::ValueSlot;
 
 struct MeldungFields {
