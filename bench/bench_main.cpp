@@ -182,43 +182,82 @@ void CreateOrder(CAuftrag& o) {
                "Schulz");
 }
 
-// ----- list walk ---------------------------------------------------------
+// ----- pairing ------------------------------------------------------------
 
-void WalkZtk(benchmark::State& state, const std::string& path) {
-  CTkDb tkdb;
-  tkdb.OpenJetDb("bench", path, false, false);
-  int64_t rows = 0;
+// Every comparison runs both sides in the same iteration, back to back and
+// alternating which goes first, so the ratio comes from times taken under
+// the same conditions: on two cores shared with a database server, runs
+// taken one after the other meet different loads and their ratio wanders.
+template <typename Ztk, typename Raw>
+void Paired(benchmark::State& state, Ztk ztk, Raw raw) {
+  using Clock = std::chrono::steady_clock;
+  Clock::duration ztkTime{};
+  Clock::duration rawTime{};
+  const auto timed = [](auto& side, Clock::duration& total) {
+    const auto start = Clock::now();
+    const int64_t rows = side();
+    total += Clock::now() - start;
+    return rows;
+  };
+  int64_t rows = 1;
+  bool ztkFirst = true;
   for (auto _ : state) {
-    CAuftragListe list;
-    list.ConnectStorage("bench");
-    list.ReadByDone(false, osByOrderDate, 30);
-    rows = 0;
-    for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
-      benchmark::DoNotOptimize(TouchOrder(*o));
-      ++rows;
+    int64_t rawRows = 0;
+    if (ztkFirst) {
+      rows = timed(ztk, ztkTime);
+      rawRows = timed(raw, rawTime);
+    } else {
+      rawRows = timed(raw, rawTime);
+      rows = timed(ztk, ztkTime);
     }
+    if (rawRows != rows) {
+      state.SkipWithError("the two sides saw different rows");
+      return;
+    }
+    ztkFirst = !ztkFirst;
   }
+  const double per =
+      static_cast<double>(state.iterations()) * static_cast<double>(std::max<int64_t>(rows, 1));
+  const auto ns = [](Clock::duration d) {
+    return static_cast<double>(std::chrono::duration_cast<std::chrono::nanoseconds>(d).count());
+  };
+  state.counters["ztk_ns_row"] = ns(ztkTime) / per;
+  state.counters["raw_ns_row"] = ns(rawTime) / per;
   state.counters["rows"] = static_cast<double>(rows);
 }
 
-std::string CapturedWalkText(std::shared_ptr<Capturing> engine) {
-  CaptureClient client("capture", engine);
-  CAuftragListe list;
-  list.ConnectStorage("capture");
-  list.ReadByDone(false, osByOrderDate, 30);
-  return engine->texts.back();
+// A client opened on the Jet path or the ODBC connection string.
+void Open(CTkDb& tkdb, const std::string& target, bool odbc) {
+  if (odbc) tkdb.OpenOdbcDb("bench", target, false, false);
+  else tkdb.OpenJetDb("bench", target, false, false);
 }
 
-void WalkRawSqlite(benchmark::State& state, const std::string& path) {
-  const std::string sql = CapturedWalkText(CaptureSqlite(path));
+std::shared_ptr<Capturing> Capture(const std::string& target, bool odbc) {
+  return odbc ? CaptureOdbc(target) : CaptureSqlite(target);
+}
+
+sqlite3* OpenRawSqlite(const std::string& path, bool write) {
   sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-  std::vector<std::string> texts;
-  int64_t rows = 0;
-  for (auto _ : state) rows = RawSqlite(db, sql, texts);
-  sqlite3_close(db);
-  state.counters["rows"] = static_cast<double>(rows);
+  if (sqlite3_open_v2(path.c_str(), &db,
+                      (write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX,
+                      nullptr) != SQLITE_OK) {
+    std::fprintf(stderr, "raw sqlite: cannot open %s\n", path.c_str());
+    std::abort();
+  }
+  // The settings ZTkDb's engine uses for a file it writes.
+  if (write) sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+  return db;
 }
+
+struct RawSqliteDb {
+  RawSqliteDb(const std::string& path, bool write) : db(OpenRawSqlite(path, write)) {}
+  ~RawSqliteDb() { sqlite3_close(db); }
+  RawSqliteDb(const RawSqliteDb&) = delete;
+  RawSqliteDb& operator=(const RawSqliteDb&) = delete;
+  int64_t Run(const std::string& sql) { return RawSqlite(db, sql, texts); }
+  sqlite3* db;
+  std::vector<std::string> texts;
+};
 
 // Raw ODBC: the same text, every column fetched with SQLGetData into its C
 // type (text as UTF-16, the way the Unicode driver delivers it).
@@ -309,19 +348,45 @@ struct RawOdbc {
   SQLHANDLE dbc = SQL_NULL_HANDLE;
 };
 
-// ----- create (insert + reread by UId) -----------------------------------
+// ----- list walk ---------------------------------------------------------
 
-void CreateZtk(benchmark::State& state, const std::string& path) {
-  CTkDb tkdb;
-  tkdb.OpenJetDb("bench", path, false, false);
-  CAuftrag o;
-  o.ConnectStorage("bench");
-  for (auto _ : state) {
-    CreateOrder(o);
-    benchmark::DoNotOptimize(TouchOrder(o));
-  }
-  state.counters["rows"] = 1;
+std::string CapturedWalkText(std::shared_ptr<Capturing> engine) {
+  CaptureClient client("capture", engine);
+  CAuftragListe list;
+  list.ConnectStorage("capture");
+  list.ReadByDone(false, osByOrderDate, 30);
+  return engine->texts.back();
 }
+
+int64_t WalkOnce() {
+  CAuftragListe list;
+  list.ConnectStorage("bench");
+  list.ReadByDone(false, osByOrderDate, 30);
+  int64_t rows = 0;
+  for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
+    benchmark::DoNotOptimize(TouchOrder(*o));
+    ++rows;
+  }
+  return rows;
+}
+
+void WalkSqlite(benchmark::State& state, const std::string& path) {
+  const std::string sql = CapturedWalkText(CaptureSqlite(path));
+  RawSqliteDb raw(path, false);
+  CTkDb tkdb;
+  Open(tkdb, path, false);
+  Paired(state, WalkOnce, [&] { return raw.Run(sql); });
+}
+
+void WalkOdbc(benchmark::State& state, const std::string& connect) {
+  const std::string sql = CapturedWalkText(CaptureOdbc(connect));
+  RawOdbc raw(connect);
+  CTkDb tkdb;
+  Open(tkdb, connect, true);
+  Paired(state, WalkOnce, [&] { return raw.Run(sql); });
+}
+
+// ----- create (insert + reread by UId) -----------------------------------
 
 // The two texts a create sends, with the UId to be replaced.
 std::pair<std::string, std::string> CapturedCreateTexts(std::shared_ptr<Capturing> engine,
@@ -335,92 +400,14 @@ std::pair<std::string, std::string> CapturedCreateTexts(std::shared_ptr<Capturin
   return {t[t.size() - 2], t.back()};
 }
 
-void CreateRawSqlite(benchmark::State& state, const std::string& path) {
+// Each side writes into a database of its own, so both tables grow alike.
+template <typename Raw>
+void Create(benchmark::State& state, const std::string& ztkTarget, Raw& raw,
+            const std::string& rawTarget, bool odbc) {
   std::string uid;
-  const auto [insert, select] = CapturedCreateTexts(CaptureSqlite(path), uid);
-  sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-  sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
-  std::vector<std::string> texts;
-  for (auto _ : state) {
-    const std::string fresh = NextUId();
-    RawSqlite(db, Replace(insert, uid, fresh), texts);
-    RawSqlite(db, Replace(select, uid, fresh), texts);
-  }
-  sqlite3_close(db);
-  state.counters["rows"] = 1;
-}
-
-// ----- paired measurements (server engines) -----------------------------
-
-// The server shares the machine's two cores with the benchmark, so runs
-// taken one after the other meet different loads and their ratio wanders.
-// Here every iteration runs both sides back to back, alternating which goes
-// first, and the ratio comes from times taken under the same conditions.
-template <typename Ztk, typename Raw>
-void Paired(benchmark::State& state, Ztk ztk, Raw raw) {
-  using Clock = std::chrono::steady_clock;
-  Clock::duration ztkTime{};
-  Clock::duration rawTime{};
-  const auto timed = [](auto& side, Clock::duration& total) {
-    const auto start = Clock::now();
-    const int64_t rows = side();
-    total += Clock::now() - start;
-    return rows;
-  };
-  int64_t rows = 1;
-  bool ztkFirst = true;
-  for (auto _ : state) {
-    int64_t rawRows = 0;
-    if (ztkFirst) {
-      rows = timed(ztk, ztkTime);
-      rawRows = timed(raw, rawTime);
-    } else {
-      rawRows = timed(raw, rawTime);
-      rows = timed(ztk, ztkTime);
-    }
-    if (rawRows != rows) {
-      state.SkipWithError("the two sides saw different rows");
-      return;
-    }
-    ztkFirst = !ztkFirst;
-  }
-  const double per = static_cast<double>(state.iterations()) * static_cast<double>(std::max<int64_t>(rows, 1));
-  const auto ns = [](Clock::duration d) {
-    return static_cast<double>(std::chrono::duration_cast<std::chrono::nanoseconds>(d).count());
-  };
-  state.counters["ztk_ns_row"] = ns(ztkTime) / per;
-  state.counters["raw_ns_row"] = ns(rawTime) / per;
-  state.counters["rows"] = static_cast<double>(rows);
-}
-
-void WalkPairedOdbc(benchmark::State& state, const std::string& connect) {
-  const std::string sql = CapturedWalkText(CaptureOdbc(connect));
-  RawOdbc raw(connect);
+  const auto texts = CapturedCreateTexts(Capture(rawTarget, odbc), uid);
   CTkDb tkdb;
-  tkdb.OpenOdbcDb("bench", connect, false, false);
-  Paired(
-      state,
-      [] {
-        CAuftragListe list;
-        list.ConnectStorage("bench");
-        list.ReadByDone(false, osByOrderDate, 30);
-        int64_t rows = 0;
-        for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
-          benchmark::DoNotOptimize(TouchOrder(*o));
-          ++rows;
-        }
-        return rows;
-      },
-      [&] { return raw.Run(sql); });
-}
-
-void CreatePairedOdbc(benchmark::State& state, const std::string& connect) {
-  std::string uid;
-  const auto [insert, select] = CapturedCreateTexts(CaptureOdbc(connect), uid);
-  RawOdbc raw(connect);
-  CTkDb tkdb;
-  tkdb.OpenOdbcDb("bench", connect, false, false);
+  Open(tkdb, ztkTarget, odbc);
   CAuftrag o;
   o.ConnectStorage("bench");
   Paired(
@@ -430,29 +417,27 @@ void CreatePairedOdbc(benchmark::State& state, const std::string& connect) {
         benchmark::DoNotOptimize(TouchOrder(o));
         return int64_t{1};
       },
-      [&, insert = insert, select = select] {
+      [&] {
         const std::string fresh = NextUId();
-        raw.Run(Replace(insert, uid, fresh));
-        return raw.Run(Replace(select, uid, fresh));
+        raw.Run(Replace(texts.first, uid, fresh));
+        return raw.Run(Replace(texts.second, uid, fresh));
       });
+}
+
+void CreateSqlite(benchmark::State& state, const std::string& path, const std::string& rawPath) {
+  RawSqliteDb raw(rawPath, true);
+  Create(state, path, raw, rawPath, false);
+}
+
+// On the server both sides share the database: tables grow alike anyway.
+void CreateOdbc(benchmark::State& state, const std::string& connect) {
+  RawOdbc raw(connect);
+  Create(state, connect, raw, connect, true);
 }
 
 // ----- read by id, update ------------------------------------------------
 
-void ReadByIdZtk(benchmark::State& state, const std::string& path, int32_t n) {
-  CTkDb tkdb;
-  tkdb.OpenJetDb("bench", path, false, false);
-  CAuftrag o;
-  o.ConnectStorage("bench");
-  std::mt19937 rng(7);
-  for (auto _ : state) {
-    o.ReadById(1 + static_cast<int32_t>(rng() % static_cast<unsigned>(n)));
-    benchmark::DoNotOptimize(TouchOrder(o));
-  }
-  state.counters["rows"] = 1;
-}
-
-void ReadByIdRaw(benchmark::State& state, const std::string& path, int32_t n) {
+void ReadById(benchmark::State& state, const std::string& path, int32_t n) {
   auto engine = CaptureSqlite(path);
   {
     CaptureClient client("capture", engine);
@@ -461,34 +446,29 @@ void ReadByIdRaw(benchmark::State& state, const std::string& path, int32_t n) {
     o.ReadById(424242);
   }
   const std::string text = engine->texts.back();
-  sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-  std::vector<std::string> texts;
-  std::mt19937 rng(7);
-  for (auto _ : state) {
-    const int32_t id = 1 + static_cast<int32_t>(rng() % static_cast<unsigned>(n));
-    RawSqlite(db, Replace(text, "424242", std::to_string(id)), texts);
-  }
-  sqlite3_close(db);
-  state.counters["rows"] = 1;
-}
-
-void UpdateZtk(benchmark::State& state, const std::string& path) {
+  RawSqliteDb raw(path, false);
   CTkDb tkdb;
-  tkdb.OpenJetDb("bench", path, false, false);
+  Open(tkdb, path, false);
   CAuftrag o;
   o.ConnectStorage("bench");
-  o.ReadById(1);
-  int i = 0;
-  for (auto _ : state) {
-    o.Bemerkung("Durchlauf " + std::to_string(++i));
-    o.Update();
-  }
-  state.counters["rows"] = 1;
+  // Both sides draw the same sequence of rows.
+  std::mt19937 ztkRng(7);
+  std::mt19937 rawRng(7);
+  const auto draw = [n](std::mt19937& rng) {
+    return 1 + static_cast<int32_t>(rng() % static_cast<unsigned>(n));
+  };
+  Paired(
+      state,
+      [&] {
+        o.ReadById(draw(ztkRng));
+        benchmark::DoNotOptimize(TouchOrder(o));
+        return int64_t{1};
+      },
+      [&] { return raw.Run(Replace(text, "424242", std::to_string(draw(rawRng)))); });
 }
 
-void UpdateRaw(benchmark::State& state, const std::string& path) {
-  auto engine = CaptureSqlite(path);
+void Update(benchmark::State& state, const std::string& path, const std::string& rawPath) {
+  auto engine = CaptureSqlite(rawPath);
   std::string oldUid;
   {
     CaptureClient client("capture", engine);
@@ -505,22 +485,31 @@ void UpdateRaw(benchmark::State& state, const std::string& path) {
   const size_t set = text.find("stUId = '") + 9;
   const std::string capturedNew = text.substr(set, text.find('\'', set) - set);
   std::string current = capturedNew;
-  sqlite3* db = nullptr;
-  sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-  sqlite3_exec(db, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
-  std::vector<std::string> texts;
-  int i = 0;
-  for (auto _ : state) {
-    const std::string fresh = NextUId();
-    std::string sql = Replace(text, "stUId = '" + capturedNew + "'", "stUId = '" + fresh + "'");
-    sql = Replace(sql, "stUId='" + oldUid + "'", "stUId='" + current + "'");
-    sql = Replace(sql, "@BEMERKUNG@", "Durchlauf " + std::to_string(++i));
-    RawSqlite(db, sql, texts);
-    if (sqlite3_changes(db) != 1) std::abort();
-    current = fresh;
-  }
-  sqlite3_close(db);
-  state.counters["rows"] = 1;
+  RawSqliteDb raw(rawPath, true);
+  CTkDb tkdb;
+  Open(tkdb, path, false);
+  CAuftrag o;
+  o.ConnectStorage("bench");
+  o.ReadById(1);
+  int ztkRun = 0;
+  int rawRun = 0;
+  Paired(
+      state,
+      [&] {
+        o.Bemerkung("Durchlauf " + std::to_string(++ztkRun));
+        o.Update();
+        return int64_t{1};
+      },
+      [&] {
+        const std::string fresh = NextUId();
+        std::string sql = Replace(text, "stUId = '" + capturedNew + "'", "stUId = '" + fresh + "'");
+        sql = Replace(sql, "stUId='" + oldUid + "'", "stUId='" + current + "'");
+        sql = Replace(sql, "@BEMERKUNG@", "Durchlauf " + std::to_string(++rawRun));
+        raw.Run(sql);
+        if (sqlite3_changes(raw.db) != 1) std::abort();
+        current = fresh;
+        return int64_t{1};
+      });
 }
 
 // ----- ItemByRecId -------------------------------------------------------
@@ -634,10 +623,10 @@ void Summary() {
   std::vector<Line> lines;
   for (int32_t n : kSizes) {
     const std::string s = std::to_string(n);
-    lines.push_back({"list walk, per row", "Walk/sqlite/ztk/" + s, "Walk/sqlite/raw/" + s, 1.5});
-    lines.push_back({"CreateNew7", "Create/sqlite/ztk/" + s, "Create/sqlite/raw/" + s, 1.2});
-    lines.push_back({"ReadById", "ReadById/sqlite/ztk/" + s, "ReadById/sqlite/raw/" + s, 1.3});
-    lines.push_back({"Update", "Update/sqlite/ztk/" + s, "Update/sqlite/raw/" + s, 1.3});
+    lines.push_back({"list walk, per row", "Walk/sqlite/" + s + "#ztk", "Walk/sqlite/" + s + "#raw", 1.5});
+    lines.push_back({"CreateNew7", "Create/sqlite/" + s + "#ztk", "Create/sqlite/" + s + "#raw", 1.2});
+    lines.push_back({"ReadById", "ReadById/sqlite/" + s + "#ztk", "ReadById/sqlite/" + s + "#raw", 1.3});
+    lines.push_back({"Update", "Update/sqlite/" + s + "#ztk", "Update/sqlite/" + s + "#raw", 1.3});
     lines.push_back({"ItemByRecId (vs 1k)", "ItemByRecId/" + s, "ItemByRecId/1000", 1.5});
     lines.push_back({"  over all rows (info)", "ItemByRecIdAll/" + s, "ItemByRecIdAll/1000", 99});
     lines.push_back({"list walk ODBC/PostgreSQL", "Walk/postgres/" + s + "#ztk", "Walk/postgres/" + s + "#raw", 1.3});
@@ -700,20 +689,16 @@ int main(int argc, char** argv) {
     const std::string& path = env.sqlite[n];
     const std::string writable = bench::WritableCopy(path, "write-" + s + ".db");
     const std::string writableRaw = bench::WritableCopy(path, "write-raw-" + s + ".db");
-    benchmark::RegisterBenchmark(("Walk/sqlite/ztk/" + s).c_str(), WalkZtk, path)->UseRealTime();
-    benchmark::RegisterBenchmark(("Walk/sqlite/raw/" + s).c_str(), WalkRawSqlite, path)->UseRealTime();
-    benchmark::RegisterBenchmark(("Create/sqlite/ztk/" + s).c_str(), CreateZtk, writable)->UseRealTime();
-    benchmark::RegisterBenchmark(("Create/sqlite/raw/" + s).c_str(), CreateRawSqlite, writableRaw)->UseRealTime();
-    benchmark::RegisterBenchmark(("ReadById/sqlite/ztk/" + s).c_str(), ReadByIdZtk, path, n)->UseRealTime();
-    benchmark::RegisterBenchmark(("ReadById/sqlite/raw/" + s).c_str(), ReadByIdRaw, path, n)->UseRealTime();
-    benchmark::RegisterBenchmark(("Update/sqlite/ztk/" + s).c_str(), UpdateZtk, writable)->UseRealTime();
-    benchmark::RegisterBenchmark(("Update/sqlite/raw/" + s).c_str(), UpdateRaw, writableRaw)->UseRealTime();
+    benchmark::RegisterBenchmark(("Walk/sqlite/" + s).c_str(), WalkSqlite, path)->UseRealTime();
+    benchmark::RegisterBenchmark(("Create/sqlite/" + s).c_str(), CreateSqlite, writable, writableRaw)->UseRealTime();
+    benchmark::RegisterBenchmark(("ReadById/sqlite/" + s).c_str(), ReadById, path, n)->UseRealTime();
+    benchmark::RegisterBenchmark(("Update/sqlite/" + s).c_str(), Update, writable, writableRaw)->UseRealTime();
     benchmark::RegisterBenchmark(("ItemByRecId/" + s).c_str(), ItemByRecId, path, false)->UseRealTime();
     benchmark::RegisterBenchmark(("ItemByRecIdAll/" + s).c_str(), ItemByRecId, path, true)->UseRealTime();
     if (env.postgres.count(n)) {
       const std::string& pg = env.postgres[n];
-      benchmark::RegisterBenchmark(("Walk/postgres/" + s).c_str(), WalkPairedOdbc, pg)->UseRealTime();
-      benchmark::RegisterBenchmark(("Create/postgres/" + s).c_str(), CreatePairedOdbc, pg)->UseRealTime();
+      benchmark::RegisterBenchmark(("Walk/postgres/" + s).c_str(), WalkOdbc, pg)->UseRealTime();
+      benchmark::RegisterBenchmark(("Create/postgres/" + s).c_str(), CreateOdbc, pg)->UseRealTime();
     }
   }
   benchmark::RegisterBenchmark("Memory/HoldList/100000", HoldList, env.sqlite[100000])->Iterations(1);

@@ -14,6 +14,12 @@ namespace {
 
 constexpr int kPort = 54329;
 
+#ifdef ZTKDB_TEST_ODBCSYSINI
+// Before the first ODBC call: the driver list without the driver's log file
+// (a host's own setting wins).
+[[maybe_unused]] const bool odbc_ini_set = setenv("ODBCSYSINI", ZTKDB_TEST_ODBCSYSINI, 0) == 0;
+#endif
+
 // The cluster this process uses; started here only when ctest did not.
 class PgCluster {
  public:
