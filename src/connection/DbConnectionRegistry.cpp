@@ -11,21 +11,30 @@ DbConnectionRegistry& DbConnectionRegistry::Instance() {
 }
 
 DbConnection* DbConnectionRegistry::Item(const std::string& name) {
+  const std::lock_guard lock(mutex_);
   auto it = connections_.find(LowerAscii(name));
   return it == connections_.end() ? nullptr : it->second.get();
 }
 
 DbConnection& DbConnectionRegistry::Add(const std::string& name) {
+  const std::lock_guard lock(mutex_);
   auto [it, added] = connections_.emplace(LowerAscii(name), std::make_unique<DbConnection>(name));
   if (!added) RaiseStandard(errDuplicateKeyInCollection, "DbConnectionRegistry.Add");
   return *it->second;
 }
 
 void DbConnectionRegistry::Remove(const std::string& name) {
-  auto it = connections_.find(LowerAscii(name));
-  if (it == connections_.end()) return;
-  it->second->Close();
-  connections_.erase(it);
+  std::unique_ptr<DbConnection> removed;
+  {
+    const std::lock_guard lock(mutex_);
+    auto it = connections_.find(LowerAscii(name));
+    if (it == connections_.end()) return;
+    removed = std::move(it->second);
+    connections_.erase(it);
+  }
+  // Outside the lock: a server's disconnect may take its time, and other
+  // clients need not wait for it.
+  removed->Close();
 }
 
 }  // namespace ZTkDb::detail

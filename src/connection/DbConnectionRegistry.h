@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include "connection/DbConnection.h"
@@ -10,6 +11,8 @@ namespace ZTkDb::detail {
 
 // The process-wide map of workspace names to connections, created on first
 // use. Names are compared without regard to case, as a collection key is.
+// Clients may live in different threads, so the map is locked; a connection
+// itself serves one thread at a time.
 class DbConnectionRegistry {
  public:
   static DbConnectionRegistry& Instance();
@@ -23,6 +26,7 @@ class DbConnectionRegistry {
 
  private:
   DbConnectionRegistry() = default;
+  std::mutex mutex_;
   std::map<std::string, std::unique_ptr<DbConnection>> connections_;
 };
 

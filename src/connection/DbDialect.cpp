@@ -2,8 +2,8 @@
 
 namespace ZTkDb::detail {
 
-bool DbDialect::jet = false;
-bool DbDialect::oracle = false;
+std::atomic<bool> DbDialect::jet{false};
+std::atomic<bool> DbDialect::oracle{false};
 
 std::string WorkspaceName(const std::string& clientName) {
   return clientName + (DbDialect::jet ? "_ZTk" : "_Zanto");

@@ -1,17 +1,19 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 
 namespace ZTkDb::detail {
 
-// The two process-wide dialect flags. Not guarded by locks: the library runs
-// on its caller's thread.
+// The two process-wide dialect flags. Atomic, since clients may work in
+// different threads; what one thread's open does to the other's workspace
+// names is the flags' meaning, not a race.
 struct DbDialect {
   // Set by OpenJetDb, cleared by OpenOdbcDb; selects the workspace-name form.
-  static bool jet;
+  static std::atomic<bool> jet;
   // Set by OpenOdbcDb when the connection string names the Oracle marker;
   // never cleared for the life of the process.
-  static bool oracle;
+  static std::atomic<bool> oracle;
 };
 
 // The registry key for a client: "<client>_ZTk" while the Jet flag is set,

@@ -4,6 +4,7 @@
 
 #include <cctype>
 #include <cstring>
+#include <mutex>
 
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcError.h"
@@ -297,9 +298,15 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
   auto wide = ToUtf16(connect);
   SQLWCHAR out[1024];
   SQLSMALLINT outLength = 0;
-  const SQLRETURN rc =
-      SQLDriverConnectW(dbc.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()), out,
-                        1024, &outLength, SQL_DRIVER_NOPROMPT);
+  SQLRETURN rc;
+  {
+    // psqlodbc switches the process locale while it connects (setlocale is
+    // not thread-safe), so clients opening in several threads take turns.
+    static std::mutex connecting;
+    const std::lock_guard lock(connecting);
+    rc = SQLDriverConnectW(dbc.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
+                           out, 1024, &outLength, SQL_DRIVER_NOPROMPT);
+  }
   if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc.Get(), "SQLDriverConnect");
   dbc.MarkConnected();
 
