@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -255,6 +256,18 @@ TEST_P(Threads, ClientsInDifferentThreadsWorkSideBySide) {
   }
   std::vector<std::string> failures(kThreads);
   std::vector<std::vector<std::string>> uids(kThreads);
+  // Each session ends with an update conflict; its box reaches whichever of
+  // two sinks the host has just set.
+  std::atomic<int> boxes{0};
+  std::atomic<bool> done{false};
+  std::thread host([&] {
+    while (!done) {
+      SetMessageSink([&boxes](const MessageBoxCall& box) {
+        if (box.text == "CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!") ++boxes;
+      });
+      std::this_thread::yield();
+    }
+  });
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&, t] {
@@ -278,6 +291,10 @@ TEST_P(Threads, ClientsInDifferentThreadsWorkSideBySide) {
           for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
             if (o->Nr() / 1000 != t) throw std::runtime_error("another thread's row");
           }
+          auto first = list.MoveFirst();
+          auto second = list.MoveFirst();
+          first->Update();
+          second->Update();
         }
       } catch (const Error& e) {
         failures[static_cast<size_t>(t)] = std::to_string(e.Number()) + " " + e.Description();
@@ -287,6 +304,10 @@ TEST_P(Threads, ClientsInDifferentThreadsWorkSideBySide) {
     });
   }
   for (auto& th : threads) th.join();
+  done = true;
+  host.join();
+  SetMessageSink(nullptr);
+  EXPECT_EQ(boxes, kThreads * kSessions);
   std::set<std::string> distinct;
   for (int t = 0; t < kThreads; ++t) {
     EXPECT_EQ(failures[static_cast<size_t>(t)], "") << "thread " << t;

@@ -18,8 +18,9 @@ struct MessageBoxCall {
 using MessageSink = std::function<void(const MessageBoxCall&)>;
 
 // Routes every message box of the process to `sink`. An empty function
-// restores the default sink, which writes one line to stderr. Not thread-safe:
-// set it before objects are used.
+// restores the default sink, which writes one line to stderr. May be called
+// from any thread at any time; boxes shown in several threads at once reach
+// the sink concurrently, so a sink used that way must be thread-safe itself.
 ZTKDB_API void SetMessageSink(MessageSink sink);
 
 }  // namespace ZTkDb

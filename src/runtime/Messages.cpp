@@ -1,13 +1,23 @@
 #include "runtime/Messages.h"
 
 #include <iostream>
+#include <memory>
+#include <mutex>
 
 namespace ZTkDb {
 namespace {
 
-MessageSink& Sink() {
-  static MessageSink sink;
-  return sink;
+// Clients in several threads may show boxes while the host swaps the sink:
+// a box goes to the sink that was set when it was shown, and the sink is
+// called outside the lock (it may itself show a box or set a sink).
+struct SinkSlot {
+  std::mutex mutex;
+  std::shared_ptr<const MessageSink> sink;
+};
+
+SinkSlot& Slot() {
+  static SinkSlot slot;
+  return slot;
 }
 
 void WriteToStderr(const MessageBoxCall& box) {
@@ -19,14 +29,25 @@ void WriteToStderr(const MessageBoxCall& box) {
 
 }  // namespace
 
-void SetMessageSink(MessageSink sink) { Sink() = std::move(sink); }
+void SetMessageSink(MessageSink sink) {
+  // Declared before the lock, so the replaced sink is destroyed after it.
+  std::shared_ptr<const MessageSink> next;
+  if (sink) next = std::make_shared<const MessageSink>(std::move(sink));
+  const std::lock_guard lock(Slot().mutex);
+  Slot().sink.swap(next);
+}
 
 namespace detail {
 
 void ShowMessageBox(const std::string& text, const std::string& title, bool critical) {
   MessageBoxCall box{text, title.empty() ? kDefaultTitle : title, critical};
-  if (Sink()) {
-    Sink()(box);
+  std::shared_ptr<const MessageSink> sink;
+  {
+    const std::lock_guard lock(Slot().mutex);
+    sink = Slot().sink;
+  }
+  if (sink) {
+    (*sink)(box);
   } else {
     WriteToStderr(box);
   }
