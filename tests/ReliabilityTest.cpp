@@ -239,10 +239,7 @@ TEST(ServerFaults, AStoppedServerGivesAClearErrorAndANewOpenWorksOnceItIsBack) {
 // client reaches another.
 class Threads : public ::testing::TestWithParam<ztktest::Engine> {};
 
-INSTANTIATE_TEST_SUITE_P(Engines, Threads,
-                         ::testing::Values(ztktest::Engine::kSqliteFile,
-                                           ztktest::Engine::kPostgres),
-                         ztktest::EngineName);
+INSTANTIATE_TEST_SUITE_P(Engines, Threads, ztktest::AllEngines(), ztktest::EngineName);
 
 TEST_P(Threads, ClientsInDifferentThreadsWorkSideBySide) {
   constexpr int kThreads = 4;
