@@ -34,10 +34,11 @@ void CreateModuleDatabase(const std::string& path) { SqliteDatabase::Create(path
 void CreateModuleSchemaOdbc(const std::string& connect) {
   auto db = OdbcDatabase::Open(connect, false);
   const char* ddl = nullptr;
-  switch (db->ServerKind()) {
-    case OdbcDatabase::Server::kPostgres: ddl = PostgresSchemaDdl(); break;
-    case OdbcDatabase::Server::kSqlite: ddl = SqliteSchemaDdl(); break;
-    case OdbcDatabase::Server::kOther:
+  switch (db->Dialect().Which()) {
+    case ServerDialect::Id::kPostgres: ddl = PostgresSchemaDdl(); break;
+    case ServerDialect::Id::kMariaDb: ddl = MariaDbSchemaDdl(); break;
+    case ServerDialect::Id::kSqlite: ddl = SqliteSchemaDdl(); break;
+    case ServerDialect::Id::kGeneric:
       Raise(errInvalidArgument, "ZTkDb.Schema",
             "No module schema for the DBMS '" + db->DbmsName() +
                 "'; create the tables from the PostgreSQL DDL adapted to this server.");

@@ -8,6 +8,7 @@ namespace ZTkDb::detail {
 // The DDL of the module's six tables, per engine.
 const char* SqliteSchemaDdl();
 const char* PostgresSchemaDdl();
+const char* MariaDbSchemaDdl();
 
 // The statements of a DDL script: split at each ';' that ends a line, with
 // comment lines dropped.
@@ -17,9 +18,11 @@ std::vector<std::string> SplitScript(const std::string& script);
 // overwrite an existing file (error 3204).
 void CreateModuleDatabase(const std::string& path);
 
-// Creates the module's tables on an ODBC data source (PostgreSQL, or SQLite
-// through its driver), all or nothing. Refuses a source that already holds
-// T_Auftrag (3204) and a server it has no DDL for (3001, naming it).
+// Creates the module's tables on an ODBC data source (PostgreSQL, MariaDB or
+// MySQL, or SQLite through its driver), in one transaction where the server
+// has transactional DDL (MariaDB commits each CREATE). Refuses a source that
+// already holds T_Auftrag (3204) and a server it has no DDL for (3001,
+// naming it).
 void CreateModuleSchemaOdbc(const std::string& connect);
 
 }  // namespace ZTkDb::detail

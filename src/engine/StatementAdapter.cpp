@@ -32,6 +32,28 @@ long PrevSig(const Tokens& t, long i) {
 
 const Token& At(const Tokens& t, long i) { return t[static_cast<size_t>(i)]; }
 
+[[noreturn]] void RaiseDoubt(const Doubt& doubt) {
+  Raise(errSyntax, "ZTkDb.Engine",
+        "Syntax error: the statement cannot be read with certainty: " + doubt.reason +
+            " at character " + std::to_string(doubt.offset + 1) + ". It was not sent.");
+}
+
+Tokens TokenizeCertain(std::string_view sql, const Lexicon& lexicon) {
+  Doubt doubt;
+  Tokens tokens = Tokenize(sql, lexicon, &doubt);
+  if (doubt) RaiseDoubt(doubt);
+  return tokens;
+}
+
+bool IsPlainQuery(const Tokens& tokens) {
+  long first = NextSig(tokens, -1);
+  if (first < 0 || !IsKeyword(At(tokens, first), "SELECT")) return false;
+  for (const Token& tok : tokens) {
+    if (IsKeyword(tok, "INTO")) return false;
+  }
+  return true;
+}
+
 void RefuseSecondStatement(const Tokens& tokens) {
   bool ended = false;
   for (const Token& tok : tokens) {
@@ -60,6 +82,9 @@ class Adapter {
     replacement_.resize(t_.size());
   }
 
+  // Whether Run replaced any token.
+  bool Changed() const { return changed_; }
+
   std::string Run() {
     if (rules_.rewrite_jet_dates) JetDates();
     if (rules_.rewrite_german_dates) {
@@ -68,6 +93,8 @@ class Adapter {
     }
     if (rules_.rewrite_delete) DeleteForm();
     if (rules_.unqualify_update_set) UpdateSetTargets();
+    if (rules_.harden_string) HardenStrings();
+    for (const auto& r : replacement_) changed_ |= r.has_value();
     std::string out;
     out.reserve(t_.empty() ? 0 : static_cast<size_t>(t_.back().text.data() - t_.front().text.data()) + t_.back().text.size() + 64);
     for (size_t i = 0; i < t_.size(); ++i) {
@@ -292,23 +319,44 @@ class Adapter {
     }
   }
 
+  void HardenStrings() {
+    for (size_t i = 0; i < t_.size(); ++i) {
+      if (t_[i].kind != TokenKind::kString || replacement_[i]) continue;
+      if (auto hardened = rules_.harden_string(t_[i])) replacement_[i] = std::move(*hardened);
+    }
+  }
+
   const Tokens& t_;
   const AdaptationRules& rules_;
+  bool changed_ = false;
   std::optional<std::set<std::string>> tables_;
   std::vector<std::optional<std::string>> replacement_;
 };
 
 }  // namespace
 
-std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules) {
+std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
+                           StatementFacts* facts) {
   // An engine would end the text at the NUL and run what stands before it.
   if (sql.find('\0') != std::string::npos) {
     Raise(errSyntax, "ZTkDb.Engine",
           "Syntax error: the statement holds a NUL character, which no text value may carry.");
   }
-  const Tokens tokens = Tokenize(sql);
+  const Lexicon& lexicon = rules.lexicon ? *rules.lexicon : LibraryLexicon();
+  const Tokens tokens = TokenizeCertain(sql, lexicon);
   RefuseSecondStatement(tokens);
-  return Adapter(tokens, rules).Run();
+  Adapter adapter(tokens, rules);
+  std::string out = adapter.Run();
+  const Lexicon* final = rules.final_lexicon ? rules.final_lexicon : &lexicon;
+  if (!adapter.Changed() && final == &lexicon) {
+    if (facts) facts->plain_query = IsPlainQuery(tokens);
+    return out;
+  }
+  // What is sent is what counts: the adapted text, in the server's reading.
+  const Tokens sent = TokenizeCertain(out, *final);
+  RefuseSecondStatement(sent);
+  if (facts) facts->plain_query = IsPlainQuery(sent);
+  return out;
 }
 
 }  // namespace ZTkDb::detail

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+
+#include "engine/SqlTokenizer.h"
 
 namespace ZTkDb {
 class Date;
@@ -27,12 +30,28 @@ struct AdaptationRules {
   // (compared without regard to case by the callee).
   std::function<bool(const std::string& table)> is_table;
   std::function<bool(const std::string& table, const std::string& column)> is_date_column;
+  // How the engine's server reads the statement as it is given (nullptr:
+  // the library's own reading) and as it is sent (nullptr: the same).
+  const Lexicon* lexicon = nullptr;
+  const Lexicon* final_lexicon = nullptr;
+  // A string token rewritten for the server (see ServerDialect::HardenString).
+  std::function<std::optional<std::string>(const Token&)> harden_string;
+};
+
+// What adaptation learnt about a statement on the way.
+struct StatementFacts {
+  // A SELECT that writes nothing (no INTO): what a read-only open may run.
+  bool plain_query = false;
 };
 
 // Adapts one statement to its engine. Every byte it has no rule for is kept,
 // so a statement the engine must reject still reaches it and fails there.
-// Raises 3129 when the text holds more than one statement (a trailing ';' is
-// fine; a ';' inside a string literal is text).
-std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules);
+// The text is read as the server reads it, before and after adaptation:
+// raises 3129 when it holds more than one statement (a trailing ';' is fine;
+// a ';' inside a string or comment is text), and 3075 when some part of it
+// cannot be read with certainty (a string or comment never closed, a
+// construct the server reads differently by its settings or version).
+std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
+                           StatementFacts* facts = nullptr);
 
 }  // namespace ZTkDb::detail

@@ -310,39 +310,46 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
   if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc.Get(), "SQLDriverConnect");
   dbc.MarkConnected();
 
-  auto db =
-      std::shared_ptr<OdbcDatabase>(new OdbcDatabase(std::move(env), std::move(dbc), connect));
-  if (db->server_ == Server::kPostgres) {
-    // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO output
-    // (which the driver must read) and makes 'dd.mm.yyyy' input a date.
-    db->ExecuteRaw("SET DateStyle = 'ISO, DMY'");
-    if (readOnly) db->ExecuteRaw("SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY");
-  }
+  auto db = std::shared_ptr<OdbcDatabase>(
+      new OdbcDatabase(std::move(env), std::move(dbc), connect, readOnly));
+  db->SetUpSession();
   return db;
 }
 
-OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect)
-    : env_(std::move(env)), dbc_(std::move(dbc)), connect_(std::move(connect)) {
+OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly)
+    : env_(std::move(env)), dbc_(std::move(dbc)), connect_(std::move(connect)), read_only_(readOnly) {
   dbms_ = GetInfoText(dbc_.Get(), SQL_DBMS_NAME);
-  const std::string lower = LowerAscii(dbms_);
-  if (lower.find("postgres") != std::string::npos)
-    server_ = Server::kPostgres;
-  else if (lower.find("sqlite") != std::string::npos)
-    server_ = Server::kSqlite;
-  // The SQLite driver is an ANSI driver: unixODBC would hand it only the low
-  // byte of each UTF-16 unit of a wide call. Its narrow calls take and give
-  // UTF-8 bytes as SQLite stores them.
-  narrow_ = server_ == Server::kSqlite;
-
-  if (server_ == Server::kOther) {
-    // The ODBC timestamp escape: every driver translates it for its server.
-    rules_ = schema_.Rules([](const Date& d) { return "{ts '" + d.IsoText() + "'}"; });
-  } else {
-    rules_ = schema_.Rules([](const Date& d) { return "'" + d.IsoText() + "'"; });
-  }
+  dialect_ = &DialectForDbms(dbms_);
+  narrow_ = dialect_->NarrowText();
+  rules_ = schema_.Rules([this](const Date& d) { return dialect_->DateLiteral(d); });
+  rules_.lexicon = &dialect_->Lexical();
+  rules_.harden_string = [this](const Token& t) { return dialect_->HardenString(t); };
 }
 
 OdbcDatabase::~OdbcDatabase() { Close(); }
+
+// The session must read statements exactly as the dialect's lexicon says; a
+// session whose settings did not take is closed rather than used.
+void OdbcDatabase::SetUpSession() {
+  for (const std::string& step : dialect_->SessionSetup(read_only_)) ExecuteRaw(step);
+  for (const auto& check : dialect_->SessionChecks()) {
+    OdbcStmt stmt = NewStatement();
+    ExecDirect(stmt, check.query);
+    std::string value;
+    if (Succeeded(SQLFetch(stmt.Get()))) FetchText(stmt.Get(), 1, narrow_, value);
+    if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos) {
+      Close();
+      Raise(errOdbcCallFailed, kSource,
+            "ODBC--call failed. The " + std::string(dialect_->Name()) +
+                " session could not be set to " + check.why + " (" + check.query + " gave '" +
+                value + "'); it is not used.");
+    }
+  }
+}
+
+void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) const {
+  RaiseOdbc(type, handle, what, *dialect_);
+}
 
 SQLHDBC OdbcDatabase::Handle() {
   if (!dbc_) Raise(3420, kSource, "Object invalid or no longer set (the database is closed).");
@@ -352,9 +359,7 @@ SQLHDBC OdbcDatabase::Handle() {
 OdbcStmt OdbcDatabase::NewStatement() {
   SQLHANDLE raw = SQL_NULL_HANDLE;
   SQLHDBC dbc = Handle();
-  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &raw))) {
-    RaiseOdbc(SQL_HANDLE_DBC, dbc, "SQLAllocHandle");
-  }
+  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &raw))) Fail(SQL_HANDLE_DBC, dbc, "SQLAllocHandle");
   return OdbcStmt(raw);
 }
 
@@ -369,27 +374,33 @@ SQLRETURN OdbcDatabase::ExecDirect(const OdbcStmt& stmt, const std::string& text
     rc = SQLExecDirectW(stmt.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
   }
   if (rc == SQL_NO_DATA) return rc;
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLExecDirect");
+  if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLExecDirect");
   return rc;
 }
 
-std::string OdbcDatabase::Adapt(const std::string& sql) {
+std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
   // An empty statement never reaches the driver: some run nothing and report
   // success, which would hide the caller's mistake.
   if (IsBlank(sql)) {
     Raise(errInvalidStatement, kSource, StandardDescription(errInvalidStatement));
   }
-  return AdaptStatement(sql, rules_);
+  return AdaptStatement(sql, rules_, facts);
+}
+
+[[noreturn]] static void RaiseReadOnly(const char* source) {
+  Raise(errReadOnly, source,
+        "Cannot update. Database or object is read-only (opened read-only); the statement was "
+        "not sent.");
 }
 
 int64_t OdbcDatabase::Execute(const std::string& sql) {
   const std::string text = Adapt(sql);
   if (StartsWithWord(text, "SELECT")) Raise(3065, kSource, "Cannot execute a select query.");
+  if (read_only_) RaiseReadOnly(kSource);
   OdbcStmt stmt = NewStatement();
   if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
   SQLLEN count = 0;
-  if (!Succeeded(SQLRowCount(stmt.Get(), &count)))
-    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
+  if (!Succeeded(SQLRowCount(stmt.Get(), &count))) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
   if (StartsWithWord(text, "CREATE") || StartsWithWord(text, "ALTER") ||
       StartsWithWord(text, "DROP")) {
     schema_.Clear();
@@ -403,13 +414,20 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
   schema_.Clear();
 }
 
+std::string OdbcDatabase::QueryText(const std::string& sql) {
+  StatementFacts facts;
+  std::string text = Adapt(sql, &facts);
+  if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
+  return text;
+}
+
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
-  const std::string text = Adapt(sql);
+  const std::string text = QueryText(sql);
   OdbcStmt stmt = NewStatement();
   const bool noData = ExecDirect(stmt, text) == SQL_NO_DATA;
   SQLSMALLINT columns = 0;
   if (!noData && !Succeeded(SQLNumResultCols(stmt.Get(), &columns))) {
-    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLNumResultCols");
+    Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLNumResultCols");
   }
   std::vector<std::string> names;
   std::vector<Fetch> fetches;
@@ -423,7 +441,7 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
   for (;;) {
     const SQLRETURN rc = SQLFetch(stmt.Get());
     if (rc == SQL_NO_DATA) break;
-    if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLFetch");
+    if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLFetch");
     rows->BeginRow();
     for (SQLUSMALLINT i = 1; i <= columns; ++i) {
       AppendCell(*rows, stmt.Get(), i, fetches[i - 1], narrow_);
@@ -433,20 +451,39 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
   return rows;
 }
 
+std::string OdbcDatabase::Catalog() {
+  if (!dialect_->CatalogIsDatabase()) return {};
+  SQLWCHAR buffer[256] = {};
+  SQLINTEGER length = 0;
+  if (!Succeeded(SQLGetConnectAttrW(Handle(), SQL_ATTR_CURRENT_CATALOG, buffer, sizeof buffer,
+                                    &length))) {
+    Fail(SQL_HANDLE_DBC, dbc_.Get(), "SQLGetConnectAttr");
+  }
+  return ToUtf8(buffer, std::min<size_t>(static_cast<size_t>(std::max<SQLINTEGER>(length, 0)) /
+                                             sizeof(SQLWCHAR),
+                                         255));
+}
+
 std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
   std::vector<ColumnInfo> out;
   OdbcStmt stmt = NewStatement();
+  const std::string catalog = Catalog();
   SQLRETURN rc;
   if (narrow_) {
     std::string bytes = table;
-    rc = SQLColumns(stmt.Get(), nullptr, 0, nullptr, 0, reinterpret_cast<SQLCHAR*>(bytes.data()),
-                    static_cast<SQLSMALLINT>(bytes.size()), nullptr, 0);
+    std::string cat = catalog;
+    rc = SQLColumns(stmt.Get(), catalog.empty() ? nullptr : reinterpret_cast<SQLCHAR*>(cat.data()),
+                    static_cast<SQLSMALLINT>(cat.size()), nullptr, 0,
+                    reinterpret_cast<SQLCHAR*>(bytes.data()), static_cast<SQLSMALLINT>(bytes.size()),
+                    nullptr, 0);
   } else {
     auto wide = ToUtf16(table);
-    rc = SQLColumnsW(stmt.Get(), nullptr, 0, nullptr, 0, wide.data(),
+    auto cat = ToUtf16(catalog);
+    rc = SQLColumnsW(stmt.Get(), catalog.empty() ? nullptr : cat.data(),
+                     static_cast<SQLSMALLINT>(cat.size()), nullptr, 0, wide.data(),
                      static_cast<SQLSMALLINT>(wide.size()), nullptr, 0);
   }
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLColumns");
+  if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLColumns");
   while (Succeeded(SQLFetch(stmt.Get()))) {
     ColumnInfo info;
     FetchText(stmt.Get(), 4, narrow_, info.name);
@@ -473,9 +510,14 @@ std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
 std::vector<std::string> OdbcDatabase::TableNames() {
   std::vector<std::string> out;
   OdbcStmt stmt = NewStatement();
+  std::string catalog = Catalog();
   SQLCHAR type[] = "TABLE";
-  if (!Succeeded(SQLTables(stmt.Get(), nullptr, 0, nullptr, 0, nullptr, 0, type, SQL_NTS))) {
-    RaiseOdbc(SQL_HANDLE_STMT, stmt.Get(), "SQLTables");
+  // One server may hold many databases: only the current one's tables.
+  if (!Succeeded(SQLTables(stmt.Get(),
+                           catalog.empty() ? nullptr : reinterpret_cast<SQLCHAR*>(catalog.data()),
+                           static_cast<SQLSMALLINT>(catalog.size()), nullptr, 0, nullptr, 0, type,
+                           SQL_NTS))) {
+    Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLTables");
   }
   while (Succeeded(SQLFetch(stmt.Get()))) {
     std::string name;
@@ -494,33 +536,9 @@ std::string OdbcDatabase::FindTable(const std::string& name) {
 }
 
 void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) {
-  const char* type = "VARCHAR(255)";
-  switch (column.type) {
-    case dbBoolean:
-    case dbByte:
-    case dbInteger:
-      type = "SMALLINT";
-      break;
-    case dbLong:
-      type = "INTEGER";
-      break;
-    case dbCurrency:
-      type = "NUMERIC(19,4)";
-      break;
-    case dbSingle:
-    case dbDouble:
-      type = "DOUBLE PRECISION";
-      break;
-    case dbDate:
-      type = server_ == Server::kSqlite ? "DATETIME" : "TIMESTAMP";
-      break;
-    case dbMemo:
-      type = "TEXT";
-      break;
-    case dbText:
-      break;
-  }
-  std::string sql = "ALTER TABLE " + table + " ADD " + column.name + " " + type;
+  if (read_only_) RaiseReadOnly(kSource);
+  std::string sql = "ALTER TABLE " + table + " ADD " + column.name + " " +
+                    dialect_->ColumnType(column.type);
   if (!column.default_value.IsEmpty() && !column.default_value.IsNull()) {
     sql += " DEFAULT " + column.default_value.ToString();
   } else if (column.required) {
@@ -533,7 +551,7 @@ void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) 
 void OdbcDatabase::BeginTrans() {
   if (!Succeeded(SQLSetConnectAttr(Handle(), SQL_ATTR_AUTOCOMMIT,
                                    reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
-    RaiseOdbc(SQL_HANDLE_DBC, dbc_.Get(), "SQLSetConnectAttr");
+    Fail(SQL_HANDLE_DBC, dbc_.Get(), "SQLSetConnectAttr");
   }
 }
 
@@ -541,7 +559,7 @@ void OdbcDatabase::EndTransaction(SQLSMALLINT completion) {
   SQLHDBC dbc = Handle();
   const SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, dbc, completion);
   SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc, "SQLEndTran");
+  if (!Succeeded(rc)) Fail(SQL_HANDLE_DBC, dbc, "SQLEndTran");
 }
 
 void OdbcDatabase::CommitTrans() { EndTransaction(SQL_COMMIT); }

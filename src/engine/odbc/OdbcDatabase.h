@@ -8,17 +8,20 @@
 #include "engine/Database.h"
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
+#include "engine/dialect/ServerDialect.h"
 #include "engine/odbc/OdbcHandle.h"
 
 namespace ZTkDb::detail {
 
 // An ODBC data source through unixODBC, in the role of the kind-2 engine.
-// The server is recognised from the DBMS name its driver reports, and
-// statements are adapted to it just before they run: the Jet DELETE forms
-// become DELETE FROM, UPDATE SET targets lose their table qualifier, German
-// date texts in date-column positions become the server's date literal, and
-// only one statement runs per call. PostgreSQL sessions run with DateStyle
-// 'ISO, DMY' so that 'dd.mm.yyyy' texts anywhere read as dates.
+// The server is recognised from the DBMS name its driver reports; its
+// dialect (engine/dialect/) sets the session up and says how the server
+// reads statements. Statements are adapted to it just before they run: the
+// Jet DELETE forms become DELETE FROM, UPDATE SET targets lose their table
+// qualifier, German date texts in date-column positions become the server's
+// date literal, and only one statement runs per call, in the server's own
+// reading of the text. A read-only open refuses every statement but a query
+// before the driver sees it.
 //
 // Values come back typed: Null, flags (BIT), bytes, 16/32-bit integers,
 // doubles, currency (NUMERIC/DECIMAL with at most 4 decimals, exact),
@@ -26,12 +29,11 @@ namespace ZTkDb::detail {
 // driver's text, under the DAO number where one exists and 3146 otherwise.
 class OdbcDatabase final : public Database {
  public:
-  enum class Server { kPostgres, kSqlite, kOther };
-
   // Connects with a DSN or DSN-less connection string; raises 3146 (with
   // SQLSTATE and driver text) when the driver or server refuses. `exclusive`
-  // has no meaning for a server and is ignored; `readOnly` puts the session
-  // into read-only mode where the server supports it.
+  // has no meaning for a server and is ignored; `readOnly` makes the engine
+  // refuse writes (3027) and puts the session into the server's read-only
+  // mode where it has one.
   static std::shared_ptr<OdbcDatabase> Open(const std::string& connect, bool readOnly);
 
   ~OdbcDatabase() override;
@@ -50,17 +52,22 @@ class OdbcDatabase final : public Database {
   void Close() noexcept override;
   bool IsOpen() const noexcept override { return static_cast<bool>(dbc_); }
 
-  Server ServerKind() const { return server_; }
+  const ServerDialect& Dialect() const { return *dialect_; }
   // The DBMS name the driver reports ("PostgreSQL", "SQLite", …).
   const std::string& DbmsName() const { return dbms_; }
   // The statement as it will reach the server.
-  std::string Adapt(const std::string& sql);
+  std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
   // Runs `sql` as written: no adaptation, no one-statement check. For the
   // library's own DDL and session set-up only.
   void ExecuteRaw(const std::string& sql);
 
  private:
-  OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect);
+  OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly);
+  void SetUpSession();
+  std::string QueryText(const std::string& sql);
+  [[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) const;
+  // The current database where catalog calls must name it, else empty.
+  std::string Catalog();
   SQLHDBC Handle();
   OdbcStmt NewStatement();
   // SQL_NO_DATA (a searched UPDATE/DELETE that matched nothing) is success.
@@ -72,7 +79,8 @@ class OdbcDatabase final : public Database {
   OdbcDbc dbc_;
   std::string connect_;
   std::string dbms_;
-  Server server_ = Server::kOther;
+  const ServerDialect* dialect_ = &GenericDialect();
+  bool read_only_ = false;
   // Text goes through the narrow (UTF-8) entry points instead of the wide.
   bool narrow_ = false;
   AdaptationRules rules_;

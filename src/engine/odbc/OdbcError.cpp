@@ -23,39 +23,20 @@ std::vector<OdbcDiagnostic> Diagnostics(SQLSMALLINT type, SQLHANDLE handle) {
   return out;
 }
 
-long DaoNumberFor(const std::string& sqlstate, const std::string& message) {
-  const std::string lower = LowerAscii(message);
-  auto says = [&](const char* words) { return lower.find(words) != std::string::npos; };
-  if (sqlstate == "23505" || says("unique constraint") || says("duplicate key") ||
-      (sqlstate.starts_with("23") && says("unique"))) {
-    return errDuplicateValue;
-  }
-  if (sqlstate == "23502" || says("not-null constraint") || says("not null constraint"))
-    return 3314;
-  if (sqlstate == "42P01" || sqlstate == "42S02" || says("no such table")) return errTableNotFound;
-  if (sqlstate == "42703" || sqlstate == "42S22" || says("no such column"))
-    return errTooFewParameters;
-  if (sqlstate == "42601" || says("syntax error") || says("unrecognized token") ||
-      says("incomplete input")) {
-    return errSyntax;
-  }
-  if (sqlstate == "40001" || sqlstate == "40P01" || sqlstate == "55P03" ||
-      sqlstate.starts_with("HYT") || says("database is locked")) {
-    return errLocked;
-  }
-  if (sqlstate == "25006" || says("readonly database") || says("read-only transaction")) {
-    return errReadOnly;
-  }
+long DaoNumberFor(const ServerDialect& dialect, const OdbcDiagnostic& d) {
+  if (long number = dialect.ErrorNumber(d.sqlstate, d.native, d.message)) return number;
+  if (long number = GenericDialect().ErrorNumber(d.sqlstate, d.native, d.message)) return number;
   return errOdbcCallFailed;
 }
 
-void RaiseOdbc(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) {
+void RaiseOdbc(SQLSMALLINT type, SQLHANDLE handle, const std::string& what,
+               const ServerDialect& dialect) {
   const auto records = Diagnostics(type, handle);
   if (records.empty()) {
     Raise(errOdbcCallFailed, "ZTkDb.ODBC",
           "ODBC--call failed. " + what + " failed without a diagnostic.");
   }
-  const long number = DaoNumberFor(records.front().sqlstate, records.front().message);
+  const long number = DaoNumberFor(dialect, records.front());
   std::string description = number == errOdbcCallFailed ? "ODBC--call failed. " : "";
   for (size_t i = 0; i < records.size(); ++i) {
     if (i > 0) description += " / ";

@@ -14,6 +14,7 @@
 
 #include "engine/RowSet.h"
 #include "engine/SqlTokenizer.h"
+#include "engine/dialect/ServerDialect.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
 
@@ -198,12 +199,18 @@ Statement Prepare(sqlite3* db, const std::string& sql) {
   Statement stmt(raw);
   if (rc != SQLITE_OK) RaiseSqlite(db, rc);
   if (!stmt) RaiseStandard(errInvalidStatement, kSource);
-  // The adapter refuses a second statement already; this keeps SQLite from
-  // ever being handed one, whatever path the text took.
-  for (const Token& tok : Tokenize(tail ? std::string_view(tail) : std::string_view())) {
-    if (!IsTrivia(tok) && tok.kind != TokenKind::kSemicolon) {
+  // The adapter refuses a second statement already; SQLite's own reading of
+  // what follows the first one keeps it from ever running one, whatever path
+  // the text took. Only blanks, comments and semicolons may follow.
+  while (tail && *tail) {
+    sqlite3_stmt* next = nullptr;
+    const char* rest = nullptr;
+    const int more = sqlite3_prepare_v2(db, tail, -1, &next, &rest);
+    sqlite3_finalize(next);
+    if (more != SQLITE_OK || next != nullptr || rest == tail) {
       Raise(errInvalidStatement, kSource, "Characters found after end of SQL statement.");
     }
+    tail = rest;
   }
   return stmt;
 }
@@ -215,22 +222,6 @@ std::string QuoteName(const std::string& name) {
     out += c;
   }
   return out + "\"";
-}
-
-const char* DeclaredTypeFor(DaoFieldType type) {
-  switch (type) {
-    case dbBoolean: return "BIT";
-    case dbByte: return "TINYINT";
-    case dbInteger: return "SMALLINT";
-    case dbLong: return "INTEGER";
-    case dbCurrency: return "CURRENCY";
-    case dbSingle:
-    case dbDouble: return "DOUBLE";
-    case dbDate: return "DATETIME";
-    case dbMemo: return "TEXT";
-    case dbText: return "VARCHAR(255)";
-  }
-  return "TEXT";
 }
 
 std::string DefaultLiteral(const Variant& v) {
@@ -272,9 +263,13 @@ std::string AccessSignature(const std::string& path) {
 
 void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
 
-SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path)
-    : db_(std::move(db)), path_(std::move(path)) {
-  rules_ = schema_.Rules([](const Date& d) { return "'" + d.IsoText() + "'"; });
+SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path,
+                               bool readOnly)
+    : db_(std::move(db)), path_(std::move(path)), read_only_(readOnly) {
+  rules_ = schema_.Rules([](const Date& d) { return SqliteDialect().DateLiteral(d); });
+  // The library's Jet forms come in; what goes out is read as SQLite reads it.
+  rules_.lexicon = &LibraryLexicon();
+  rules_.final_lexicon = &SqliteDialect().Lexical();
 }
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
@@ -321,7 +316,7 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
     if (exclusive) run("BEGIN EXCLUSIVE; COMMIT");
   }
   sqlite3_busy_timeout(raw, kBusyTimeoutMs);
-  return std::shared_ptr<SqliteDatabase>(new SqliteDatabase(std::move(db), path));
+  return std::shared_ptr<SqliteDatabase>(new SqliteDatabase(std::move(db), path, readOnly));
 }
 
 void SqliteDatabase::Create(const std::string& path, const std::string& ddl) {
@@ -354,7 +349,15 @@ sqlite3* SqliteDatabase::Handle() {
   return db_.get();
 }
 
-std::string SqliteDatabase::Adapt(const std::string& sql) { return AdaptStatement(sql, rules_); }
+std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
+  return AdaptStatement(sql, rules_, facts);
+}
+
+[[noreturn]] static void RaiseReadOnly() {
+  Raise(errReadOnly, kSource,
+        "Cannot update. Database or object is read-only (opened read-only); the statement was "
+        "not sent.");
+}
 
 int64_t SqliteDatabase::Execute(const std::string& sql) {
   sqlite3* db = Handle();
@@ -362,6 +365,7 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
   if (sqlite3_column_count(stmt.get()) > 0) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
+  if (read_only_) RaiseReadOnly();
   const int rc = sqlite3_step(stmt.get());
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
   const char* text = sqlite3_sql(stmt.get());
@@ -374,7 +378,10 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
 
 std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql) {
   sqlite3* db = Handle();
-  Statement stmt = Prepare(db, Adapt(sql));
+  StatementFacts facts;
+  const std::string text = Adapt(sql, &facts);
+  if (read_only_ && !facts.plain_query) RaiseReadOnly();
+  Statement stmt = Prepare(db, text);
   const int columns = sqlite3_column_count(stmt.get());
   std::vector<std::string> names;
   std::vector<ColumnKind> kinds;
@@ -418,8 +425,9 @@ std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
 }
 
 void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column) {
+  if (read_only_) RaiseReadOnly();
   std::string sql = "ALTER TABLE " + QuoteName(table) + " ADD COLUMN " + QuoteName(column.name) +
-                    " " + DeclaredTypeFor(column.type);
+                    " " + SqliteDialect().ColumnType(column.type);
   const std::string def = DefaultLiteral(column.default_value);
   if (column.required) {
     // SQLite can add a NOT NULL column only with a default for the existing rows.

@@ -49,15 +49,16 @@ class SqliteDatabase final : public Database {
   bool IsOpen() const noexcept override { return db_ != nullptr; }
 
   // The statement as it will reach SQLite.
-  std::string Adapt(const std::string& sql);
+  std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
 
  private:
-  SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path);
+  SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path, bool readOnly);
   sqlite3* Handle();
   void ExecuteInternal(const std::string& sql);
 
   std::unique_ptr<sqlite3, SqliteCloser> db_;
   std::string path_;
+  bool read_only_ = false;
   AdaptationRules rules_;
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
 };

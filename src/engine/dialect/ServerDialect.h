@@ -1,0 +1,77 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/Database.h"
+#include "engine/SqlTokenizer.h"
+
+namespace ZTkDb {
+class Date;
+}
+
+namespace ZTkDb::detail {
+
+// Everything the engine must know about one database server, kept in one
+// place per server: how it reads the text of a statement (and how its
+// session is set up so that it reads it that way), its date literal, what
+// its errors mean, and the column types it is given. Supporting another
+// server is one new implementation of this class.
+class ServerDialect {
+ public:
+  enum class Id { kSqlite, kPostgres, kMariaDb, kGeneric };
+
+  virtual ~ServerDialect() = default;
+
+  virtual Id Which() const = 0;
+  virtual const char* Name() const = 0;
+  // The server's own reading of statement text, as its session is set up.
+  virtual const Lexicon& Lexical() const = 0;
+  // The server's literal for a date: "'2026-11-15 14:30:00'".
+  virtual std::string DateLiteral(const Date& date) const = 0;
+  // A string token of an adapted statement rewritten into a form the server
+  // reads the same whatever its string settings; nullopt keeps the token.
+  // Raises 3075 for a string that has no such form.
+  virtual std::optional<std::string> HardenString(const Token& /*string*/) const { return {}; }
+
+  // Statements that set up a new ODBC session, run in order right after
+  // connecting (and again after a reconnect).
+  virtual std::vector<std::string> SessionSetup(bool /*readOnly*/) const { return {}; }
+  // A query whose one value proves that the set-up took, and a text that
+  // value must contain; empty when there is nothing to prove.
+  struct SessionCheck {
+    std::string query;
+    std::string must_contain;
+    std::string why;  // what the session would lack, for the error text
+  };
+  virtual std::vector<SessionCheck> SessionChecks() const { return {}; }
+
+  // The DAO error number of a server error, or 0 when this server gives the
+  // error no particular meaning (the ODBC state classes decide then).
+  virtual long ErrorNumber(const std::string& sqlstate, long native,
+                           const std::string& message) const = 0;
+  // The column type of a new column of a DAO type.
+  virtual const char* ColumnType(DaoFieldType type) const = 0;
+  // Whether catalog calls must name the current database because one server
+  // holds many databases with the same table names (MariaDB, MySQL).
+  virtual bool CatalogIsDatabase() const { return false; }
+  // Whether text travels as UTF-8 through the driver's narrow calls (an
+  // ANSI driver that stores what it is given).
+  virtual bool NarrowText() const { return false; }
+};
+
+const ServerDialect& SqliteDialect();
+const ServerDialect& PostgresDialect();
+const ServerDialect& MariaDbDialect();
+// A server the library has no rules for: standard SQL, and anything whose
+// meaning differs between servers refused.
+const ServerDialect& GenericDialect();
+
+// The dialect for the DBMS name an ODBC driver reports (SQL_DBMS_NAME).
+const ServerDialect& DialectForDbms(const std::string& dbmsName);
+
+// Quoted ISO text, the date literal every known server reads.
+std::string IsoDateLiteral(const Date& date);
+
+}  // namespace ZTkDb::detail
