@@ -20,27 +20,36 @@ constexpr int kPort = 54329;
 [[maybe_unused]] const bool odbc_ini_set = setenv("ODBCSYSINI", ZTKDB_TEST_ODBCSYSINI, 0) == 0;
 #endif
 
-// The cluster this process uses; started here only when ctest did not.
-class PgCluster {
+// A throwaway server this process uses: the one ctest started (in the
+// folder `sub` of ZTKDB_TEST_SERVERS), or one started here by `script` and
+// stopped at the process's exit.
+class TestServer {
  public:
-  static PgCluster& Instance() {
-    static PgCluster cluster;
-    return cluster;
+  static TestServer& Postgres() {
+    static TestServer server("pg_cluster", "pg", ".s.PGSQL." + std::to_string(kPort),
+                             " " + std::to_string(kPort));
+    return server;
+  }
+  static TestServer& MariaDb() {
+    static TestServer server("mariadb_server", "mariadb", "mysqld.sock", "");
+    return server;
   }
   const std::string& Dir() const { return dir_; }
 
  private:
-  PgCluster() {
-    if (const char* shared = std::getenv("ZTKDB_PG_DIR");
-        shared &&
-        std::filesystem::exists(std::string(shared) + "/.s.PGSQL." + std::to_string(kPort))) {
-      dir_ = shared;
+  TestServer(const char* script, const char* sub, const std::string& socket,
+             const std::string& extra)
+      : script_(script) {
+    if (const char* shared = std::getenv("ZTKDB_TEST_SERVERS");
+        shared && std::filesystem::exists(std::string(shared) + "/" + sub + "/" + socket)) {
+      dir_ = std::string(shared) + "/" + sub;
       return;
     }
-    std::string pattern = (std::filesystem::temp_directory_path() / "ztkdb-pg-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / (std::string("ztkdb-") + script + "-XXXXXX")).string();
     if (!mkdtemp(pattern.data())) return;
-    const std::string command = "bash '" ZTKDB_SOURCE_DIR "/tests/pg_cluster' start '" + pattern +
-                                "' " + std::to_string(kPort) + " >/dev/null";
+    const std::string command = "bash '" ZTKDB_SOURCE_DIR "/tests/" + script_ + "' start '" +
+                                pattern + "'" + extra + " >/dev/null";
     if (std::system(command.c_str()) == 0) {
       dir_ = pattern;
       owned_ = true;
@@ -48,13 +57,14 @@ class PgCluster {
       std::filesystem::remove_all(pattern);
     }
   }
-  ~PgCluster() {
+  ~TestServer() {
     if (!owned_) return;
     const std::string command =
-        "bash '" ZTKDB_SOURCE_DIR "/tests/pg_cluster' stop '" + dir_ + "' >/dev/null 2>&1";
+        "bash '" ZTKDB_SOURCE_DIR "/tests/" + script_ + "' stop '" + dir_ + "' >/dev/null 2>&1";
     [[maybe_unused]] const int rc = std::system(command.c_str());
   }
 
+  std::string script_;
   std::string dir_;
   bool owned_ = false;
 };
@@ -87,35 +97,62 @@ std::string EngineName(const ::testing::TestParamInfo<Engine>& info) {
       return "SqliteOdbc";
     case Engine::kPostgres:
       return "Postgres";
+    case Engine::kMariaDb:
+      return "MariaDb";
   }
   return "Unknown";
 }
 
 std::string PostgresConnectString(const std::string& database) {
-  const std::string& dir = PgCluster::Instance().Dir();
+  const std::string& dir = TestServer::Postgres().Dir();
   if (dir.empty()) return {};
   return "Driver={PostgreSQL Unicode};Servername=" + dir + ";Port=" + std::to_string(kPort) +
          ";Database=" + database + ";Username=postgres;";
 }
 
+std::string MariaDbConnectString(const std::string& database) {
+  const std::string& dir = TestServer::MariaDb().Dir();
+  if (dir.empty()) return {};
+  return "Driver={MariaDB Unicode};Socket=" + dir + "/mysqld.sock;Database=" + database +
+         ";User=root;";
+}
+
 EngineDb::EngineDb(Engine engine)
-    : engine_(engine), file_(/*withSchema=*/engine != Engine::kPostgres) {}
+    : engine_(engine),
+      file_(/*withSchema=*/engine == Engine::kSqliteFile || engine == Engine::kSqliteOdbc) {}
 
 EngineDb::~EngineDb() {
-  if (pg_database_.empty()) return;
   try {
-    auto admin = ZTkDb::detail::OdbcDatabase::Open(PostgresConnectString("postgres"), false);
-    admin->ExecuteRaw("DROP DATABASE IF EXISTS " + pg_database_ + " WITH (FORCE)");
+    if (!pg_database_.empty()) {
+      auto admin = ZTkDb::detail::OdbcDatabase::Open(PostgresConnectString("postgres"), false);
+      admin->ExecuteRaw("DROP DATABASE IF EXISTS " + pg_database_ + " WITH (FORCE)");
+    }
+    if (!maria_database_.empty()) {
+      auto admin = ZTkDb::detail::OdbcDatabase::Open(MariaDbConnectString("mysql"), false);
+      admin->ExecuteRaw("DROP DATABASE IF EXISTS " + maria_database_);
+    }
   } catch (const ZTkDb::Error&) {
-    // The cluster goes away with the run; a leftover database costs nothing.
+    // The server goes away with the run; a leftover database costs nothing.
   }
 }
 
-std::string EngineDb::Open(ZTkDb::CTkDb& tkdb, const std::string& client) {
+std::string EngineDb::Open(ZTkDb::CTkDb& tkdb, const std::string& client,
+                           const std::string& options) {
+  if (engine_ == Engine::kSqliteFile) {
+    tkdb.OpenJetDb(client, file_.Path(), false, false);
+    return {};
+  }
+  if (std::string why = Create(options); !why.empty()) return why;
+  CapturedBoxes boxes;
+  tkdb.OpenOdbcDb(client, connect_, false, false);
+  if (!boxes.boxes.empty()) return boxes.boxes.front().text;
+  return {};
+}
+
+std::string EngineDb::Create(const std::string& options) {
   static std::atomic<int> counter{0};
   switch (engine_) {
     case Engine::kSqliteFile:
-      tkdb.OpenJetDb(client, file_.Path(), false, false);
       return {};
     case Engine::kSqliteOdbc:
       if (!SqliteOdbcAvailable()) return "the SQLite3 ODBC driver is not installed";
@@ -134,10 +171,27 @@ std::string EngineDb::Open(ZTkDb::CTkDb& tkdb, const std::string& client) {
       connect_ = PostgresConnectString(pg_database_);
       break;
     }
+    case Engine::kMariaDb: {
+      if (MariaDbConnectString("mysql").empty()) return "no MariaDB server can run here";
+      maria_database_ = "ztk_" + std::to_string(getpid()) + "_" + std::to_string(++counter);
+      try {
+        // No template databases here: the tables are copied one by one.
+        auto admin = ZTkDb::detail::OdbcDatabase::Open(MariaDbConnectString("mysql"), false);
+        admin->ExecuteRaw("CREATE DATABASE " + maria_database_);
+        for (const char* table : {"T_Auftrag", "T_AuftragMeldung", "T_Meldung", "T_Leistung",
+                                  "T_AMaterial", "T_MsgOrderDokument"}) {
+          admin->ExecuteRaw("CREATE TABLE " + maria_database_ + "." + table +
+                            " LIKE ztk_template." + table);
+        }
+      } catch (const ZTkDb::Error& e) {
+        maria_database_.clear();
+        return "cannot create a MariaDB test database: " + e.Description();
+      }
+      connect_ = MariaDbConnectString(maria_database_);
+      break;
+    }
   }
-  CapturedBoxes boxes;
-  tkdb.OpenOdbcDb(client, connect_, false, false);
-  if (!boxes.boxes.empty()) return boxes.boxes.front().text;
+  connect_ += options;
   return {};
 }
 

@@ -11,16 +11,20 @@
 namespace ztktest {
 
 // The engines the record and list suites run on, from one source.
-enum class Engine { kSqliteFile, kSqliteOdbc, kPostgres };
+enum class Engine { kSqliteFile, kSqliteOdbc, kPostgres, kMariaDb };
 
 inline auto AllEngines() {
-  return ::testing::Values(Engine::kSqliteFile, Engine::kSqliteOdbc, Engine::kPostgres);
+  return ::testing::Values(Engine::kSqliteFile, Engine::kSqliteOdbc, Engine::kPostgres,
+                           Engine::kMariaDb);
 }
+// The engines that are servers reached through ODBC.
+inline auto ServerEngines() { return ::testing::Values(Engine::kPostgres, Engine::kMariaDb); }
 std::string EngineName(const ::testing::TestParamInfo<Engine>& info);
 
 // A fresh module database on one engine, opened under a client name: a new
 // SQLite file (through the embedded engine or the SQLite ODBC driver), or a
-// new database on the suite's PostgreSQL cluster, dropped afterwards.
+// new database on the suite's PostgreSQL cluster or MariaDB server, dropped
+// afterwards.
 // When the engine cannot be reached the test is skipped, or fails when
 // ZTKDB_REQUIRE_ENGINES=1 (as scripts/test sets it).
 class EngineDb {
@@ -31,8 +35,11 @@ class EngineDb {
   EngineDb& operator=(const EngineDb&) = delete;
 
   // Opens the database with OpenJetDb / OpenOdbcDb under `client`; gives
-  // why it could not (empty on success).
-  std::string Open(ZTkDb::CTkDb& tkdb, const std::string& client);
+  // why it could not (empty on success). `options` is appended to the ODBC
+  // connection string.
+  std::string Open(ZTkDb::CTkDb& tkdb, const std::string& client, const std::string& options = "");
+  // Creates the database without opening it (the same reasons as Open).
+  std::string Create(const std::string& options = "");
 
   // Opens the same database a second time under another client name, as a
   // second connection.
@@ -41,6 +48,9 @@ class EngineDb {
   Engine Which() const { return engine_; }
   // The storage kind the records see: 1 embedded, 2 ODBC.
   int16_t Kind() const { return engine_ == Engine::kSqliteFile ? 1 : 2; }
+  // A server reached through a Unicode ODBC driver (PostgreSQL, MariaDB):
+  // text travels as UTF-16, and amounts are stored exactly (DECIMAL(19,4)).
+  bool IsServer() const { return engine_ == Engine::kPostgres || engine_ == Engine::kMariaDb; }
   // How a true flag is stored and compared in raw statements.
   const char* TrueText() const { return Kind() == 1 ? "-1" : "1"; }
   // The ODBC connection string (empty for the embedded engine).
@@ -51,12 +61,15 @@ class EngineDb {
   TempDb file_;
   std::string connect_;
   std::string pg_database_;
+  std::string maria_database_;
 };
 
-// The suite's PostgreSQL cluster: the one ctest started (ZTKDB_PG_DIR), or
+// The suite's PostgreSQL cluster: the one ctest started (ZTKDB_TEST_SERVERS), or
 // one started for this process and stopped at its exit. Empty string when
 // none can run here.
 std::string PostgresConnectString(const std::string& database);
+// The same for the suite's MariaDB server.
+std::string MariaDbConnectString(const std::string& database);
 
 bool EnginesRequired();
 

@@ -38,9 +38,14 @@ const Token& At(const Tokens& t, long i) { return t[static_cast<size_t>(i)]; }
             " at character " + std::to_string(doubt.offset + 1) + ". It was not sent.");
 }
 
+void RefuseSecondStatement(const Tokens& tokens);
+
+// The tokens of a text that reads as one statement, with certainty. A second
+// statement is named before a doubt: every ';' found is one the server sees.
 Tokens TokenizeCertain(std::string_view sql, const Lexicon& lexicon) {
   Doubt doubt;
   Tokens tokens = Tokenize(sql, lexicon, &doubt);
+  RefuseSecondStatement(tokens);
   if (doubt) RaiseDoubt(doubt);
   return tokens;
 }
@@ -344,7 +349,6 @@ std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
   }
   const Lexicon& lexicon = rules.lexicon ? *rules.lexicon : LibraryLexicon();
   const Tokens tokens = TokenizeCertain(sql, lexicon);
-  RefuseSecondStatement(tokens);
   Adapter adapter(tokens, rules);
   std::string out = adapter.Run();
   const Lexicon* final = rules.final_lexicon ? rules.final_lexicon : &lexicon;
@@ -354,7 +358,6 @@ std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
   }
   // What is sent is what counts: the adapted text, in the server's reading.
   const Tokens sent = TokenizeCertain(out, *final);
-  RefuseSecondStatement(sent);
   if (facts) facts->plain_query = IsPlainQuery(sent);
   return out;
 }
