@@ -53,6 +53,12 @@ class EngineDb {
   bool IsServer() const { return engine_ == Engine::kPostgres || engine_ == Engine::kMariaDb; }
   // How a true flag is stored and compared in raw statements.
   const char* TrueText() const { return Kind() == 1 ? "-1" : "1"; }
+  // The database's name on its server (PostgreSQL, MariaDB), once created.
+  const std::string& ServerDatabase() const {
+    return engine_ == Engine::kMariaDb ? maria_database_ : pg_database_;
+  }
+  // The SQLite file (the embedded engine and the SQLite ODBC driver).
+  const std::string& FilePath() const { return file_.Path(); }
   // The ODBC connection string (empty for the embedded engine).
   const std::string& ConnectString() const { return connect_; }
 
