@@ -37,28 +37,37 @@ Error ErrorOf(const std::string& client, const std::string& sql) {
   return Error(0, "", "");
 }
 
-// A PostgreSQL database of its own, empty, dropped afterwards.
-class PgScratch {
+// A server database of its own (PostgreSQL or MariaDB), empty, dropped
+// afterwards.
+class ServerScratch {
  public:
-  PgScratch() {
-    if (ztktest::PostgresConnectString("postgres").empty()) return;
+  explicit ServerScratch(bool maria) : maria_(maria) {
+    if (Connect("x").empty()) return;
     name_ = "ztk_scratch_" + std::to_string(getpid());
-    auto admin = detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false);
-    admin->ExecuteRaw("DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
-    admin->ExecuteRaw("CREATE DATABASE " + name_);
+    Admin()->ExecuteRaw(Drop());
+    Admin()->ExecuteRaw("CREATE DATABASE " + name_);
   }
-  ~PgScratch() {
+  ~ServerScratch() {
     if (name_.empty()) return;
     try {
-      detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false)
-          ->ExecuteRaw("DROP DATABASE IF EXISTS " + name_ + " WITH (FORCE)");
+      Admin()->ExecuteRaw(Drop());
     } catch (const Error&) {
     }
   }
-  std::string Connect() const { return ztktest::PostgresConnectString(name_); }
+  std::string Connect() const { return Connect(name_); }
   bool Available() const { return !name_.empty(); }
 
  private:
+  std::string Connect(const std::string& db) const {
+    return maria_ ? ztktest::MariaDbConnectString(db) : ztktest::PostgresConnectString(db);
+  }
+  std::shared_ptr<detail::OdbcDatabase> Admin() const {
+    return detail::OdbcDatabase::Open(Connect(maria_ ? "mysql" : "postgres"), false);
+  }
+  std::string Drop() const {
+    return "DROP DATABASE IF EXISTS " + name_ + (maria_ ? "" : " WITH (FORCE)");
+  }
+  bool maria_;
   std::string name_;
 };
 
@@ -97,6 +106,14 @@ TEST_P(TwoConnections, BadStatementsReportClearErrors) {
     EXPECT_NE(table.Description().find("[42P01]"), std::string::npos) << table.Description();
     EXPECT_NE(syntax.Description().find("[42601]"), std::string::npos) << syntax.Description();
   }
+  if (db.Which() == ztktest::Engine::kMariaDb) {
+    EXPECT_NE(table.Description().find("(native 1146)"), std::string::npos) << table.Description();
+    EXPECT_NE(syntax.Description().find("(native 1064)"), std::string::npos) << syntax.Description();
+  }
+  ztktest::Exec("erster", "INSERT INTO T_Auftrag (stUId) VALUES ('doppelt')");
+  EXPECT_EQ(ErrorNumberOf([] { ztktest::Exec("zweiter", "INSERT INTO T_Auftrag (stUId) VALUES ('doppelt')"); }),
+            3022);
+  ztktest::Exec("erster", "DELETE FROM T_Auftrag");
   // Two statements in one text never reach the server.
   ztktest::CreateOrder("erster", {});
   EXPECT_EQ(ErrorOf("erster", "SELECT 1 FROM T_Auftrag; DELETE FROM T_Auftrag").Number(), 3129);
@@ -145,15 +162,23 @@ TEST(Odbc, OracleMarkerInAnyCaseSetsTheFlagForGood) {
 }
 
 TEST(Odbc, ModuleSchemaOnAnEmptyServerDatabaseAllOrNothing) {
-  PgScratch scratch;
-  if (!scratch.Available()) {
-    if (ztktest::EnginesRequired()) FAIL() << "no PostgreSQL cluster";
-    GTEST_SKIP() << "no PostgreSQL cluster";
+  // MariaDB holds the other tests' databases beside this one: only its own
+  // tables count.
+  for (bool maria : {false, true}) {
+    ServerScratch scratch(maria);
+    if (!scratch.Available()) {
+      if (ztktest::EnginesRequired()) FAIL() << "no server for the scratch database";
+      GTEST_SKIP() << "no server for the scratch database";
+    }
+    detail::CreateModuleSchemaOdbc(scratch.Connect());
+    auto db = detail::OdbcDatabase::Open(scratch.Connect(), false);
+    EXPECT_EQ(db->TableNames().size(), 6u);
+    EXPECT_EQ(ErrorNumberOf([&] { detail::CreateModuleSchemaOdbc(scratch.Connect()); }), 3204);
+    CTkDb tkdb;
+    tkdb.OpenOdbcDb("schema", scratch.Connect(), false, false);
+    ztktest::CreateOrder("schema", {.nr = 7});
+    EXPECT_EQ(ztktest::Scalar("schema", "SELECT count(*) FROM T_Auftrag").ToLong(), 1);
   }
-  detail::CreateModuleSchemaOdbc(scratch.Connect());
-  auto db = detail::OdbcDatabase::Open(scratch.Connect(), false);
-  EXPECT_EQ(db->TableNames().size(), 6u);
-  EXPECT_EQ(ErrorNumberOf([&] { detail::CreateModuleSchemaOdbc(scratch.Connect()); }), 3204);
 
   // The same on SQLite through its driver.
   ztktest::TempDb file(/*withSchema=*/false);

@@ -26,8 +26,8 @@ using ztktest::ErrorNumberOf;
 namespace {
 
 // Each closes the quoted slot it stands in and hides "; DELETE ..." from
-// one server's reading or another's: E'' and dollar quotes, X'' and B''
-// strings (no '' inside), nested comments (PostgreSQL); # comments,
+// one server's reading or another's: E'' and dollar quotes, nested
+// comments, strings continued on the next line (PostgreSQL); # comments,
 // backtick names, executable comments, backslash escapes (MariaDB);
 // brackets that are no quotes (PostgreSQL, MariaDB); SQLite's Tcl-style
 // parameters.
@@ -37,8 +37,6 @@ const std::vector<std::string>& Payloads() {
       "' || E'\\''; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
       "x' || $$'$$; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
       "x' || $q$'$q$; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
-      "x' || X''; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
-      "x' || B''; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
       "x' /* /* */ ' */ ; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; -- ",
       "x' # '\n; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; -- ",
       "x' = `'` ; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; -- ",
@@ -49,7 +47,6 @@ const std::vector<std::string>& Payloads() {
       "x' || $a(';x) ; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
       "x' -- c\r; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; -- ",
       "x'\n'\\''; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --",
-      "x' || {fn CONCAT('a', 'b')} || '",
   };
   return payloads;
 }

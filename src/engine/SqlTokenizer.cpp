@@ -84,6 +84,9 @@ class Scanner {
       kind = TokenKind::kSpace;
       return j;
     }
+    if (c != '\0' && std::strchr(lx_.refuse_outside_strings, c) != nullptr) {
+      Suspect("a character whose meaning depends on the server", i);
+    }
     if (c == '-' && next == '-' && LineCommentAfterDashes(i)) {
       kind = TokenKind::kComment;
       return LineCommentEnd(i);
@@ -129,8 +132,6 @@ class Scanner {
     }
     if ((c == '{' || c == '}') && lx_.refuse_braces) {
       Suspect("an ODBC escape the driver would rewrite", i);
-    } else if (std::strchr(lx_.refuse_outside_strings, c) != nullptr) {
-      Suspect("a character whose meaning depends on the server", i);
     }
     switch (c) {
       case '(': kind = TokenKind::kLParen; return i + 1;

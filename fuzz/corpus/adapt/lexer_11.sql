@@ -1,0 +1,1 @@
+SELECT $a(';x) ; DELETE FROM t; --' @b :c::d #e

@@ -1,0 +1,1 @@
+SELECT X'41'', B'01', N'x', U&'\0041', e'\x41' FROM "t""x" WHERE [a b] = `c``d`

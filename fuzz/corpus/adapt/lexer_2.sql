@@ -1,0 +1,1 @@
+SELECT $$'$$; DELETE FROM t; --' $q$ x $q$

@@ -1,0 +1,2 @@
+SELECT 'a'
+'\''; DELETE FROM t; --'
