@@ -209,6 +209,23 @@ Reading Reference(std::string_view s) {
       afterWord = false;
       continue;
     }
+    // Numbers where a token starts: digits, a fraction, an exponent.
+    if (!afterWord && (Digit(c) || (c == '.' && Digit(at(i + 1))))) {
+      while (Digit(at(i))) ++i;
+      if (at(i) == '.') {
+        ++i;
+        while (Digit(at(i))) ++i;
+      }
+      if (at(i) == 'e' || at(i) == 'E') {
+        size_t k = i + 1;
+        if (at(k) == '+' || at(k) == '-') ++k;
+        if (Digit(at(k))) {
+          i = k;
+          while (Digit(at(i))) ++i;
+        }
+      }
+      continue;
+    }
     if ((c == '{' || c == '}')) r.unsure = true;
     if (c == ';') r.semicolons.push_back(i);
     // A name starts with a letter ('$' too on MariaDB) and goes on with

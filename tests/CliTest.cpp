@@ -255,3 +255,28 @@ TEST(CliOdbc, InitAndWorkOnAnOdbcSource) {
   EXPECT_EQ(broken.code, 1);
   EXPECT_NE(broken.err.find("CTkDb.OpenOdbcDb"), std::string::npos) << broken.err;
 }
+
+// On both servers: the tables of this database only, and a prefix that
+// would hide a second statement from a reading that is not the server's.
+TEST(CliOdbc, TablesAndHostileFieldsOnEveryServer) {
+  for (auto engine : {ztktest::Engine::kPostgres, ztktest::Engine::kMariaDb}) {
+    ztktest::EngineDb db(engine);
+    const std::string why = db.Create();
+    if (!why.empty()) {
+      if (ztktest::EnginesRequired()) FAIL() << why;
+      GTEST_SKIP() << why;
+    }
+    const std::string connect = db.ConnectString();
+    const Outcome tables = Ztk({"--odbc", connect, "tables"});
+    ASSERT_EQ(tables.code, 0) << tables.err;
+    EXPECT_EQ(std::count(tables.out.begin(), tables.out.end(), '\n'), 6 + 2) << tables.out;
+    ASSERT_EQ(Ztk({"--odbc", connect, "auftrag", "add", "Auftrag=bleibt"}).code, 0);
+    for (const char* prefix : {"NrVorsatz=' || E'\\'' ; DELETE FROM T_Auftrag; --",
+                               "NrVorsatz=x' # '\n; DELETE FROM T_Auftrag; -- "}) {
+      Ztk({"--odbc", connect, "meldung", "add", prefix});
+      Ztk({"--odbc", connect, "meldung", "list", "--prefix", std::string(prefix).substr(10)});
+    }
+    const auto orders = Ztk({"--odbc", connect, "--json", "auftrag", "list"}).Json();
+    EXPECT_EQ(orders.size(), 1u);
+  }
+}

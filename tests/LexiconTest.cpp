@@ -40,6 +40,7 @@ TEST(Lexicon, EachServerFindsTheStatementsItsServerWouldRun) {
       {"SELECT 'a'; -- trailing\n", 0, 0, 0, 0},
       // Strings that end at a different quote on different servers.
       {"SELECT E'\\''; DELETE FROM t; --'", 0, 3129, 0, 3075},
+      {"SELECT t.E'\\''; DELETE FROM t; --'", 0, 3129, 0, 3075},
       {"SELECT '\\'; DELETE FROM t; --'", 3129, 3129, 3129, 3129},
       {"SELECT X'41''; DELETE FROM t; --'", 0, 0, 0, 0},
       {"SELECT $$'$$; DELETE FROM t; --'", 0, 3129, 0, 3075},

@@ -256,6 +256,16 @@ class Scanner {
     if (lineBreak && At(j) == '\'') Suspect("a string continued on the next line", start);
   }
 
+  // Whether a prefixed string (below) starts at i.
+  bool StartsPrefixedString(size_t i) const {
+    const char up = static_cast<char>(std::toupper(static_cast<unsigned char>(At(i))));
+    if (At(i + 1) == '\'') {
+      return (up == 'E' && lx_.e_strings) || (up == 'X' && lx_.hex_strings) ||
+             (up == 'B' && lx_.bit_strings) || (up == 'N' && lx_.national_strings);
+    }
+    return up == 'U' && lx_.unicode_strings && At(i + 1) == '&' && At(i + 2) == '\'';
+  }
+
   // E'...', X'...', B'...', N'...', U&'...' where the lexicon knows them.
   size_t ScanPrefixedString(size_t i) {
     const char c = s_[i];
@@ -366,7 +376,8 @@ class Scanner {
     while (j + 1 < s_.size() && s_[j] == '.') {
       if (s_[j + 1] == '*') return j + 2;
       const char c = s_[j + 1];
-      if (!StartsWord(c) && !QuotesName(c)) break;
+      // "t.E'x'" is a name, a dot and a string.
+      if ((!StartsWord(c) && !QuotesName(c)) || StartsPrefixedString(j + 1)) break;
       j = ScanNamePart(j + 1);
     }
     return j;
