@@ -170,6 +170,11 @@ Reading Reference(std::string_view s) {
     // Dollar quotes (PostgreSQL) where a token starts.
     if (kServer == kPostgres && c == '$' && !afterWord) {
       size_t j = i + 1;
+      if (Digit(at(j))) {  // a parameter, $1
+        while (Digit(at(j))) ++j;
+        i = j;
+        continue;
+      }
       if (Letter(at(j))) {
         while (Letter(at(j)) || Digit(at(j))) ++j;
       }

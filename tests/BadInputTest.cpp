@@ -137,10 +137,16 @@ TEST_P(BadInput, DatesAtTheirLimitsAndMoneyBeyondTheStoredRange) {
   if (db.IsServer()) {
     EXPECT_EQ(ErrorNumberOf(create), 0);
     EXPECT_EQ(order.Kosten().Scaled(), INT64_MAX);
-  } else {
+    EXPECT_EQ(Rows("T_Auftrag"), 1);
+  } else if (db.Which() == ztktest::Engine::kSqliteFile) {
+    // Refused before the insert: nothing is stored that would come back different.
     EXPECT_EQ(ErrorNumberOf(create), 6);
+    EXPECT_EQ(Rows("T_Auftrag"), 0);
+  } else {
+    // Through the SQLite driver the row is written; reading it back raises.
+    EXPECT_EQ(ErrorNumberOf(create), 6);
+    EXPECT_EQ(Rows("T_Auftrag"), 1);
   }
-  EXPECT_EQ(Rows("T_Auftrag"), 1);
 }
 
 // The slots that take their text as it stands: a second statement in any

@@ -129,6 +129,16 @@ INSTANTIATE_TEST_SUITE_P(Engines, ServerReading, ztktest::AllEngines(), ztktest:
 
 TEST_P(ServerReading, NoTextInAnySlotRunsASecondStatement) {
   for (const std::string& payload : Payloads()) TryEverySlot(payload);
+  if (db.Which() != Engine::kPostgres) return;
+  // Again with '...' read the old way: a function call in a slot turned
+  // standard strings off for the rest of the session.
+  CAuftragListe orders;
+  orders.ConnectStorage("srv");
+  orders.ReadByDoneAndSoListe(
+      {"1) OR set_config('standard_conforming_strings', 'off', false) = 'off' OR (1=0"}, false);
+  ASSERT_EQ(ztktest::Scalar("srv", "SELECT current_setting('standard_conforming_strings')").ToString(),
+            "off");
+  for (const std::string& payload : Payloads()) TryEverySlot(payload);
 }
 
 TEST_P(ServerReading, BackslashTextsComeBackAsGiven) {

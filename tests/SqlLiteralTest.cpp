@@ -70,8 +70,8 @@ TEST(Literals, NumbersAndMoney) {
   EXPECT_EQ(LongLiteral(-1), "-1");
   EXPECT_EQ(NumberLiteral(2.5), " 2.5");
   EXPECT_EQ(NumberLiteral(-3), "-3");
-  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(12.5)), " 12.5");
-  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(-0.5)), "-0.5");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(12.5), 2), " 12.5");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(-0.5), 1), "-0.5");
 }
 
 TEST(Literals, DatesPerKindAndForRecords) {

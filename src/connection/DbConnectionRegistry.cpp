@@ -5,9 +5,11 @@
 
 namespace ZTkDb::detail {
 
+// Never destroyed: a CTkDb in a global or static removes its entry in its
+// destructor, which may run after every other static is gone.
 DbConnectionRegistry& DbConnectionRegistry::Instance() {
-  static DbConnectionRegistry instance;
-  return instance;
+  static auto* instance = new DbConnectionRegistry;
+  return *instance;
 }
 
 DbConnection* DbConnectionRegistry::Item(const std::string& name) {

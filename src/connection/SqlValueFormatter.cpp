@@ -3,8 +3,8 @@
 namespace ZTkDb::detail {
 
 SqlValueFormatter& SqlValueFormatter::Instance() {
-  static SqlValueFormatter instance;
-  return instance;
+  static auto* instance = new SqlValueFormatter;  // never destroyed, as the registry
+  return *instance;
 }
 
 std::string SqlValueFormatter::DateLiteral(const Date& date) const {

@@ -9,9 +9,11 @@
 
 namespace ZTkDb::detail {
 namespace {
+// Process-wide services are never destroyed: a host's CTkDb, record or list
+// in a global or static may still use them while statics are torn down.
 std::mutex& Guard() {
-  static std::mutex m;
-  return m;
+  static auto* m = new std::mutex;
+  return *m;
 }
 }  // namespace
 
@@ -23,8 +25,8 @@ UIdGenerator::UIdGenerator() {
 }
 
 UIdGenerator& UIdGenerator::Instance() {
-  static UIdGenerator instance;
-  return instance;
+  static auto* instance = new UIdGenerator;
+  return *instance;
 }
 
 std::string UIdGenerator::NewUId() {

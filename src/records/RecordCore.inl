@@ -157,7 +157,7 @@ void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueS
           if constexpr (std::is_same_v<T, std::string>) sql.Replace(slot.placeholder, TextValue(value));
           else if constexpr (std::is_same_v<T, bool>) sql.Replace(slot.placeholder, FlagLiteral(value, kind));
           else if constexpr (std::is_same_v<T, Date>) sql.Replace(slot.placeholder, RecordDateText(value));
-          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value));
+          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value, kind));
           else if constexpr (std::is_same_v<T, double>) sql.Replace(slot.placeholder, NumberLiteral(value));
           else sql.Replace(slot.placeholder, LongLiteral(value));
         },

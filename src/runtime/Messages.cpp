@@ -15,9 +15,11 @@ struct SinkSlot {
   std::shared_ptr<const MessageSink> sink;
 };
 
+// Never destroyed: a host object in a static may show a box while statics
+// are torn down.
 SinkSlot& Slot() {
-  static SinkSlot slot;
-  return slot;
+  static auto* slot = new SinkSlot;
+  return *slot;
 }
 
 void WriteToStderr(const MessageBoxCall& box) {

@@ -1,9 +1,12 @@
 #include "sql/Literals.h"
 
+#include <cassert>
+#include <cmath>
 #include <cstdio>
 
 #include "connection/SqlValueFormatter.h"
 #include "runtime/Numbers.h"
+#include "runtime/Raise.h"
 
 namespace ZTkDb::detail {
 
@@ -16,16 +19,68 @@ std::string FlagLiteral(bool value, int16_t kind) {
 
 std::string NumberLiteral(double value) { return InvariantNumberText(value); }
 
-std::string CurrencyLiteral(const Currency& value) { return value.Text(); }
+std::string CurrencyLiteral(const Currency& value, int16_t kind) {
+  // REAL storage resolves 0.0001 up to 2^39; beyond it an amount would come
+  // back different, so it is not written at all.
+  constexpr int64_t kExactOnJet = (int64_t{1} << 39) * 10000;
+  if (kind == 1 && (value.Scaled() > kExactOnJet || value.Scaled() < -kExactOnJet)) {
+    Raise(errOverflow, "ZTkDb.Currency",
+          "Overflow: the embedded engine cannot store " + value.Text() +
+              " exactly (amounts up to ±549,755,813,888 are kept to the 0.0001).");
+  }
+  return value.Text();
+}
+
+namespace {
+
+// "dd.mm.yyyy" with an optional " hh:nn:ss", or the same in ISO order:
+// the only shapes a date may take in a statement.
+[[maybe_unused]] bool WellFormed(const std::string& text) {
+  auto digits = [&](size_t at, size_t n) {
+    for (size_t i = at; i < at + n; ++i) {
+      if (i >= text.size() || text[i] < '0' || text[i] > '9') return false;
+    }
+    return true;
+  };
+  const bool german = text.size() >= 10 && digits(0, 2) && text[2] == '.' && digits(3, 2) &&
+                      text[5] == '.' && digits(6, 4);
+  const bool iso = text.size() >= 10 && digits(0, 4) && text[4] == '-' && digits(5, 2) &&
+                   text[7] == '-' && digits(8, 2);
+  if (!german && !iso) return false;
+  return text.size() == 10 || (text.size() == 19 && text[10] == ' ' && digits(11, 2) &&
+                               text[13] == ':' && digits(14, 2) && text[16] == ':' && digits(17, 2));
+}
+
+}  // namespace
+
+void CheckStorableDate(const Date& value) {
+  const double v = value.Value();
+  if (!(std::isfinite(v) && v >= -657434.0 && v < 2958466.0)) {
+    Raise(errOverflow, "ZTkDb.Date",
+          "Overflow: a date must lie between 01.01.0100 and 31.12.9999 (OLE value " +
+              (std::isfinite(v) ? InvariantNumberText(v) : std::string("not a number")) + ").");
+  }
+}
 
 std::string FilterDateLiteral(const Date& value, int16_t kind) {
-  if (kind == 1) return SqlValueFormatter::Instance().DateLiteral(value);
+  CheckStorableDate(value);
+  if (kind == 1) {
+    std::string text = SqlValueFormatter::Instance().DateLiteral(value);
+    assert(text.size() >= 12 && WellFormed(text.substr(1, text.size() - 2)));
+    return text;
+  }
   char buf[16];
   std::snprintf(buf, sizeof buf, "%02d.%02d.%04d", value.Day(), value.Month(), value.Year());
+  assert(WellFormed(buf));
   return buf;
 }
 
-std::string RecordDateText(const Date& value) { return value.ShortText(); }
+std::string RecordDateText(const Date& value) {
+  CheckStorableDate(value);
+  std::string text = value.ShortText();
+  assert(WellFormed(text));
+  return text;
+}
 
 std::string TextValue(const std::string& value) {
   return SqlValueFormatter::Instance().TextLiteral(value);

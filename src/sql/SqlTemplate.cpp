@@ -1,5 +1,7 @@
 #include "sql/SqlTemplate.h"
 
+#include "runtime/Raise.h"
+
 namespace ZTkDb::detail {
 namespace {
 
@@ -39,12 +41,25 @@ bool IsPlainPlaceholder(std::string_view p) {
 
 }  // namespace
 
+void SqlTemplate::RaiseTooLarge() {
+  Raise(7, "ZTkDb.SqlTemplate",
+        "Out of memory: the filled statement would be larger than 16 MB; nothing was sent.");
+}
+
 void SqlTemplate::ReplaceAll(std::string& text, std::string_view placeholder,
                              std::string_view value) {
   size_t pos = text.find(placeholder);
   if (pos == std::string::npos) return;
+  size_t count = 0;
+  for (size_t p = pos; p != std::string::npos; p = text.find(placeholder, p + placeholder.size())) {
+    ++count;
+  }
+  const size_t grown = value.size() > placeholder.size() ? value.size() - placeholder.size() : 0;
+  if (grown > 0 && (grown > kMaxText / count || text.size() + grown * count > kMaxText)) {
+    RaiseTooLarge();
+  }
   std::string out;
-  out.reserve(text.size() + value.size() * 2);
+  out.reserve(text.size() + grown * count);
   size_t from = 0;
   while (pos != std::string::npos) {
     out.append(text, from, pos - from);
@@ -91,6 +106,7 @@ void SqlTemplate::Flush() const {
       }
     }
     if (step) {
+      if (out.size() + (i - from) + step->second.size() > kMaxText) RaiseTooLarge();
       out.append(text_, from, i - from);
       out.append(step->second);
       from = end;

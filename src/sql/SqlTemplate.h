@@ -18,8 +18,15 @@ namespace ZTkDb::detail {
 // stand clear of one another, the steps are collected and done in one pass,
 // which gives the same text; the first value with a '#' turns every step
 // back into a pass of its own.
+//
+// A filled text never grows past kMaxText: a step that would take it there
+// raises error 7 (Out of memory) before it takes the memory, and nothing is
+// sent. Values that name placeholders can otherwise double the text with
+// every step.
 class SqlTemplate {
  public:
+  static constexpr size_t kMaxText = size_t{16} << 20;
+
   explicit SqlTemplate(std::string text) : text_(std::move(text)) {}
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
@@ -35,6 +42,7 @@ class SqlTemplate {
  private:
   void Flush() const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
+  [[noreturn]] static void RaiseTooLarge();
 
   mutable std::string text_;
   mutable std::vector<std::pair<std::string, std::string>> pending_;

@@ -68,8 +68,8 @@ class Generic final : public ServerDialect {
 }  // namespace
 
 const ServerDialect& GenericDialect() {
-  static const Generic dialect;
-  return dialect;
+  static const auto* dialect = new Generic;  // never destroyed: hosts' statics may use it
+  return *dialect;
 }
 
 const ServerDialect& DialectForDbms(const std::string& dbmsName) {

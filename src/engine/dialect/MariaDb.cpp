@@ -89,8 +89,8 @@ class MariaDb final : public ServerDialect {
 }  // namespace
 
 const ServerDialect& MariaDbDialect() {
-  static const MariaDb dialect;
-  return dialect;
+  static const auto* dialect = new MariaDb;  // never destroyed: hosts' statics may use it
+  return *dialect;
 }
 
 }  // namespace ZTkDb::detail

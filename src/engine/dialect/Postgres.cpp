@@ -106,8 +106,8 @@ class Postgres final : public ServerDialect {
 }  // namespace
 
 const ServerDialect& PostgresDialect() {
-  static const Postgres dialect;
-  return dialect;
+  static const auto* dialect = new Postgres;  // never destroyed: hosts' statics may use it
+  return *dialect;
 }
 
 }  // namespace ZTkDb::detail

@@ -78,15 +78,15 @@ class Sqlite final : public ServerDialect {
 }  // namespace
 
 const ServerDialect& SqliteDialect() {
-  static const Sqlite dialect;
-  return dialect;
+  static const auto* dialect = new Sqlite;  // never destroyed: hosts' statics may use it
+  return *dialect;
 }
 
 // The library's statements as the embedded engine is given them: SQLite's
 // reading with the Jet date literals the engine rewrites.
 const Lexicon& LibraryLexicon() {
-  static const Lexicon lexicon = MakeLexicon(true);
-  return lexicon;
+  static const auto* lexicon = new Lexicon(MakeLexicon(true));
+  return *lexicon;
 }
 
 }  // namespace ZTkDb::detail

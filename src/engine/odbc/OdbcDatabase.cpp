@@ -184,7 +184,8 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
       int64_t scaled = 0;
       if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
       double d = 0;
-      if (TryParseNumber(text, d)) return rows.AppendCurrency(Currency::FromDouble(d).Scaled());
+      // Beyond the currency range the field that reads it raises 6.
+      if (TryParseNumber(text, d)) return rows.AppendDouble(d);
       return rows.AppendText(text);
     }
     case Fetch::kDate: {
@@ -194,8 +195,14 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
           SQLGetData(stmt, column, SQL_C_TYPE_TIMESTAMP, &ts, sizeof ts, &indicator);
       if (Succeeded(rc)) {
         if (indicator == SQL_NULL_DATA) return rows.AppendNull();
-        return rows.AppendDate(
-            Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
+        try {
+          return rows.AppendDate(
+              Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
+        } catch (const Error&) {
+          // No calendar date (a server's zero date): the field that reads it raises.
+          return rows.AppendText(std::to_string(ts.year) + "-" + std::to_string(ts.month) + "-" +
+                                 std::to_string(ts.day));
+        }
       }
       // A driver that cannot convert its stored text: read the text instead.
       std::string text;

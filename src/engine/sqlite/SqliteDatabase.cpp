@@ -160,7 +160,9 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
         if (scaled > -9.2e18L && scaled < 9.2e18L) {
           return rows.AppendCurrency(static_cast<int64_t>(scaled));
         }
-        return rows.AppendCurrency(Currency::FromDouble(sqlite3_column_double(s, i)).Scaled());
+        // Beyond the currency range: the field that reads it raises 6, not
+        // the fetch, so the rest of a list stays readable.
+        return rows.AppendDouble(sqlite3_column_double(s, i));
       }
       break;
     case ColumnKind::kDate:
@@ -242,10 +244,11 @@ std::string DefaultLiteral(const Variant& v) {
   }
 }
 
-bool FileExists(const std::string& path, bool& isDirectory) {
+bool FileExists(const std::string& path, bool& isDirectory, off_t* size = nullptr) {
   struct stat st {};
   if (::stat(path.c_str(), &st) != 0) return false;
   isDirectory = S_ISDIR(st.st_mode);
+  if (size) *size = st.st_size;
   return true;
 }
 
@@ -275,10 +278,16 @@ SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::s
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
                                                      bool readOnly) {
   bool isDirectory = false;
-  if (path.empty() || !FileExists(path, isDirectory)) {
+  off_t size = 0;
+  if (path.empty() || !FileExists(path, isDirectory, &size)) {
     Raise(errFileNotFound, kSource, "Could not find file '" + path + "'.");
   }
   if (isDirectory) Raise(errCannotOpenFile, kSource, "'" + path + "' is a folder, not a database file.");
+  // SQLite would take an empty file for a new database and make it one.
+  if (size == 0) {
+    Raise(errCannotOpenFile, kSource,
+          "'" + path + "' is empty, not a database file (ztk init creates a new one).");
+  }
   const std::string access = AccessSignature(path);
   if (!access.empty()) {
     Raise(errCannotOpenFile, kSource,
@@ -359,6 +368,18 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
         "not sent.");
 }
 
+// A file renamed or deleted while open still takes writes, into a file no
+// one will open again; they are refused instead.
+void SqliteDatabase::RefuseIfMoved() {
+  int moved = 0;
+  if (sqlite3_file_control(Handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved) {
+    Raise(errCannotOpenFile, kSource,
+          "The database file '" + path_ +
+              "' was moved or deleted after it was opened; nothing was written. Open it again "
+              "where it is now.");
+  }
+}
+
 int64_t SqliteDatabase::Execute(const std::string& sql) {
   sqlite3* db = Handle();
   Statement stmt = Prepare(db, Adapt(sql));
@@ -366,6 +387,7 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
   if (read_only_) RaiseReadOnly();
+  RefuseIfMoved();
   const int rc = sqlite3_step(stmt.get());
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
   const char* text = sqlite3_sql(stmt.get());
@@ -455,8 +477,22 @@ void SqliteDatabase::ExecuteInternal(const std::string& sql) {
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
 }
 
-void SqliteDatabase::BeginTrans() { ExecuteInternal("BEGIN"); }
-void SqliteDatabase::CommitTrans() { ExecuteInternal("COMMIT"); }
+// A write transaction takes the write lock at its start, where the busy
+// timeout applies; a deferred one would take it at its first write and fail
+// at once when another writer holds it.
+void SqliteDatabase::BeginTrans() { ExecuteInternal(read_only_ ? "BEGIN" : "BEGIN IMMEDIATE"); }
+
+void SqliteDatabase::CommitTrans() {
+  if (!read_only_ && !sqlite3_get_autocommit(Handle())) {
+    try {
+      RefuseIfMoved();
+    } catch (const Error&) {
+      ExecuteInternal("ROLLBACK");
+      throw;
+    }
+  }
+  ExecuteInternal("COMMIT");
+}
 void SqliteDatabase::Rollback() { ExecuteInternal("ROLLBACK"); }
 
 void SqliteDatabase::Close() noexcept {

@@ -24,8 +24,10 @@ struct SqliteCloser {
 class SqliteDatabase final : public Database {
  public:
   // Opens an existing file. Raises 3024 when it does not exist (nothing is
-  // created), 3051 when it is not a SQLite database (an Access file is named
-  // as such), cannot be opened, or is locked exclusively by another process.
+  // created), 3051 when it is empty or not a SQLite database (an Access file
+  // is named as such), cannot be opened, or is locked exclusively by another
+  // process. Writes into a file that was moved or deleted while open are
+  // refused (3051).
   static std::shared_ptr<SqliteDatabase> Open(const std::string& path, bool exclusive,
                                               bool readOnly);
   // Creates a new database file from `ddl`; refuses an existing file (3204).
@@ -55,6 +57,7 @@ class SqliteDatabase final : public Database {
   SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path, bool readOnly);
   sqlite3* Handle();
   void ExecuteInternal(const std::string& sql);
+  void RefuseIfMoved();
 
   std::unique_ptr<sqlite3, SqliteCloser> db_;
   std::string path_;
