@@ -151,3 +151,34 @@ TEST(AuftragListeStatements, ReportConnection) {
             "T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE "
             "T_AuftragMeldung.lMeldungId Is Null");
 }
+
+// The order of filling: values first, the joined table's name last, so a
+// value naming #DetailTabelle# gets it and one naming #Tabelle# does not.
+TEST(AuftragStatements, TheJoinedTableIsFilledAfterTheValues) {
+  ztktest::RecordingClient client("recA3", 2);
+  CAuftrag order;
+  order.ConnectStorage("recA3");
+  order.ReadByNr(5, "#DetailTabelle#/#Tabelle#");
+  ASSERT_EQ(client.db->statements.size(), 1u);
+  EXPECT_NE(client.db->statements[0].find("stNrVorsatz = 'T_AuftragMeldung/#Tabelle#'"),
+            std::string::npos)
+      << client.db->statements[0];
+}
+
+// A 16-bit count of days is checked, not wrapped (36500 would be -29036).
+TEST(AuftragStatements, DaysBeyondSixteenBitsRaiseOverflow) {
+  ztktest::RecordingClient client("recA4", 2);
+  CAuftragListe orders;
+  orders.ConnectStorage("recA4");
+  for (int32_t days : {36500, -32769}) {
+    try {
+      orders.ReadByDone(true, osByOrderDate, days);
+      ADD_FAILURE() << days;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.Number(), 6);
+    }
+  }
+  EXPECT_TRUE(client.db->statements.empty());
+  orders.ReadByDone(true, osByOrderDate, 32767);
+  EXPECT_EQ(client.db->statements.size(), 1u);
+}

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "Engines.h"
 #include "TestSupport.h"
 #include "connection/DbConnectionRegistry.h"
@@ -221,5 +223,17 @@ TEST_P(Dokumente, ListWithoutStorageRaises91) {
     FAIL();
   } catch (const Error& e) {
     EXPECT_EQ(e.Number(), errObjectNotSet);
+  }
+  // Each member names itself as the source.
+  for (const auto& [member, call] : std::vector<std::pair<std::string, std::function<void()>>>{
+           {"CMsgOrderDokumentListe.Requery", [&] { list.Requery(); }},
+           {"CMsgOrderDokumentListe.AbsolutePosition", [&] { list.AbsolutePosition(1); }}}) {
+    try {
+      call();
+      ADD_FAILURE() << member;
+    } catch (const Error& e) {
+      EXPECT_EQ(e.Number(), errObjectNotSet);
+      EXPECT_EQ(e.Source(), member);
+    }
   }
 }

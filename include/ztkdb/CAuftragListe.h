@@ -26,7 +26,9 @@ extern template class RecordList<CAuftrag>;
 //
 // The done family (ReadByDone…) lists orders with bErledigt = bDone whose
 // ErledigtDatum is on or after today minus iShowingDays: open orders carry
-// NoDate there and so always pass. Site filters also admit site 0 (orders
+// NoDate there and so always pass. iShowingDays is a 16-bit count
+// taken wide: outside -32768..32767 it raises 6 instead of wrapping.
+// Site filters also admit site 0 (orders
 // valid for every site); stSoIdListe elements go into IN(…) as they stand.
 class ZTKDB_API CAuftragListe : public RecordList<CAuftrag> {
  public:
@@ -47,7 +49,7 @@ class ZTKDB_API CAuftragListe : public RecordList<CAuftrag> {
   void ReadByMsgId(int32_t lMsgId, OrderSortOrderConstants eSortOrder = osUnsorted);
   void ReadByMsgIdStatus(int32_t lMsgId, bool bErledigt);
   void ReadByDone(bool bDone, OrderSortOrderConstants eSortOrder = osUnsorted,
-                  int16_t iShowingDays = 30);
+                  int32_t iShowingDays = 30);
   // bWithMsgConn true (or sort order 0) lists the orders without a linked
   // report; false with a sort order lists those with one.
   void ReadWithMsgConn(bool bWithMsgConn = true, OrderSortOrderConstants eSortOrder = osUnsorted);
@@ -55,25 +57,25 @@ class ZTKDB_API CAuftragListe : public RecordList<CAuftrag> {
   // Every order with that number, whatever its prefix.
   void ReadByNr(int32_t lNr);
   void ReadByDoneAndSo(int32_t lSoId, bool bDone, OrderSortOrderConstants eSortOrder = osUnsorted,
-                       int16_t iShowingDays = 30);
+                       int32_t iShowingDays = 30);
   // Exactly the site given, without the site-0 orders; no link column.
   void ReadAllBySo(int32_t lSoId);
   void ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdListe, bool bDone,
                             OrderSortOrderConstants eSortOrder = osUnsorted,
-                            int16_t iShowingDays = 30);
+                            int32_t iShowingDays = 30);
   // Technical-equipment orders (object type 6, origin 3) of one object raised
   // for one object task, done or not; no link column.
   void ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId);
   void ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVorsatz,
                             OrderSortOrderConstants eSortOrder = osUnsorted,
-                            int16_t iShowingDays = 30);
+                            int32_t iShowingDays = 30);
   void ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone, const std::string& stNrVorsatz,
                                  OrderSortOrderConstants eSortOrder = osUnsorted,
-                                 int16_t iShowingDays = 30);
+                                 int32_t iShowingDays = 30);
   void ReadByDoneAndSoListeAndVorsatz(const std::vector<std::string>& stSoIdListe, bool bDone,
                                       const std::string& stNrVorsatz,
                                       OrderSortOrderConstants eSortOrder = osUnsorted,
-                                      int16_t iShowingDays = 30);
+                                      int32_t iShowingDays = 30);
 
  private:
   OrderSortOrderConstants sort_order_ = osUnsorted;

@@ -5,6 +5,7 @@
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
+#include "runtime/Raise.h"
 #include "sql/SqlTemplate.h"
 
 namespace ZTkDb {
@@ -168,8 +169,11 @@ struct DoneFilter {
   const std::vector<std::string>* so_list = nullptr;
 };
 
-std::string DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int16_t days,
+std::string DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int32_t days,
                           int16_t kind, const DoneFilter& filter) {
+  // iShowingDays is a 16-bit parameter: a value it cannot hold is an
+  // overflow at the call, never a wrapped number of days.
+  if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
   const char* tail = nullptr;
   if (sortOrder == osUnsorted)
     tail = kind == 1 ? tails.jet_unsorted : tails.other_unsorted;
@@ -306,7 +310,7 @@ void CAuftragListe::ReadByMsgIdStatus(int32_t lMsgId, bool bErledigt) {
 }
 
 void CAuftragListe::ReadByDone(bool bDone, OrderSortOrderConstants eSortOrder,
-                               int16_t iShowingDays) {
+                               int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDone", eSortOrder, [&](int16_t kind) {
     return DoneStatement(kReadByDone, bDone, eSortOrder, iShowingDays, kind, {});
   });
@@ -338,7 +342,7 @@ void CAuftragListe::ReadByNr(int32_t lNr) {
 }
 
 void CAuftragListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, OrderSortOrderConstants eSortOrder,
-                                    int16_t iShowingDays) {
+                                    int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSo", eSortOrder, [&](int16_t kind) {
     return DoneStatement(kReadByDoneAndSo, bDone, eSortOrder, iShowingDays, kind,
                          {.vorsatz = nullptr, .so_id = lSoId, .so_list = nullptr});
@@ -353,7 +357,7 @@ void CAuftragListe::ReadAllBySo(int32_t lSoId) {
 }
 
 void CAuftragListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdListe, bool bDone,
-                                         OrderSortOrderConstants eSortOrder, int16_t iShowingDays) {
+                                         OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
   RunRead(
       Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListe", eSortOrder, [&](int16_t kind) {
         return DoneStatement(kReadByDoneAndSoListe, bDone, eSortOrder, iShowingDays, kind,
@@ -371,7 +375,7 @@ void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
 }
 
 void CAuftragListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVorsatz,
-                                         OrderSortOrderConstants eSortOrder, int16_t iShowingDays) {
+                                         OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
   RunRead(
       Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndVorsatz", eSortOrder, [&](int16_t kind) {
         return DoneStatement(kReadByDoneAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
@@ -382,7 +386,7 @@ void CAuftragListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVors
 void CAuftragListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
                                               const std::string& stNrVorsatz,
                                               OrderSortOrderConstants eSortOrder,
-                                              int16_t iShowingDays) {
+                                              int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoAndVorsatz", eSortOrder,
           [&](int16_t kind) {
             return DoneStatement(kReadByDoneAndSoAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
@@ -393,7 +397,7 @@ void CAuftragListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
 void CAuftragListe::ReadByDoneAndSoListeAndVorsatz(const std::vector<std::string>& stSoIdListe,
                                                    bool bDone, const std::string& stNrVorsatz,
                                                    OrderSortOrderConstants eSortOrder,
-                                                   int16_t iShowingDays) {
+                                                   int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListeAndVorsatz", eSortOrder,
           [&](int16_t kind) {
             return DoneStatement(

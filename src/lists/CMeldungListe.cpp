@@ -3,6 +3,7 @@
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
+#include "runtime/Raise.h"
 #include "sql/SqlTemplate.h"
 
 namespace ZTkDb {
@@ -145,8 +146,11 @@ struct DoneFilter {
   const std::vector<std::string>* so_list = nullptr;
 };
 
-std::string DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int16_t days,
+std::string DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int32_t days,
                           int16_t kind, const DoneFilter& filter) {
+  // iShowingDays is a 16-bit parameter: a value it cannot hold is an
+  // overflow at the call, never a wrapped number of days.
+  if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
   const bool jet = kind == 1;
   const char* text = BySortOrder(sortOrder, jet ? texts.jet_unsorted : texts.other_unsorted,
                                  jet ? texts.jet_sorted : texts.other_sorted);
@@ -233,7 +237,7 @@ void CMeldungListe::ReadAllInZeitAndOpen(Date datVon, Date datBis) {
   });
 }
 
-void CMeldungListe::ReadByDone(bool bDone, MsgSortOrderConstants eSortOrder, int16_t iShowingDays) {
+void CMeldungListe::ReadByDone(bool bDone, MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDone";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
@@ -256,7 +260,7 @@ void CMeldungListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
 }
 
 void CMeldungListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, MsgSortOrderConstants eSortOrder,
-                                    int16_t iShowingDays) {
+                                    int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSo";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
@@ -278,7 +282,7 @@ void CMeldungListe::ReadAllBySo(int32_t lSoId) {
 }
 
 void CMeldungListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdListe, bool bDone,
-                                         MsgSortOrderConstants eSortOrder, int16_t iShowingDays) {
+                                         MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoListe";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
@@ -289,7 +293,7 @@ void CMeldungListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdL
 }
 
 void CMeldungListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVorsatz,
-                                         MsgSortOrderConstants eSortOrder, int16_t iShowingDays) {
+                                         MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndVorsatz";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
@@ -302,7 +306,7 @@ void CMeldungListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVors
 void CMeldungListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
                                               const std::string& stNrVorsatz,
                                               MsgSortOrderConstants eSortOrder,
-                                              int16_t iShowingDays) {
+                                              int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoAndVorsatz";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
@@ -315,7 +319,7 @@ void CMeldungListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
 void CMeldungListe::ReadByDoneAndSoListeAndVorsatz(const std::vector<std::string>& stSoIdListe,
                                                    bool bDone, const std::string& stNrVorsatz,
                                                    MsgSortOrderConstants eSortOrder,
-                                                   int16_t iShowingDays) {
+                                                   int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoListeAndVorsatz";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {

@@ -80,7 +80,7 @@ class ListCursor {
 
   int32_t AbsolutePosition() const { return Rs() ? Rs()->AbsolutePosition() : 0; }
   void AbsolutePosition(int32_t position) {
-    if (!Rs()) RaiseStandard(errObjectNotSet, class_name_);
+    if (!Rs()) RaiseStandard(errObjectNotSet, std::string(class_name_) + ".AbsolutePosition");
     Rs()->AbsolutePosition(position);
   }
 
@@ -128,7 +128,7 @@ class ListCursor {
 
   void Requery() {
     index_.reset();
-    if (!Rs()) RaiseStandard(errObjectNotSet, class_name_);
+    if (!Rs()) RaiseStandard(errObjectNotSet, std::string(class_name_) + ".Requery");
     // Our snapshots are always restartable and know their count at once.
     Rs()->Requery();
     if (Rs()->RecordCount() != 0) BuildIndex();
@@ -153,8 +153,7 @@ class ListCursor {
       if (cell.type == vtLong) std::memcpy(&id, cell.data, sizeof id);
       else id = RowSet::ToVariant(cell).ToLong();
       if (!index_->Insert(id, rs.AbsolutePosition())) {
-        Raise(errDuplicateKeyInCollection, class_name_,
-              StandardDescription(errDuplicateKeyInCollection) + " ($" + std::to_string(id) + ")");
+        RaiseStandard(errDuplicateKeyInCollection, class_name_);
       }
     }
     rs.MoveFirst();

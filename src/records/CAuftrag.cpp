@@ -245,7 +245,7 @@ struct CAuftrag::Impl {
               const std::vector<std::pair<const char*, std::string>>& values) {
     SqlTemplate sql = record.Statement(text);
     for (const auto& [placeholder, value] : values) sql.Replace(placeholder, value);
-    record.core.ReadBy(member, sql.Text());
+    record.core.ReadBy(member, record.Text(sql));
   }
 };
 
@@ -478,7 +478,8 @@ void CAuftrag::ReadByNrOhneVorsatz(int32_t lNr) {
 int32_t CAuftrag::GetLastNr() {
   constexpr const char* kMember = "CAuftrag.GetLastNr";
   return detail::Guard(kMember, [&] {
-    return impl_->record.LastNumber(kMember, impl_->record.Statement(kLastNr).Text());
+    auto sql = impl_->record.Statement(kLastNr);
+    return impl_->record.LastNumber(kMember, impl_->record.Text(sql));
   });
 }
 

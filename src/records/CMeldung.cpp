@@ -304,26 +304,27 @@ void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   detail::Guard(kMember, [&] {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
-    impl_->record.core.ReadBy(kMember, impl_->record.Statement(kSelectByNr)
-                                           .Replace("#lNr#", detail::LongLiteral(lNr))
-                                           .Replace("#stNrVorsatz#", stVorsatz)
-                                           .Text());
+    auto& record = impl_->record;
+    record.core.ReadBy(kMember, record.Text(record.Statement(kSelectByNr)
+                                                .Replace("#lNr#", detail::LongLiteral(lNr))
+                                                .Replace("#stNrVorsatz#", stVorsatz)));
   });
 }
 
 int32_t CMeldung::GetLastNr() {
   constexpr const char* kMember = "CMeldung.GetLastNr";
   return detail::Guard(kMember, [&] {
-    return impl_->record.LastNumber(kMember, impl_->record.Statement(kLastNr).Text());
+    auto sql = impl_->record.Statement(kLastNr);
+    return impl_->record.LastNumber(kMember, impl_->record.Text(sql));
   });
 }
 
 int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
   constexpr const char* kMember = "CMeldung.GetLastNrVorsatz";
   return detail::Guard(kMember, [&] {
-    return impl_->record.LastNumber(
-        kMember,
-        impl_->record.Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz).Text());
+    auto& record = impl_->record;
+    return record.LastNumber(
+        kMember, record.Text(record.Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz)));
   });
 }
 

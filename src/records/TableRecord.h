@@ -59,11 +59,17 @@ class TableRecord {
         update_tail_(updateTail) {}
 
   // A template with the class's tables filled in.
+  // The table names go in first and the joined table last, after every
+  // value: a value naming #DetailTabelle# is filled with it, one naming
+  // #Tabelle# is not (the order of filling).
   SqlTemplate Statement(const char* text) const {
     SqlTemplate sql(text);
     sql.Replace("#Tabelle#", statements_.table);
-    if (statements_.detail_table) sql.Replace("#DetailTabelle#", statements_.detail_table);
     return sql;
+  }
+  std::string Text(SqlTemplate& sql) const {
+    if (statements_.detail_table) sql.Replace("#DetailTabelle#", statements_.detail_table);
+    return sql.Text();
   }
 
   // Clears the record, inserts `row` under a fresh UId (a box when nothing
@@ -76,18 +82,18 @@ class TableRecord {
     sql.Replace("#stUId#", TextValue(uid));
     FillValues(sql, row, insert_values_, kind);
     FillValues(sql, row, update_tail_, kind);
-    core.ExecuteChecked(member, sql.Text(), "Create");
+    core.ExecuteChecked(member, Text(sql), "Create");
     core.Storage(member).CloseRecordset();
     ReadByUId(uid);
   }
 
   void ReadById(const char* member, int32_t id) {
-    core.ReadBy(member, Statement(statements_.select_by_id).Replace("#lId#", LongLiteral(id)).Text());
+    core.ReadBy(member, Text(Statement(statements_.select_by_id).Replace("#lId#", LongLiteral(id))));
   }
 
   void ReadByUId(const std::string& uid) {
     const std::string member = std::string(statements_.class_name) + ".ReadByUId";
-    core.ReadBy(member.c_str(), Statement(statements_.select_by_uid).Replace("#stUId#", uid).Text());
+    core.ReadBy(member.c_str(), Text(Statement(statements_.select_by_uid).Replace("#stUId#", uid)));
   }
 
   // Writes every field under the old UId; the record takes the new UId
@@ -102,7 +108,7 @@ class TableRecord {
     FillValues(sql, f, update_values_, kind);
     sql.Replace("#lId#", LongLiteral(f.id)).Replace("#stUId#", f.uid);
     FillValues(sql, f, update_tail_, kind);
-    core.ExecuteChecked(member, sql.Text(), "Update");
+    core.ExecuteChecked(member, Text(sql), "Update");
     f.uid = newUid;
     core.Storage(member).CloseRecordset();
   }
@@ -113,7 +119,7 @@ class TableRecord {
     const char* text = "";
     if (kind == 1) text = statements_.delete_jet;
     else if (kind == 2 || !statements_.delete_needs_known_kind) text = statements_.delete_other;
-    core.ExecutePlain(member, Statement(text).Replace("#lId#", LongLiteral(core.F().id)).Text());
+    core.ExecutePlain(member, Text(Statement(text).Replace("#lId#", LongLiteral(core.F().id))));
     core.ClearFields();
   }
 
