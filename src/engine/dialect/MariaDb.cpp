@@ -64,6 +64,19 @@ class MariaDb final : public ServerDialect {
     }
   }
 
+  // 2006 "server has gone away" and 5014 (the client library could not
+  // write the statement): the connection was found closed before the
+  // statement was sent. 2013 and 5013 (lost while waiting for the answer),
+  // 1927 (killed), 4031 (idle timeout), 2055: gone, the statement's fate
+  // unknown.
+  Loss SessionLoss(const std::string& state, long native) const override {
+    if (native == 2006 || native == 5014) return Loss::kLostBeforeStatement;
+    if (native == 2013 || native == 5013 || native == 1927 || native == 4031 || native == 2055) {
+      return Loss::kSessionLost;
+    }
+    return ServerDialect::SessionLoss(state, native);
+  }
+
   const char* ColumnType(DaoFieldType type) const override {
     switch (type) {
       case dbBoolean:

@@ -83,6 +83,14 @@ class Postgres final : public ServerDialect {
     return 0;
   }
 
+  // 57P01..03: the server ended the session (shutdown, crash, or a
+  // terminated backend) and says so before it reads another statement; a
+  // statement that was running is rolled back with it.
+  Loss SessionLoss(const std::string& state, long native) const override {
+    if (state == "57P01" || state == "57P02" || state == "57P03") return Loss::kLostBeforeStatement;
+    return ServerDialect::SessionLoss(state, native);
+  }
+
   const char* ColumnType(DaoFieldType type) const override {
     switch (type) {
       case dbBoolean:

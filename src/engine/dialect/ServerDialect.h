@@ -51,6 +51,13 @@ class ServerDialect {
   // error no particular meaning (the ODBC state classes decide then).
   virtual long ErrorNumber(const std::string& sqlstate, long native,
                            const std::string& message) const = 0;
+  // Whether an error says that the session is gone, and whether it also
+  // says that the statement which got it never ran (so that running it again
+  // on a new session cannot run it twice).
+  enum class Loss { kNone, kSessionLost, kLostBeforeStatement };
+  virtual Loss SessionLoss(const std::string& sqlstate, long /*native*/) const {
+    return sqlstate.starts_with("08") ? Loss::kSessionLost : Loss::kNone;
+  }
   // The column type of a new column of a DAO type.
   virtual const char* ColumnType(DaoFieldType type) const = 0;
   // Whether catalog calls must name the current database because one server

@@ -8,6 +8,7 @@
 
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcError.h"
+#include "engine/odbc/OdbcFetch.h"
 #include "engine/odbc/Utf16.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
@@ -18,245 +19,6 @@ namespace ZTkDb::detail {
 namespace {
 
 constexpr const char* kSource = "ZTkDb.ODBC";
-
-// How a result column is fetched and what Variant kind it becomes.
-enum class Fetch { kBool, kByte, kShort, kLong, kBigint, kDouble, kCurrency, kDate, kText };
-
-bool TypeNameSays(const std::string& typeName, const char* word) {
-  return LowerAscii(typeName).find(word) != std::string::npos;
-}
-
-Fetch FetchFor(SQLSMALLINT type, SQLSMALLINT digits, const std::string& typeName) {
-  // Drivers of file databases report declared type names the SQL type does
-  // not tell apart (SQLite's CURRENCY, DATETIME).
-  if (TypeNameSays(typeName, "currency") || TypeNameSays(typeName, "money"))
-    return Fetch::kCurrency;
-  switch (type) {
-    case SQL_BIT:
-      return Fetch::kBool;
-    case SQL_TINYINT:
-      return Fetch::kByte;
-    case SQL_SMALLINT:
-      return Fetch::kShort;
-    case SQL_INTEGER:
-      return Fetch::kLong;
-    case SQL_BIGINT:
-      return Fetch::kBigint;
-    case SQL_REAL:
-    case SQL_FLOAT:
-    case SQL_DOUBLE:
-      return Fetch::kDouble;
-    case SQL_NUMERIC:
-    case SQL_DECIMAL:
-      return digits <= 4 ? Fetch::kCurrency : Fetch::kDouble;
-    case SQL_TYPE_DATE:
-    case SQL_TYPE_TIMESTAMP:
-    case SQL_DATE:
-    case SQL_TIMESTAMP:
-      return Fetch::kDate;
-    default:
-      break;
-  }
-  if (TypeNameSays(typeName, "date") || TypeNameSays(typeName, "time")) return Fetch::kDate;
-  if (TypeNameSays(typeName, "bit") || TypeNameSays(typeName, "bool")) return Fetch::kBool;
-  return Fetch::kText;
-}
-
-// Exact decimal text ("-12.5000", "3") to a currency scaled by 10,000.
-bool ParseScaled(const std::string& text, int64_t& out) {
-  size_t i = 0;
-  while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
-  bool negative = false;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-  int64_t whole = 0;
-  int64_t fraction = 0;
-  int fractionDigits = 0;
-  bool any = false;
-  for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
-    if (whole > 922337203685477) return false;
-    whole = whole * 10 + (text[i] - '0');
-  }
-  if (i < text.size() && text[i] == '.') {
-    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]));
-         ++i, any = true) {
-      if (fractionDigits < 4) {
-        fraction = fraction * 10 + (text[i] - '0');
-        ++fractionDigits;
-      } else if (text[i] != '0') {
-        return false;  // more than four decimals: not a currency value
-      }
-    }
-  }
-  if (!any || i != text.size()) return false;
-  while (fractionDigits++ < 4) fraction *= 10;
-  // Beyond the currency range the caller's general path raises overflow.
-  constexpr int64_t kMaxWhole = INT64_MAX / 10000;
-  if (whole > kMaxWhole || (whole == kMaxWhole && fraction > INT64_MAX % 10000 + (negative ? 1 : 0))) {
-    return false;
-  }
-  out = whole * 10000 + fraction;
-  if (negative) out = -out;
-  return true;
-}
-
-// The whole of a text column, fetched in pieces into `out`: UTF-16 from a
-// Unicode driver, UTF-8 bytes from an ANSI driver (`narrow`). False for Null.
-// The buffers live on: a result fetches thousands of texts.
-bool FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, std::string& out) {
-  thread_local std::vector<SQLWCHAR> wideBuffer(2048);
-  thread_local std::vector<SQLWCHAR> pieces;
-  out.clear();
-  pieces.clear();
-  const SQLSMALLINT cType = narrow ? SQL_C_CHAR : SQL_C_WCHAR;
-  const size_t unit = narrow ? 1 : sizeof(SQLWCHAR);
-  const size_t bytes = wideBuffer.size() * sizeof(SQLWCHAR);
-  const size_t capacity = bytes / unit - 1;
-  for (;;) {
-    SQLLEN indicator = 0;
-    const SQLRETURN rc = SQLGetData(stmt, column, cType, wideBuffer.data(),
-                                    static_cast<SQLLEN>(bytes), &indicator);
-    if (rc == SQL_NO_DATA) break;
-    if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
-    if (indicator == SQL_NULL_DATA) return false;
-    const size_t available = indicator == SQL_NO_TOTAL || indicator < 0
-                                 ? capacity
-                                 : static_cast<size_t>(indicator) / unit;
-    const size_t take = std::min(available, capacity);
-    if (narrow) {
-      out.append(reinterpret_cast<const char*>(wideBuffer.data()), take);
-    } else if (rc == SQL_SUCCESS && pieces.empty()) {
-      AppendUtf8(out, wideBuffer.data(), take);  // the usual single piece
-    } else {
-      // Pieces are joined first, so that no surrogate pair is cut.
-      pieces.insert(pieces.end(), wideBuffer.begin(), wideBuffer.begin() + static_cast<long>(take));
-    }
-    if (rc == SQL_SUCCESS) break;  // the last piece
-  }
-  if (!pieces.empty()) AppendUtf8(out, pieces.data(), pieces.size());
-  return true;
-}
-
-template <typename T>
-bool FetchFixed(SQLHSTMT stmt, SQLUSMALLINT column, SQLSMALLINT cType, T& value) {
-  SQLLEN indicator = 0;
-  const SQLRETURN rc = SQLGetData(stmt, column, cType, &value, sizeof value, &indicator);
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
-  return indicator != SQL_NULL_DATA;
-}
-
-void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, bool narrow) {
-  switch (fetch) {
-    case Fetch::kBool: {
-      SQLINTEGER v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      return rows.AppendBool(v != 0);
-    }
-    case Fetch::kByte:
-    case Fetch::kShort: {
-      SQLINTEGER v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      if (fetch == Fetch::kByte && v >= 0 && v <= 255)
-        return rows.AppendByte(static_cast<uint8_t>(v));
-      if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
-      return rows.AppendLong(v);
-    }
-    case Fetch::kLong: {
-      SQLINTEGER v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      return rows.AppendLong(v);
-    }
-    case Fetch::kBigint: {
-      SQLBIGINT v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SBIGINT, v)) return rows.AppendNull();
-      if (v >= INT32_MIN && v <= INT32_MAX) return rows.AppendLong(static_cast<int32_t>(v));
-      return rows.AppendDouble(static_cast<double>(v));
-    }
-    case Fetch::kDouble: {
-      SQLDOUBLE v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_DOUBLE, v)) return rows.AppendNull();
-      return rows.AppendDouble(v);
-    }
-    case Fetch::kCurrency: {
-      // As text, so that no binary floating point stands between the
-      // server's exact value and ours.
-      thread_local std::string text;
-      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
-      int64_t scaled = 0;
-      if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
-      double d = 0;
-      // Beyond the currency range the field that reads it raises 6.
-      if (TryParseNumber(text, d)) return rows.AppendDouble(d);
-      return rows.AppendText(text);
-    }
-    case Fetch::kDate: {
-      SQL_TIMESTAMP_STRUCT ts{};
-      SQLLEN indicator = 0;
-      const SQLRETURN rc =
-          SQLGetData(stmt, column, SQL_C_TYPE_TIMESTAMP, &ts, sizeof ts, &indicator);
-      if (Succeeded(rc)) {
-        if (indicator == SQL_NULL_DATA) return rows.AppendNull();
-        try {
-          return rows.AppendDate(
-              Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
-        } catch (const Error&) {
-          // No calendar date (a server's zero date): the field that reads it raises.
-          return rows.AppendText(std::to_string(ts.year) + "-" + std::to_string(ts.month) + "-" +
-                                 std::to_string(ts.day));
-        }
-      }
-      // A driver that cannot convert its stored text: read the text instead.
-      std::string text;
-      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
-      Date d;
-      if (Date::TryParse(text, d)) return rows.AppendDate(d.Value());
-      return rows.AppendText(text);
-    }
-    case Fetch::kText: {
-      thread_local std::string text;
-      if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
-      return rows.AppendText(text);
-    }
-  }
-}
-
-struct ColumnDescription {
-  std::string name;
-  SQLSMALLINT type = 0;
-  SQLSMALLINT digits = 0;
-  std::string type_name;
-};
-
-ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow) {
-  ColumnDescription d;
-  SQLSMALLINT nullable = 0;
-  SQLULEN size = 0;
-  SQLSMALLINT length = 0;
-  SQLSMALLINT typeLength = 0;
-  SQLRETURN rc;
-  if (narrow) {
-    SQLCHAR name[512] = {};
-    SQLCHAR typeName[128] = {};
-    rc = SQLDescribeCol(stmt, column, name, sizeof name, &length, &d.type, &size, &d.digits,
-                        &nullable);
-    SQLColAttribute(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
-                    nullptr);
-    d.name.assign(reinterpret_cast<const char*>(name),
-                  std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 511));
-    d.type_name.assign(reinterpret_cast<const char*>(typeName),
-                       std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0), 127));
-  } else {
-    SQLWCHAR name[256] = {};
-    SQLWCHAR typeName[128] = {};
-    rc = SQLDescribeColW(stmt, column, name, 256, &length, &d.type, &size, &d.digits, &nullable);
-    SQLColAttributeW(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
-                     nullptr);
-    d.name = ToUtf8(name, std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 255));
-    d.type_name = ToUtf8(
-        typeName, std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0) / sizeof(SQLWCHAR), 127));
-  }
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLDescribeCol");
-  return d;
-}
 
 std::string GetInfoText(SQLHDBC dbc, SQLUSMALLINT info) {
   SQLWCHAR buffer[256] = {};
@@ -284,7 +46,13 @@ bool StartsWithWord(const std::string& s, const char* word) {
 
 }  // namespace
 
-std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, bool readOnly) {
+// A connected session: environment and connection handles.
+struct OdbcDatabase::Session {
+  OdbcEnv env;
+  OdbcDbc dbc;
+};
+
+OdbcDatabase::Session OdbcDatabase::Connect(const std::string& connect, bool readOnly) {
   SQLHANDLE raw = SQL_NULL_HANDLE;
   if (!Succeeded(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw))) {
     Raise(errOdbcCallFailed, kSource,
@@ -299,6 +67,8 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
   // An unreachable server must fail within a bounded time, not hang a host.
   SQLSetConnectAttr(dbc.Get(), SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(15), 0);
   if (readOnly) {
+    // Drivers that honour it refuse writes themselves; the engine refuses
+    // them in any case.
     SQLSetConnectAttr(dbc.Get(), SQL_ATTR_ACCESS_MODE,
                       reinterpret_cast<SQLPOINTER>(SQL_MODE_READ_ONLY), 0);
   }
@@ -309,18 +79,54 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
   {
     // psqlodbc switches the process locale while it connects (setlocale is
     // not thread-safe), so clients opening in several threads take turns.
-    static std::mutex connecting;
-    const std::lock_guard lock(connecting);
+    static auto* connecting = new std::mutex;
+    const std::lock_guard lock(*connecting);
     rc = SQLDriverConnectW(dbc.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
                            out, 1024, &outLength, SQL_DRIVER_NOPROMPT);
   }
   if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_DBC, dbc.Get(), "SQLDriverConnect");
   dbc.MarkConnected();
+  return {std::move(env), std::move(dbc)};
+}
 
+std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, bool readOnly) {
+  Session session = Connect(connect, readOnly);
   auto db = std::shared_ptr<OdbcDatabase>(
-      new OdbcDatabase(std::move(env), std::move(dbc), connect, readOnly));
+      new OdbcDatabase(std::move(session.env), std::move(session.dbc), connect, readOnly));
   db->SetUpSession();
   return db;
+}
+
+// The same connection string and session set-up as the first time.
+void OdbcDatabase::Reconnect() {
+  Session session = Connect(connect_, read_only_);
+  dbc_ = std::move(session.dbc);
+  env_ = std::move(session.env);
+  lost_ = false;
+  in_transaction_ = false;
+  SetUpSession();
+}
+
+template <typename Run>
+auto OdbcDatabase::OnLiveSession(bool idempotent, Run&& run) -> decltype(run()) {
+  if (lost_ && !in_transaction_) Reconnect();
+  try {
+    return run();
+  } catch (const Error&) {
+    if (!lost_) throw;
+    if (in_transaction_) {
+      // The transaction died with the session: the host hears of it, and
+      // the next statement after it starts a new session.
+      in_transaction_ = false;
+      transaction_lost_ = true;
+      throw;
+    }
+    // A query runs again; a write only when the server said it never ran,
+    // so that nothing is ever written twice.
+    if (!idempotent && loss_ != ServerDialect::Loss::kLostBeforeStatement) throw;
+    Reconnect();
+    return run();
+  }
 }
 
 OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly)
@@ -354,8 +160,15 @@ void OdbcDatabase::SetUpSession() {
   }
 }
 
-void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) const {
-  RaiseOdbc(type, handle, what, *dialect_);
+void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) {
+  const auto records = Diagnostics(type, handle);
+  loss_ = ServerDialect::Loss::kNone;
+  for (const auto& record : records) {
+    const auto loss = dialect_->SessionLoss(record.sqlstate, record.native);
+    if (loss > loss_) loss_ = loss;
+  }
+  if (loss_ != ServerDialect::Loss::kNone) lost_ = true;
+  RaiseDiagnostics(records, what, *dialect_);
 }
 
 SQLHDBC OdbcDatabase::Handle() {
@@ -404,10 +217,15 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
   const std::string text = Adapt(sql);
   if (StartsWithWord(text, "SELECT")) Raise(3065, kSource, "Cannot execute a select query.");
   if (read_only_) RaiseReadOnly(kSource);
-  OdbcStmt stmt = NewStatement();
-  if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
-  SQLLEN count = 0;
-  if (!Succeeded(SQLRowCount(stmt.Get(), &count))) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
+  const SQLLEN count = OnLiveSession(false, [&]() -> SQLLEN {
+    OdbcStmt stmt = NewStatement();
+    if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
+    SQLLEN affected = 0;
+    if (!Succeeded(SQLRowCount(stmt.Get(), &affected))) {
+      Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLRowCount");
+    }
+    return affected;
+  });
   if (StartsWithWord(text, "CREATE") || StartsWithWord(text, "ALTER") ||
       StartsWithWord(text, "DROP")) {
     schema_.Clear();
@@ -430,6 +248,10 @@ std::string OdbcDatabase::QueryText(const std::string& sql) {
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
   const std::string text = QueryText(sql);
+  return OnLiveSession(true, [&] { return RunQuery(text); });
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text) {
   OdbcStmt stmt = NewStatement();
   const bool noData = ExecDirect(stmt, text) == SQL_NO_DATA;
   SQLSMALLINT columns = 0;
@@ -504,17 +326,23 @@ std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
 }
 
 std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
-  // Servers fold unquoted names to one case; the library writes them mixed.
-  for (const std::string& name : {table, LowerAscii(table)}) {
-    auto found = CatalogColumns(name);
-    if (!found.empty()) return found;
-  }
-  std::string upper = table;
-  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return CatalogColumns(upper);
+  return OnLiveSession(true, [&] {
+    // Servers fold unquoted names to one case; the library writes them mixed.
+    for (const std::string& name : {table, LowerAscii(table)}) {
+      auto found = CatalogColumns(name);
+      if (!found.empty()) return found;
+    }
+    std::string upper = table;
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return CatalogColumns(upper);
+  });
 }
 
 std::vector<std::string> OdbcDatabase::TableNames() {
+  return OnLiveSession(true, [&] { return CatalogTables(); });
+}
+
+std::vector<std::string> OdbcDatabase::CatalogTables() {
   std::vector<std::string> out;
   OdbcStmt stmt = NewStatement();
   std::string catalog = Catalog();
@@ -556,13 +384,28 @@ void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) 
 }
 
 void OdbcDatabase::BeginTrans() {
+  if (lost_) Reconnect();
+  transaction_lost_ = false;
   if (!Succeeded(SQLSetConnectAttr(Handle(), SQL_ATTR_AUTOCOMMIT,
                                    reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
     Fail(SQL_HANDLE_DBC, dbc_.Get(), "SQLSetConnectAttr");
   }
+  in_transaction_ = true;
 }
 
 void OdbcDatabase::EndTransaction(SQLSMALLINT completion) {
+  in_transaction_ = false;
+  if (transaction_lost_ || lost_) {
+    // The server ended the session and with it the transaction: nothing is
+    // left to roll back, and nothing of it was committed.
+    transaction_lost_ = false;
+    if (completion == SQL_COMMIT) {
+      Raise(errOdbcCallFailed, kSource,
+            "ODBC--call failed. The connection to the server was lost during the transaction; "
+            "the server rolled it back and nothing of it was written.");
+    }
+    return;
+  }
   SQLHDBC dbc = Handle();
   const SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, dbc, completion);
   SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
@@ -573,6 +416,8 @@ void OdbcDatabase::CommitTrans() { EndTransaction(SQL_COMMIT); }
 void OdbcDatabase::Rollback() { EndTransaction(SQL_ROLLBACK); }
 
 void OdbcDatabase::Close() noexcept {
+  lost_ = false;
+  in_transaction_ = false;
   dbc_.Reset();
   env_.Reset();
   schema_.Clear();

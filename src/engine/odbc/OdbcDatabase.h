@@ -62,10 +62,22 @@ class OdbcDatabase final : public Database {
   void ExecuteRaw(const std::string& sql);
 
  private:
+  struct Session;
+  static Session Connect(const std::string& connect, bool readOnly);
   OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly);
   void SetUpSession();
+  void Reconnect();
+  // Runs `run` on a live session: a session found dead before is replaced
+  // first (outside a transaction); one that dies under `run` is replaced and
+  // `run` runs once more when it is `idempotent` (a query) or the server
+  // said the statement never ran.
+  template <typename Run>
+  auto OnLiveSession(bool idempotent, Run&& run) -> decltype(run());
   std::string QueryText(const std::string& sql);
-  [[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) const;
+  std::shared_ptr<const RowSet> RunQuery(const std::string& text);
+  std::vector<std::string> CatalogTables();
+  // Raises the failed call's error; notes whether it says the session is gone.
+  [[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what);
   // The current database where catalog calls must name it, else empty.
   std::string Catalog();
   SQLHDBC Handle();
@@ -81,6 +93,12 @@ class OdbcDatabase final : public Database {
   std::string dbms_;
   const ServerDialect* dialect_ = &GenericDialect();
   bool read_only_ = false;
+  // The server ended the session (found by the last failure).
+  bool lost_ = false;
+  ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
+  bool in_transaction_ = false;
+  // The session died inside a transaction the host has not ended yet.
+  bool transaction_lost_ = false;
   // Text goes through the narrow (UTF-8) entry points instead of the wide.
   bool narrow_ = false;
   AdaptationRules rules_;

@@ -31,7 +31,11 @@ long DaoNumberFor(const ServerDialect& dialect, const OdbcDiagnostic& d) {
 
 void RaiseOdbc(SQLSMALLINT type, SQLHANDLE handle, const std::string& what,
                const ServerDialect& dialect) {
-  const auto records = Diagnostics(type, handle);
+  RaiseDiagnostics(Diagnostics(type, handle), what, dialect);
+}
+
+void RaiseDiagnostics(const std::vector<OdbcDiagnostic>& records, const std::string& what,
+                      const ServerDialect& dialect) {
   if (records.empty()) {
     Raise(errOdbcCallFailed, "ZTkDb.ODBC",
           "ODBC--call failed. " + what + " failed without a diagnostic.");

@@ -32,6 +32,9 @@ long DaoNumberFor(const ServerDialect& dialect, const OdbcDiagnostic& diagnostic
 // diagnostic.
 [[noreturn]] void RaiseOdbc(SQLSMALLINT type, SQLHANDLE handle, const std::string& what,
                             const ServerDialect& dialect = GenericDialect());
+// The same from diagnostics already read.
+[[noreturn]] void RaiseDiagnostics(const std::vector<OdbcDiagnostic>& records,
+                                   const std::string& what, const ServerDialect& dialect);
 
 inline bool Succeeded(SQLRETURN rc) { return rc == SQL_SUCCESS || rc == SQL_SUCCESS_WITH_INFO; }
 
