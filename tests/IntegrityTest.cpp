@@ -255,3 +255,69 @@ TEST(IntegrityFile, WriteTransactionsOfTwoProcessesBothLand) {
   EXPECT_EQ(ztktest::Scalar("check", "SELECT sum(lAnsprechId) FROM T_Auftrag").ToLong() - before,
             2 * kRounds);
 }
+
+namespace {
+
+// Opens `path` read-only as user nobody in a child process: the number of
+// orders it reads, or 100 + the error number's last two digits.
+int OrdersReadAsNobody(const std::string& path) {
+  const pid_t child = fork();
+  if (child == 0) {
+    if (setgid(65534) != 0 || setuid(65534) != 0) _exit(99);
+    try {
+      CTkDb tkdb;
+      tkdb.OpenJetDb("leser", path, false, true);
+      _exit(static_cast<int>(ztktest::Scalar("leser", "SELECT count(*) FROM T_Auftrag").ToLong()));
+    } catch (const Error& e) {
+      std::fprintf(stderr, "%ld %s\n", e.Number(), e.Description().c_str());
+      _exit(100 + static_cast<int>(e.Number() % 100));
+    }
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+bool Leftovers(const std::string& path) {
+  return std::filesystem::exists(path + "-wal") || std::filesystem::exists(path + "-shm");
+}
+
+}  // namespace
+
+// A reader who may not write the file or its folder can still read it, and
+// leaves nothing in the folder that would stand in its owner's way.
+TEST(IntegrityFile, ReadOnlyOpensWorkWithoutWriteAccessAndLeaveNothingBehind) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root to act as another user";
+  ztktest::TempDb file;
+  const std::string dir = std::filesystem::path(file.Path()).parent_path();
+  {
+    CTkDb owner;
+    owner.OpenJetDb("owner", file.Path(), false, false);
+    ztktest::CreateOrder("owner", {.nr = 1});
+  }
+  ASSERT_FALSE(Leftovers(file.Path()));
+  namespace fs = std::filesystem;
+  using fs::perms;
+  // A write-protected file in a folder the reader cannot write.
+  fs::permissions(file.Path(), perms::owner_read | perms::group_read | perms::others_read);
+  fs::permissions(dir, perms::owner_all | perms::group_read | perms::group_exec |
+                           perms::others_read | perms::others_exec);
+  EXPECT_EQ(OrdersReadAsNobody(file.Path()), 1);
+  EXPECT_FALSE(Leftovers(file.Path()));
+  // The folder writable by everyone: still nothing of the reader's stays.
+  fs::permissions(file.Path(), perms::owner_read | perms::owner_write | perms::group_read |
+                                   perms::others_read);
+  fs::permissions(dir, perms::all);
+  EXPECT_EQ(OrdersReadAsNobody(file.Path()), 1);
+  EXPECT_FALSE(Leftovers(file.Path()));
+  // While the owner writes: the reader sees every committed row, the
+  // owner's own WAL index serving it.
+  CTkDb owner;
+  owner.OpenJetDb("owner", file.Path(), false, false);
+  ztktest::CreateOrder("owner", {.nr = 2});
+  ASSERT_TRUE(Leftovers(file.Path()));
+  EXPECT_EQ(OrdersReadAsNobody(file.Path()), 2);
+  ztktest::CreateOrder("owner", {.nr = 3});
+  EXPECT_EQ(ztktest::Scalar("owner", "SELECT count(*) FROM T_Auftrag").ToLong(), 3);
+  fs::permissions(dir, perms::owner_all);
+}

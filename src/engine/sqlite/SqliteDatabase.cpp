@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <strings.h>
 
@@ -252,6 +253,33 @@ bool FileExists(const std::string& path, bool& isDirectory, off_t* size = nullpt
   return true;
 }
 
+// How a file is opened. A read-only open must work where its user cannot
+// write, and must leave nothing behind: a WAL index (-shm) created by a
+// reader belongs to the reader, and its owner could no longer write the
+// database. So a reader that could not write the database itself creates
+// nothing: it uses the writer's -wal/-shm where a writer has them, and
+// otherwise reads the file as it stands (immutable: nobody is writing it).
+std::string FileUri(const std::string& path, bool readOnly) {
+  std::string uri = "file:";
+  static const char* hex = "0123456789ABCDEF";
+  for (unsigned char c : path) {
+    if (std::isalnum(c) || c == '/' || c == '.' || c == '-' || c == '_' || c == '~' || c >= 0x80) {
+      uri += static_cast<char>(c);
+    } else {
+      uri += '%';
+      uri += hex[c >> 4];
+      uri += hex[c & 15];
+    }
+  }
+  if (!readOnly) return uri;
+  bool ignored = false;
+  const bool writerFiles = FileExists(path + "-wal", ignored) && FileExists(path + "-shm", ignored);
+  const size_t slash = path.rfind('/');
+  const std::string dir = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+  const bool mayWrite = ::access(path.c_str(), W_OK) == 0 && ::access(dir.c_str(), W_OK) == 0;
+  return uri + (writerFiles || mayWrite ? "?mode=ro" : "?immutable=1");
+}
+
 // Access files carry their engine's name at byte 4.
 std::string AccessSignature(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -297,8 +325,9 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
   sqlite3* raw = nullptr;
   // No per-call mutex: a connection serves the thread that opened it, and
   // the library takes no locks of its own either.
-  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX;
-  const int rc = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
+                    SQLITE_OPEN_URI;
+  const int rc = sqlite3_open_v2(FileUri(path, readOnly).c_str(), &raw, flags, nullptr);
   std::unique_ptr<sqlite3, SqliteCloser> db(raw);
   if (rc != SQLITE_OK) {
     Raise(errCannotOpenFile, kSource,
