@@ -27,17 +27,24 @@ constexpr Server kServer = static_cast<Server>(ZTKDB_FUZZ_SERVER);
 
 const ServerDialect& Dialect() {
   switch (kServer) {
-    case kSqlite: return SqliteDialect();
-    case kPostgres: return PostgresDialect();
-    case kMariaDb: return MariaDbDialect();
+    case kSqlite:
+      return SqliteDialect();
+    case kPostgres:
+      return PostgresDialect();
+    case kMariaDb:
+      return MariaDbDialect();
   }
   return GenericDialect();
 }
 
-bool Letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (c & 0x80); }
+bool Letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (c & 0x80);
+}
 bool Digit(char c) { return c >= '0' && c <= '9'; }
 bool Ident(char c) { return Letter(c) || Digit(c) || c == '$'; }
-bool Blank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
+bool Blank(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
 
 struct Reading {
   std::vector<size_t> semicolons;
@@ -66,7 +73,8 @@ Reading Reference(std::string_view s) {
     }
     // Block comments.
     if (c == '/' && at(i + 1) == '*') {
-      if (kServer == kMariaDb && (at(i + 2) == '!' || ((at(i + 2) | 0x20) == 'm' && at(i + 3) == '!'))) {
+      if (kServer == kMariaDb &&
+          (at(i + 2) == '!' || ((at(i + 2) | 0x20) == 'm' && at(i + 3) == '!'))) {
         r.unsure = true;
       }
       int depth = 1;
@@ -76,8 +84,10 @@ Reading Reference(std::string_view s) {
           --depth;
           i += 2;
         } else if (s[i] == '/' && at(i + 1) == '*') {
-          if (kServer == kPostgres) ++depth;
-          else r.unsure = true;
+          if (kServer == kPostgres)
+            ++depth;
+          else
+            r.unsure = true;
           i += 2;
         } else {
           ++i;
@@ -99,7 +109,8 @@ Reading Reference(std::string_view s) {
       quote = i + 1;
       backslash = up == 'E';
       doubling = up != 'X' && up != 'B';
-    } else if (!afterWord && kServer == kPostgres && up == 'U' && at(i + 1) == '&' && at(i + 2) == '\'') {
+    } else if (!afterWord && kServer == kPostgres && up == 'U' && at(i + 1) == '&' &&
+               at(i + 2) == '\'') {
       quote = i + 2;
     }
     if (quote != std::string_view::npos) {
@@ -201,8 +212,10 @@ Reading Reference(std::string_view s) {
           ++j;
         } else if (s[j] == '(' && len > 0) {
           while (j < n && !Blank(s[j]) && s[j] != ')') ++j;
-          if (j < n && s[j] == ')') ++j;
-          else r.unsure = true;
+          if (j < n && s[j] == ')')
+            ++j;
+          else
+            r.unsure = true;
           break;
         } else if (s[j] == ':' && at(j + 1) == ':') {
           j += 2;
@@ -235,7 +248,8 @@ Reading Reference(std::string_view s) {
     if (c == ';') r.semicolons.push_back(i);
     // A name starts with a letter ('$' too on MariaDB) and goes on with
     // letters, digits and '$'; a number is no name.
-    afterWord = Letter(c) || ((Digit(c) || c == '$') && afterWord) || (c == '$' && kServer == kMariaDb);
+    afterWord =
+        Letter(c) || ((Digit(c) || c == '$') && afterWord) || (c == '$' && kServer == kMariaDb);
     ++i;
   }
   return r;

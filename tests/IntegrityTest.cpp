@@ -41,9 +41,9 @@ class Integrity : public ::testing::TestWithParam<Engine> {
 
 const std::vector<Date>& UnstorableDates() {
   static const std::vector<Date> dates = {
-      Date(3e6),                                  // year 10113
-      Date(-700000.0),                            // before 01.01.0100
-      Date(-684000.0),                            // a two-digit year: 0026
+      Date(3e6),        // year 10113
+      Date(-700000.0),  // before 01.01.0100
+      Date(-684000.0),  // a two-digit year: 0026
       Date(std::numeric_limits<double>::quiet_NaN()),
       Date(std::numeric_limits<double>::infinity()),
       Date(-std::numeric_limits<double>::infinity()),
@@ -84,7 +84,8 @@ TEST_P(Integrity, ABadRowFromElsewhereStaysConfinedToItself) {
   ztktest::CreateOrder("ok", {.nr = 3});
   auto other = ztktest::CreateOrder("ok", {.nr = 2});
   const std::string amount = db.Which() == Engine::kSqliteFile ? "1e16" : "950000000000000";
-  ztktest::Exec("ok", "UPDATE T_Auftrag SET cuKosten = " + amount + ", stUId = 'fremd' WHERE lNr = 2");
+  ztktest::Exec("ok",
+                "UPDATE T_Auftrag SET cuKosten = " + amount + ", stUId = 'fremd' WHERE lNr = 2");
   CAuftragListe orders;
   orders.ConnectStorage("ok");
   orders.ReadByDone(false, osByOrderNumber);
@@ -177,8 +178,10 @@ TEST(IntegrityFile, NoWriteIsAcknowledgedIntoAFileMovedOrDeletedWhileOpen) {
     tkdb.OpenJetDb("weg", file.Path(), false, false);
     auto order = ztktest::CreateOrder("weg", {.nr = 1});
     const std::string elsewhere = file.Path() + ".verschoben";
-    if (remove) std::filesystem::remove(file.Path());
-    else std::filesystem::rename(file.Path(), elsewhere);
+    if (remove)
+      std::filesystem::remove(file.Path());
+    else
+      std::filesystem::rename(file.Path(), elsewhere);
     try {
       ztktest::CreateOrder("weg", {.nr = 2});
       ADD_FAILURE() << "a write into a moved file was acknowledged";
@@ -305,8 +308,8 @@ TEST(IntegrityFile, ReadOnlyOpensWorkWithoutWriteAccessAndLeaveNothingBehind) {
   EXPECT_EQ(OrdersReadAsNobody(file.Path()), 1);
   EXPECT_FALSE(Leftovers(file.Path()));
   // The folder writable by everyone: still nothing of the reader's stays.
-  fs::permissions(file.Path(), perms::owner_read | perms::owner_write | perms::group_read |
-                                   perms::others_read);
+  fs::permissions(file.Path(),
+                  perms::owner_read | perms::owner_write | perms::group_read | perms::others_read);
   fs::permissions(dir, perms::all);
   EXPECT_EQ(OrdersReadAsNobody(file.Path()), 1);
   EXPECT_FALSE(Leftovers(file.Path()));

@@ -78,7 +78,8 @@ TEST(Lexicon, EachServerFindsTheStatementsItsServerWouldRun) {
 // reads the same whether or not the session treats '...' as standard.
 TEST(Lexicon, PostgresSendsBackslashStringsInTheirEscapedForm) {
   std::string out;
-  ASSERT_EQ(Outcome(PostgresDialect(), "SELECT 'C:\\Temp\\', 'O''Neil\\', E'\\n', 'plain'", &out), 0);
+  ASSERT_EQ(Outcome(PostgresDialect(), "SELECT 'C:\\Temp\\', 'O''Neil\\', E'\\n', 'plain'", &out),
+            0);
   EXPECT_EQ(out, "SELECT E'C:\\\\Temp\\\\', E'O''Neil\\\\', E'\\n', 'plain'");
   EXPECT_EQ(Outcome(PostgresDialect(), "SELECT N'\\'"), 3075);
   EXPECT_EQ(Outcome(PostgresDialect(), "SELECT U&'\\0041'"), 3075);

@@ -30,13 +30,16 @@ class Reconnect : public ::testing::TestWithParam<Engine> {
     auto admin = detail::OdbcDatabase::Open(
         pg ? ztktest::PostgresConnectString("postgres") : ztktest::MariaDbConnectString("mysql"),
         false);
-    if (pg) admin->Query("SELECT pg_terminate_backend(" + std::to_string(id) + ")");
-    else admin->ExecuteRaw("KILL " + std::to_string(id));
+    if (pg)
+      admin->Query("SELECT pg_terminate_backend(" + std::to_string(id) + ")");
+    else
+      admin->ExecuteRaw("KILL " + std::to_string(id));
     // The server is done with it before the client speaks again.
     for (int i = 0; i < 100; ++i) {
       const std::string probe =
           pg ? "SELECT count(*) FROM pg_stat_activity WHERE pid = " + std::to_string(id)
-             : "SELECT count(*) FROM information_schema.processlist WHERE id = " + std::to_string(id);
+             : "SELECT count(*) FROM information_schema.processlist WHERE id = " +
+                   std::to_string(id);
       auto rows = admin->Query(probe);
       if (Recordset(admin, "", rows).Fields(0).ToLong() == 0) return;
       usleep(20000);

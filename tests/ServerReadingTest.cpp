@@ -87,7 +87,9 @@ class ServerReading : public ::testing::TestWithParam<Engine> {
         [&] { report.ReadByNr(1, payload); },
         [&] { report.GetLastNrVorsatz(payload); },
         [&] { orders.ReadByDoneAndSoListe({bare}, false); },
-        [&] { reports.ReadByDoneAndSoListe({"1", bare}, false); },
+        [&] {
+          reports.ReadByDoneAndSoListe({"1", bare}, false);
+        },
         [&] { reports.ReadAllInZeitraumDatumZeit(day, db.Kind() == 1 ? bare : payload, "12:00"); },
     };
     for (const auto& call : calls) {
@@ -117,8 +119,16 @@ std::unique_ptr<CMsgOrderDokument> Link(const std::string& client, const std::st
 
 const std::vector<std::string>& BackslashTexts() {
   static const std::vector<std::string> texts = {
-      "C:\\Temp\\neu", "\\\\server\\freigabe\\neu\\tabellen\\", "\\", "\\\\", "\\'", "'\\",
-      "\\''\\", "x\\'; DELETE FROM T_Auftrag; --", "E'\\\\'", "\\n\\t\\0\\x41\\u0041",
+      "C:\\Temp\\neu",
+      "\\\\server\\freigabe\\neu\\tabellen\\",
+      "\\",
+      "\\\\",
+      "\\'",
+      "'\\",
+      "\\''\\",
+      "x\\'; DELETE FROM T_Auftrag; --",
+      "E'\\\\'",
+      "\\n\\t\\0\\x41\\u0041",
   };
   return texts;
 }
@@ -136,8 +146,9 @@ TEST_P(ServerReading, NoTextInAnySlotRunsASecondStatement) {
   orders.ConnectStorage("srv");
   orders.ReadByDoneAndSoListe(
       {"1) OR set_config('standard_conforming_strings', 'off', false) = 'off' OR (1=0"}, false);
-  ASSERT_EQ(ztktest::Scalar("srv", "SELECT current_setting('standard_conforming_strings')").ToString(),
-            "off");
+  ASSERT_EQ(
+      ztktest::Scalar("srv", "SELECT current_setting('standard_conforming_strings')").ToString(),
+      "off");
   for (const std::string& payload : Payloads()) TryEverySlot(payload);
 }
 
@@ -167,8 +178,9 @@ TEST(ServerReadingPostgres, StringSettingChangedMidSessionChangesNothing) {
   orders.ConnectStorage("scs");
   orders.ReadByDoneAndSoListe(
       {"1) OR set_config('standard_conforming_strings', 'off', false) = 'off' OR (1=0"}, false);
-  ASSERT_EQ(ztktest::Scalar("scs", "SELECT current_setting('standard_conforming_strings')").ToString(),
-            "off");
+  ASSERT_EQ(
+      ztktest::Scalar("scs", "SELECT current_setting('standard_conforming_strings')").ToString(),
+      "off");
   for (const std::string& text : BackslashTexts()) {
     SCOPED_TRACE(text);
     auto doc = Link("scs", text, "f");
@@ -197,8 +209,9 @@ TEST(ServerReadingPostgres, DatabaseDefaultOfNonStandardStringsIsOverridden) {
                     " SET standard_conforming_strings = off");
   CTkDb tkdb;
   tkdb.OpenOdbcDb("off", db.ConnectString(), false, false);
-  EXPECT_EQ(ztktest::Scalar("off", "SELECT current_setting('standard_conforming_strings')").ToString(),
-            "on");
+  EXPECT_EQ(
+      ztktest::Scalar("off", "SELECT current_setting('standard_conforming_strings')").ToString(),
+      "on");
   auto doc = Link("off", "C:\\Temp\\neu\\", "a\\'b");
   CMsgOrderDokument back;
   back.ConnectStorage("off");
@@ -230,10 +243,17 @@ TEST_P(ServerReading, ReadOnlyOpensRefuseEveryWrite) {
   // The server's own read-only session, where it has one, refuses too.
   const char* probe = nullptr;
   switch (db.Which()) {
-    case Engine::kPostgres: probe = "SELECT current_setting('transaction_read_only')"; break;
-    case Engine::kMariaDb: probe = "SELECT @@SESSION.tx_read_only"; break;
-    case Engine::kSqliteOdbc: probe = "SELECT query_only FROM pragma_query_only"; break;
-    case Engine::kSqliteFile: break;
+    case Engine::kPostgres:
+      probe = "SELECT current_setting('transaction_read_only')";
+      break;
+    case Engine::kMariaDb:
+      probe = "SELECT @@SESSION.tx_read_only";
+      break;
+    case Engine::kSqliteOdbc:
+      probe = "SELECT query_only FROM pragma_query_only";
+      break;
+    case Engine::kSqliteFile:
+      break;
   }
   if (probe) {
     const std::string value = ztktest::Scalar("ro", probe).ToString();

@@ -1,9 +1,10 @@
 #include "engine/SqlTokenizer.h"
 
+#include <strings.h>
+
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <strings.h>
 
 #include "ztkdb/Date.h"
 
@@ -134,10 +135,18 @@ class Scanner {
       Suspect("an ODBC escape the driver would rewrite", i);
     }
     switch (c) {
-      case '(': kind = TokenKind::kLParen; return i + 1;
-      case ')': kind = TokenKind::kRParen; return i + 1;
-      case ',': kind = TokenKind::kComma; return i + 1;
-      case ';': kind = TokenKind::kSemicolon; return i + 1;
+      case '(':
+        kind = TokenKind::kLParen;
+        return i + 1;
+      case ')':
+        kind = TokenKind::kRParen;
+        return i + 1;
+      case ',':
+        kind = TokenKind::kComma;
+        return i + 1;
+      case ';':
+        kind = TokenKind::kSemicolon;
+        return i + 1;
       case '<':
       case '>':
       case '=':
@@ -226,9 +235,11 @@ class Scanner {
 
   // '...' at `quote`, the token starting at `start` (before any prefix).
   size_t ScanQuotedString(size_t start, size_t quote, bool backslash, bool doubling = true) {
-    const size_t end = ScanDelimited(quote, '\'', doubling, backslash, "a string that is never closed");
+    const size_t end =
+        ScanDelimited(quote, '\'', doubling, backslash, "a string that is never closed");
     if (lx_.string_continuation && end < s_.size()) CheckContinuation(start, end);
-    if (lx_.ambiguous_backslashes && !backslash && s_.substr(quote, end - quote).find('\\') != std::string_view::npos) {
+    if (lx_.ambiguous_backslashes && !backslash &&
+        s_.substr(quote, end - quote).find('\\') != std::string_view::npos) {
       Doubt ignored;
       if (Scanner(s_, lx_, &ignored).ScanDelimited(quote, '\'', doubling, true, "") != end) {
         Suspect("a string whose end depends on whether a backslash escapes", start);
@@ -365,7 +376,8 @@ class Scanner {
     if (c == '"' && !lx_.double_quote_strings) {
       return ScanDelimited(i, '"', true, false, "a quoted name that is never closed");
     }
-    if (c == '`' && lx_.backtick_names) return ScanDelimited(i, '`', true, false, "a quoted name that is never closed");
+    if (c == '`' && lx_.backtick_names)
+      return ScanDelimited(i, '`', true, false, "a quoted name that is never closed");
     size_t j = i;
     while (j < s_.size() && WordChar(s_[j])) ++j;
     return j;
@@ -407,7 +419,8 @@ size_t ScanPlainNamePart(std::string_view text, size_t i) {
     return text.size();
   }
   size_t j = i;
-  while (j < text.size() && text[j] != '.' && text[j] != '[' && text[j] != '"' && text[j] != '`') ++j;
+  while (j < text.size() && text[j] != '.' && text[j] != '[' && text[j] != '"' && text[j] != '`')
+    ++j;
   return j;
 }
 
@@ -440,7 +453,8 @@ std::string ColumnName(const Token& t, std::string* qualifier) {
   for (char c : text) plain &= c != '[' && c != '"' && c != '`';
   if (plain) {
     const size_t dot = text.rfind('.');
-    if (qualifier) qualifier->assign(dot == std::string_view::npos ? std::string_view() : text.substr(0, dot));
+    if (qualifier)
+      qualifier->assign(dot == std::string_view::npos ? std::string_view() : text.substr(0, dot));
     return std::string(dot == std::string_view::npos ? text : text.substr(dot + 1));
   }
   std::vector<std::string> parts;

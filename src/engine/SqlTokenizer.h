@@ -12,8 +12,8 @@ enum class TokenKind {
   kIdentifier,  // name, [name], "name", `name`, dotted, possibly ending in .*
   kString,      // '...' (possibly with a prefix such as E, X, U&) or a dollar-quoted text
   kNumber,
-  kJetDate,     // #...# whose contents read as a date (the library's own form)
-  kOperator,    // = <> != < <= > >= and other operator characters
+  kJetDate,   // #...# whose contents read as a date (the library's own form)
+  kOperator,  // = <> != < <= > >= and other operator characters
   kLParen,
   kRParen,
   kComma,

@@ -1,7 +1,7 @@
 // A server the library has no rules of its own for, and the choice of
 // dialect by the DBMS name a driver reports.
-#include "engine/dialect/ServerDialect.h"
 #include "engine/RowSet.h"
+#include "engine/dialect/ServerDialect.h"
 #include "runtime/Raise.h"
 #include "ztkdb/Date.h"
 
@@ -45,20 +45,11 @@ class Generic final : public ServerDialect {
     return 0;
   }
 
-  const char* ColumnType(DaoFieldType type) const override {
-    switch (type) {
-      case dbBoolean:
-      case dbByte:
-      case dbInteger: return "SMALLINT";
-      case dbLong: return "INTEGER";
-      case dbCurrency: return "NUMERIC(19,4)";
-      case dbSingle:
-      case dbDouble: return "DOUBLE PRECISION";
-      case dbDate: return "TIMESTAMP";
-      case dbMemo:
-      case dbText: return "VARCHAR(255)";
-    }
-    return "VARCHAR(255)";
+  const ColumnTypes& Types() const override {
+    static constexpr ColumnTypes kTypes = {"SMALLINT",  "SMALLINT",      "SMALLINT",
+                                           "INTEGER",   "NUMERIC(19,4)", "DOUBLE PRECISION",
+                                           "TIMESTAMP", "VARCHAR(255)",  "VARCHAR(255)"};
+    return kTypes;
   }
 
  private:
@@ -83,5 +74,31 @@ const ServerDialect& DialectForDbms(const std::string& dbmsName) {
 }
 
 std::string IsoDateLiteral(const Date& date) { return "'" + date.IsoText() + "'"; }
+
+const char* ServerDialect::ColumnType(DaoFieldType type) const {
+  const ColumnTypes& t = Types();
+  switch (type) {
+    case dbBoolean:
+      return t.flag;
+    case dbByte:
+      return t.byte;
+    case dbInteger:
+      return t.integer;
+    case dbLong:
+      return t.long_integer;
+    case dbCurrency:
+      return t.currency;
+    case dbSingle:
+    case dbDouble:
+      return t.floating;
+    case dbDate:
+      return t.date;
+    case dbMemo:
+      return t.memo;
+    case dbText:
+      return t.text;
+  }
+  return t.text;
+}
 
 }  // namespace ZTkDb::detail

@@ -42,25 +42,35 @@ class MariaDb final : public ServerDialect {
   }
 
   std::vector<SessionCheck> SessionChecks() const override {
-    return {{"SELECT @@SESSION.sql_mode", "NO_BACKSLASH_ESCAPES", "NO_BACKSLASH_ESCAPES in sql_mode"},
-            // Any Unicode text, and no character set whose bytes could end a string.
-            {"SELECT @@SESSION.character_set_client", "utf8",
-             "a utf8mb4 client character set (CHARSET=utf8mb4 in the connection string)"}};
+    return {
+        {"SELECT @@SESSION.sql_mode", "NO_BACKSLASH_ESCAPES", "NO_BACKSLASH_ESCAPES in sql_mode"},
+        // Any Unicode text, and no character set whose bytes could end a string.
+        {"SELECT @@SESSION.character_set_client", "utf8",
+         "a utf8mb4 client character set (CHARSET=utf8mb4 in the connection string)"}};
   }
 
   long ErrorNumber(const std::string& /*state*/, long native,
                    const std::string& /*message*/) const override {
     switch (native) {
-      case 1062: return errDuplicateValue;      // duplicate entry
-      case 1064: return errSyntax;              // parse error
-      case 1146: return errTableNotFound;       // no such table
-      case 1054: return errTooFewParameters;    // unknown column
-      case 1205:                                // lock wait timeout
-      case 1213: return errLocked;              // deadlock
-      case 1048: return 3314;                   // column cannot be null
-      case 1406: return 3163;                   // data too long for the column
-      case 1792: return errReadOnly;            // read-only transaction
-      default: return 0;
+      case 1062:
+        return errDuplicateValue;  // duplicate entry
+      case 1064:
+        return errSyntax;  // parse error
+      case 1146:
+        return errTableNotFound;  // no such table
+      case 1054:
+        return errTooFewParameters;  // unknown column
+      case 1205:                     // lock wait timeout
+      case 1213:
+        return errLocked;  // deadlock
+      case 1048:
+        return 3314;  // column cannot be null
+      case 1406:
+        return 3163;  // data too long for the column
+      case 1792:
+        return errReadOnly;  // read-only transaction
+      default:
+        return 0;
     }
   }
 
@@ -77,20 +87,11 @@ class MariaDb final : public ServerDialect {
     return ServerDialect::SessionLoss(state, native);
   }
 
-  const char* ColumnType(DaoFieldType type) const override {
-    switch (type) {
-      case dbBoolean:
-      case dbByte:
-      case dbInteger: return "SMALLINT";
-      case dbLong: return "INT";
-      case dbCurrency: return "DECIMAL(19,4)";
-      case dbSingle:
-      case dbDouble: return "DOUBLE";
-      case dbDate: return "DATETIME";
-      case dbMemo: return "LONGTEXT";
-      case dbText: return "VARCHAR(255)";
-    }
-    return "LONGTEXT";
+  const ColumnTypes& Types() const override {
+    static constexpr ColumnTypes kTypes = {"SMALLINT", "SMALLINT",      "SMALLINT",
+                                           "INT",      "DECIMAL(19,4)", "DOUBLE",
+                                           "DATETIME", "LONGTEXT",      "VARCHAR(255)"};
+    return kTypes;
   }
 
   bool CatalogIsDatabase() const override { return true; }

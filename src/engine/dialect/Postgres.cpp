@@ -91,20 +91,11 @@ class Postgres final : public ServerDialect {
     return ServerDialect::SessionLoss(state, native);
   }
 
-  const char* ColumnType(DaoFieldType type) const override {
-    switch (type) {
-      case dbBoolean:
-      case dbByte:
-      case dbInteger: return "SMALLINT";
-      case dbLong: return "INTEGER";
-      case dbCurrency: return "NUMERIC(19,4)";
-      case dbSingle:
-      case dbDouble: return "DOUBLE PRECISION";
-      case dbDate: return "TIMESTAMP(0)";
-      case dbMemo: return "TEXT";
-      case dbText: return "VARCHAR(255)";
-    }
-    return "TEXT";
+  const ColumnTypes& Types() const override {
+    static constexpr ColumnTypes kTypes = {"SMALLINT",     "SMALLINT",      "SMALLINT",
+                                           "INTEGER",      "NUMERIC(19,4)", "DOUBLE PRECISION",
+                                           "TIMESTAMP(0)", "TEXT",          "VARCHAR(255)"};
+    return kTypes;
   }
 
  private:

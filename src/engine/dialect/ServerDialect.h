@@ -58,8 +58,21 @@ class ServerDialect {
   virtual Loss SessionLoss(const std::string& sqlstate, long /*native*/) const {
     return sqlstate.starts_with("08") ? Loss::kSessionLost : Loss::kNone;
   }
+  // The server's column types for the DAO types the library creates.
+  struct ColumnTypes {
+    const char* flag;
+    const char* byte;
+    const char* integer;
+    const char* long_integer;
+    const char* currency;
+    const char* floating;  // single and double
+    const char* date;
+    const char* memo;
+    const char* text;
+  };
+  virtual const ColumnTypes& Types() const = 0;
   // The column type of a new column of a DAO type.
-  virtual const char* ColumnType(DaoFieldType type) const = 0;
+  const char* ColumnType(DaoFieldType type) const;
   // Whether catalog calls must name the current database because one server
   // holds many databases with the same table names (MariaDB, MySQL).
   virtual bool CatalogIsDatabase() const { return false; }

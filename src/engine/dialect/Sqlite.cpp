@@ -1,7 +1,7 @@
 // SQLite: the embedded engine's files, and the same files through the SQLite
 // ODBC driver.
-#include "engine/dialect/ServerDialect.h"
 #include "engine/RowSet.h"
+#include "engine/dialect/ServerDialect.h"
 #include "runtime/Raise.h"
 
 namespace ZTkDb::detail {
@@ -50,20 +50,11 @@ class Sqlite final : public ServerDialect {
     return 0;
   }
 
-  const char* ColumnType(DaoFieldType type) const override {
-    switch (type) {
-      case dbBoolean: return "BIT";
-      case dbByte: return "TINYINT";
-      case dbInteger: return "SMALLINT";
-      case dbLong: return "INTEGER";
-      case dbCurrency: return "CURRENCY";
-      case dbSingle:
-      case dbDouble: return "DOUBLE";
-      case dbDate: return "DATETIME";
-      case dbMemo: return "TEXT";
-      case dbText: return "VARCHAR(255)";
-    }
-    return "TEXT";
+  const ColumnTypes& Types() const override {
+    static constexpr ColumnTypes kTypes = {"BIT",      "TINYINT",  "SMALLINT",
+                                           "INTEGER",  "CURRENCY", "DOUBLE",
+                                           "DATETIME", "TEXT",     "VARCHAR(255)"};
+    return kTypes;
   }
 
   // The driver is an ANSI driver: unixODBC would hand it only the low byte

@@ -47,7 +47,8 @@ bool ParseScaled(const std::string& text, int64_t& out) {
   while (fractionDigits++ < 4) fraction *= 10;
   // Beyond the currency range the caller's general path raises overflow.
   constexpr int64_t kMaxWhole = INT64_MAX / 10000;
-  if (whole > kMaxWhole || (whole == kMaxWhole && fraction > INT64_MAX % 10000 + (negative ? 1 : 0))) {
+  if (whole > kMaxWhole ||
+      (whole == kMaxWhole && fraction > INT64_MAX % 10000 + (negative ? 1 : 0))) {
     return false;
   }
   out = whole * 10000 + fraction;
@@ -56,7 +57,6 @@ bool ParseScaled(const std::string& text, int64_t& out) {
 }
 
 }  // namespace
-
 
 Fetch FetchFor(SQLSMALLINT type, SQLSMALLINT digits, const std::string& typeName) {
   // Drivers of file databases report declared type names the SQL type does
@@ -108,8 +108,8 @@ bool FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, std::string& out
   const size_t capacity = bytes / unit - 1;
   for (;;) {
     SQLLEN indicator = 0;
-    const SQLRETURN rc = SQLGetData(stmt, column, cType, wideBuffer.data(),
-                                    static_cast<SQLLEN>(bytes), &indicator);
+    const SQLRETURN rc =
+        SQLGetData(stmt, column, cType, wideBuffer.data(), static_cast<SQLLEN>(bytes), &indicator);
     if (rc == SQL_NO_DATA) break;
     if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLGetData");
     if (indicator == SQL_NULL_DATA) return false;
@@ -205,7 +205,6 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
     }
   }
 }
-
 
 ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow) {
   ColumnDescription d;
