@@ -82,6 +82,18 @@ class Binding(unittest.TestCase):
         with self.assertRaises(AttributeError):
             ztkdb.CNichtDa()
 
+    def test_dates_the_database_cannot_hold_are_refused_before_writing(self):
+        order = new_order("py", 1, "Tür")
+        for bad in (datetime.datetime(26, 11, 15), datetime.datetime(1, 1, 1)):
+            order.AuftragsDatum = bad
+            with self.assertRaises(ztkdb.Error) as e:
+                order.Update()
+            self.assertEqual(e.exception.number, 6)
+        copy = ztkdb.CAuftrag()
+        copy.ConnectStorage("py")
+        copy.ReadById(order.Id)
+        self.assertEqual(copy.AuftragsDatum, datetime.datetime(2026, 11, 20, 8, 15))
+
 
 if __name__ == "__main__":
     unittest.main()
