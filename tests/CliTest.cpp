@@ -134,7 +134,14 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   EXPECT_NE(bad.err.find("Kosten"), std::string::npos);
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Kosten"], 12.5);  // untouched
 
-  EXPECT_EQ(On({"auftrag", "delete", id}).code, 0);
+  // Linked to a report: the delete names the link, --cascade takes it along.
+  const Outcome refused = On({"auftrag", "delete", id});
+  EXPECT_EQ(refused.code, 1);
+  EXPECT_NE(refused.err.find("meldung " + std::to_string(m2["Id"].get<int>()) + " (link)"),
+            std::string::npos)
+      << refused.err;
+  EXPECT_EQ(On({"auftrag", "delete", id, "--cascade"}).code, 0);
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_AuftragMeldung"], 0);
   const Outcome gone = On({"auftrag", "show", id});
   EXPECT_EQ(gone.code, 1);
   EXPECT_NE(gone.err.find("no auftrag with id " + id), std::string::npos) << gone.err;
@@ -199,7 +206,9 @@ TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Auftrag"], "alt");
 
   // The order and its link are one write: a refused link leaves no order.
-  const Outcome half = On({"auftrag", "add", "Auftrag=mit Link", "MeldungId=4"});
+  const std::string report =
+      std::to_string(On({"--json", "meldung", "add", "Meldung=Licht"}).Json()["Id"].get<int>());
+  const Outcome half = On({"auftrag", "add", "Auftrag=mit Link", "MeldungId=" + report});
   EXPECT_EQ(half.code, 1);
   EXPECT_NE(half.err.find("Verknüpfung abgelehnt"), std::string::npos) << half.err;
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 1);
@@ -279,4 +288,71 @@ TEST(CliOdbc, TablesAndHostileFieldsOnEveryServer) {
     const auto orders = Ztk({"--odbc", connect, "--json", "auftrag", "list"}).Json();
     EXPECT_EQ(orders.size(), 1u);
   }
+}
+
+// What the tool keeps a help-desk engineer from doing by a slip: a second
+// link, a blank or dangling record, a number twice, a time or an enum out
+// of range, a done state without its date, a delete that orphans rows.
+TEST_F(Cli, GuardsKeepTheDataConsistent) {
+  auto idOf = [](const Outcome& o) { return std::to_string(o.Json()["Id"].get<int>()); };
+  const std::string m1 = idOf(On({"--json", "meldung", "add", "Meldung=eins"}));
+  const std::string m2 = idOf(On({"--json", "meldung", "add", "Meldung=zwei"}));
+  const std::string a = idOf(On({"--json", "auftrag", "add", "Auftrag=Tür", "MeldungId=" + m1}));
+
+  EXPECT_EQ(On({"auftrag", "link", a, "--meldung", m1}).code, 1);  // the pair exists
+  const Outcome second = On({"auftrag", "link", a, "--meldung", m2});
+  EXPECT_EQ(second.code, 1);
+  EXPECT_NE(second.err.find("one report"), std::string::npos) << second.err;
+  EXPECT_EQ(On({"auftrag", "unlink", a, "--meldung", m2}).code, 1);  // no such link
+  EXPECT_EQ(On({"--json", "auftrag", "list"}).Json().size(), 1u);   // lists still work
+  EXPECT_EQ(On({"auftrag", "set", a, "MeldungId=" + m2}).code, 2);
+
+  EXPECT_EQ(On({"auftrag", "add"}).code, 2);                                  // blank
+  EXPECT_EQ(On({"leistung", "add", "AuftragId=99999", "Stunden=1"}).code, 1);  // no order
+  EXPECT_EQ(On({"material", "add", "AuftragId=" + a}).code, 2);                // no Bezeichnung
+  EXPECT_EQ(On({"auftrag", "add", "Auftrag=x", "MeldungId=99999"}).code, 1);
+  EXPECT_EQ(On({"dokument", "add", "OrderId=99999", "Datei=a.pdf"}).code, 1);
+  const Outcome twice = On({"meldung", "add", "Meldung=doppelt", "Nr=1"});
+  EXPECT_EQ(twice.code, 1);
+  EXPECT_NE(twice.err.find("--force"), std::string::npos) << twice.err;
+  EXPECT_EQ(On({"meldung", "add", "Meldung=doppelt", "Nr=1", "--force"}).code, 0);
+  for (const char* bad : {"AuftragsZeit=25:99", "AuftragsZeit=abc", "ObjTyp=12"}) {
+    EXPECT_EQ(On({"auftrag", "set", a, bad}).code, 2) << bad;
+  }
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 1);
+
+  // Done and open again, with the date following the flag.
+  auto order = On({"--json", "auftrag", "done", a, "--date", "03.11.2026"}).Json();
+  EXPECT_EQ(order["ErledigtDatum"], "2026-11-03");
+  order = On({"--json", "auftrag", "done", a}).Json();  // done already: keeps its date
+  EXPECT_EQ(order["ErledigtDatum"], "2026-11-03");
+  order = On({"--json", "auftrag", "set", a, "Erledigt=nein"}).Json();
+  EXPECT_EQ(order["Erledigt"], false);
+  EXPECT_EQ(order["ErledigtDatum"], nullptr);
+  EXPECT_EQ(On({"--json", "auftrag", "list", "--open"}).Json().size(), 1u);
+  order = On({"--json", "auftrag", "set", a, "Erledigt=ja"}).Json();
+  EXPECT_NE(order["ErledigtDatum"], nullptr);
+  order = On({"--json", "auftrag", "reopen", a}).Json();
+  EXPECT_EQ(order["Erledigt"], false);
+  EXPECT_EQ(order["ErledigtDatum"], nullptr);
+
+  // What is printed is what is stored: the link row, a placeholder filled.
+  order = On({"--json", "auftrag", "set", a, "Bemerkung=Auftrag #lId#"}).Json();
+  EXPECT_EQ(order["Bemerkung"], "Auftrag " + a);
+  EXPECT_EQ(order["MeldungId"], std::stoi(m1));
+
+  // A delete that would orphan rows lists them; --cascade takes them along.
+  ASSERT_EQ(On({"leistung", "add", "AuftragId=" + a, "Stunden=1"}).code, 0);
+  ASSERT_EQ(On({"dokument", "add", "OrderId=" + a, "Datei=foto.jpg"}).code, 0);
+  const Outcome orphans = On({"auftrag", "delete", a});
+  EXPECT_EQ(orphans.code, 1);
+  EXPECT_NE(orphans.err.find("leistung"), std::string::npos) << orphans.err;
+  EXPECT_NE(orphans.err.find("dokument"), std::string::npos) << orphans.err;
+  EXPECT_EQ(On({"meldung", "delete", m1}).code, 1);  // linked to the order
+  EXPECT_EQ(On({"auftrag", "delete", a, "--cascade"}).code, 0);
+  const auto left = On({"--json", "tables"}).Json();
+  EXPECT_EQ(left["T_Leistung"], 0);
+  EXPECT_EQ(left["T_MsgOrderDokument"], 0);
+  EXPECT_EQ(left["T_AuftragMeldung"], 0);
+  EXPECT_EQ(On({"meldung", "delete", m1}).code, 0);
 }

@@ -4,6 +4,12 @@
 
 namespace ztk {
 
+std::string ClockText(ZTkDb::Date when) {
+  char time[8];
+  std::snprintf(time, sizeof time, "%02d:%02d", when.Hour(), when.Minute());
+  return time;
+}
+
 using ZTkDb::CAuftrag;
 using ZTkDb::CLeistung;
 using ZTkDb::CMaterial;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Fields.h"
+#include "Guards.h"
 #include "Output.h"
 #include "Session.h"
 
@@ -127,15 +128,63 @@ void Show(Session& session, int32_t id, const OutputOptions& out) {
   PrintRecord(*Load<R>(session, id), out);
 }
 
+// What the database holds now, not what was sent: the library fills some
+// values itself (a remark naming a placeholder, the link of an order).
 template <typename R>
-void Add(Session& session, const std::vector<std::string>& assignments, const OutputOptions& out) {
-  const auto values =
-      ParseAssignments(RecordKind<R>::Fields(), RecordKind<R>::Extract(assignments));
+void PrintStored(Session& session, int32_t id, const OutputOptions& out) {
+  PrintRecord(*Load<R>(session, id), out);
+}
+
+template <typename R>
+bool Names(const std::vector<std::pair<const Field<R>*, FieldValue>>& values, const char* name) {
+  for (const auto& [field, value] : values) {
+    if (std::string(field->name) == name) return true;
+  }
+  return false;
+}
+
+std::string ClockText(ZTkDb::Date when);
+
+// The done state stays one: a done record has its date, an open one has
+// none (NoDate, which the lists rely on).
+template <typename R>
+void MarkDone(R& record, bool done, const ZTkDb::Date* date) {
+  if constexpr (requires(R r) { r.Erledigt(true); }) {
+    if (!done) {
+      record.Erledigt(false);
+      record.ErledigtDatum(ZTkDb::NoDate);
+      record.ErledigtZeit("");
+      return;
+    }
+    const bool wasDone = record.Erledigt() && record.ErledigtDatum() != ZTkDb::NoDate;
+    record.Erledigt(true);
+    if (date) {
+      record.ErledigtDatum(date->DatePart());
+      record.ErledigtZeit(date->HasTime() ? ClockText(*date) : "");
+    } else if (!wasDone) {
+      const ZTkDb::Date now = ZTkDb::Date::Now();
+      record.ErledigtDatum(now.DatePart());
+      record.ErledigtZeit(ClockText(now));
+    }
+  }
+}
+
+template <typename R>
+void Add(Session& session, const std::vector<std::string>& assignments, bool force,
+         const OutputOptions& out) {
+  const auto& fields = RecordKind<R>::Fields();
+  const auto values = ParseAssignments(fields, RecordKind<R>::Extract(assignments));
   R draft;
   RecordKind<R>::Prepare(draft);
   Apply(draft, values);
-  bool numbered = false;
-  for (const auto& [field, value] : values) numbered |= std::string(field->name) == "Nr";
+  if constexpr (requires(R r) { r.Erledigt(true); }) {
+    if (Names(values, "Erledigt") && !Names(values, "ErledigtDatum")) {
+      MarkDone(draft, draft.Erledigt(), nullptr);
+    }
+  }
+  const bool numbered = Names(values, "Nr");
+  CheckValues(fields, draft);
+  CheckNew(session, draft, numbered, force);
   auto record = std::make_unique<R>();
   record->ConnectStorage(session.Client());
   session.Write([&] {
@@ -143,39 +192,57 @@ void Add(Session& session, const std::vector<std::string>& assignments, const Ou
     RecordKind<R>::Create(*record, draft);
   });
   if (record->Id() == 0) throw Failure("the new row could not be read back");
-  PrintRecord(*record, out);
+  PrintStored<R>(session, record->Id(), out);
 }
 
 template <typename R>
 void Set(Session& session, int32_t id, const std::vector<std::string>& assignments,
          const OutputOptions& out) {
-  const auto values = ParseAssignments(RecordKind<R>::Fields(), assignments);
+  const auto& fields = RecordKind<R>::Fields();
+  const auto values = ParseAssignments(fields, assignments);
   if (values.empty()) throw UsageError("nothing to set: give FIELD=VALUE");
+  if (Names(values, "MeldungId")) {
+    throw UsageError("MeldungId is the order's link: change it with auftrag link / unlink");
+  }
   auto record = Load<R>(session, id);
   Apply(*record, values);
+  if constexpr (requires(R r) { r.Erledigt(true); }) {
+    // Erledigt=nein clears the date; Erledigt=ja without one sets today's.
+    if (Names(values, "Erledigt") && (!record->Erledigt() || !Names(values, "ErledigtDatum"))) {
+      MarkDone(*record, record->Erledigt(), nullptr);
+    }
+  }
+  CheckValues(fields, *record);
   session.Write([&] { record->Update(); });
-  PrintRecord(*record, out);
+  PrintStored<R>(session, id, out);
 }
 
 template <typename R>
-void Done(Session& session, int32_t id, const OutputOptions& out) {
+void Done(Session& session, int32_t id, bool done, const ZTkDb::Date* date,
+          const OutputOptions& out) {
   auto record = Load<R>(session, id);
-  const ZTkDb::Date now = ZTkDb::Date::Now();
-  char time[8];
-  std::snprintf(time, sizeof time, "%02d:%02d", now.Hour(), now.Minute());
-  record->Erledigt(true);
-  record->ErledigtDatum(now.DatePart());
-  record->ErledigtZeit(time);
+  MarkDone(*record, done, date);
   session.Write([&] { record->Update(); });
-  PrintRecord(*record, out);
+  PrintStored<R>(session, id, out);
 }
 
 template <typename R>
-void Delete(Session& session, int32_t id, const OutputOptions& out) {
+void Delete(Session& session, int32_t id, bool cascade, const OutputOptions& out) {
   auto record = Load<R>(session, id);
-  session.Write([&] { record->Delete(); });
-  if (out.json) return PrintJson({{"deleted", id}});
+  const auto dependents = Dependents(session, *record, false);
+  if (!dependents.empty() && !cascade) {
+    std::string list;
+    for (const auto& d : dependents) list += "\n  " + d;
+    throw Failure(std::string(RecordKind<R>::kWord) + " " + std::to_string(id) +
+                  " is referred to by" + list + "\n--cascade deletes them with it");
+  }
+  session.Write([&] {
+    Dependents(session, *record, true);
+    record->Delete();
+  });
+  if (out.json) return PrintJson({{"deleted", id}, {"with", dependents}});
   std::printf("%s %d gelöscht\n", RecordKind<R>::kWord, id);
+  for (const auto& d : dependents) std::printf("  mit %s\n", d.c_str());
 }
 
 }  // namespace ztk

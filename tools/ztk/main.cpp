@@ -8,6 +8,7 @@
 
 #include "Demo.h"
 #include "Fields.h"
+#include "Lists.h"
 #include "Records.h"
 #include "Session.h"
 #include "connection/DbConnectionRegistry.h"
@@ -28,184 +29,6 @@ struct Context {
   std::function<void()> action;
 };
 
-std::vector<std::string> SplitList(const std::string& text) {
-  std::vector<std::string> parts;
-  std::string current;
-  for (char c : text + ",") {
-    if (c == ',') {
-      if (current.empty()) throw UsageError("empty entry in the site list '" + text + "'");
-      parts.push_back(current);
-      current.clear();
-    } else if (std::isdigit(static_cast<unsigned char>(c)) || (c == '-' && current.empty())) {
-      current += c;
-    } else if (c != ' ') {
-      throw UsageError("site lists hold numbers separated by commas, got '" + text + "'");
-    }
-  }
-  return parts;
-}
-
-ZTkDb::Date ParseDateOption(const std::string& name, const std::string& text) {
-  FieldValue v;
-  std::string why;
-  if (text.empty() || !ParseValue(FieldKind::kDate, text, v, why)) {
-    throw UsageError(name + ": " + (why.empty() ? "a date is required" : why));
-  }
-  return std::get<ZTkDb::Date>(v);
-}
-
-// Sort names of the two lists, with their numbers as an alternative.
-int32_t ParseSort(const std::string& text, const std::vector<std::string>& names) {
-  if (text.empty()) return 0;
-  for (size_t i = 0; i < names.size(); ++i) {
-    if (text == names[i] || text == std::to_string(i)) return static_cast<int32_t>(i);
-  }
-  std::string known;
-  for (const auto& n : names) known += (known.empty() ? "" : ", ") + n;
-  throw UsageError("--sort: expected one of " + known + " (or 0.." +
-                   std::to_string(names.size() - 1) + "), got '" + text + "'");
-}
-
-struct ListFilter {
-  bool open = false;
-  bool done = false;
-  int days = 30;
-  std::string sort;
-  int32_t site = 0;
-  std::string sites;
-  std::string prefix;
-  int32_t obj = 0;
-  int typ = -1;
-  std::string from;
-  std::string to;
-  int32_t meldung = 0;
-};
-
-void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
-  list->add_flag("--open", f.open, "open ones only (the default of the done-state filters)");
-  list->add_flag("--done", f.done, "done ones only (those done in the last --days days)");
-  list->add_option("--days", f.days, "how many days back done ones are shown")
-      ->capture_default_str();
-  list->add_option("--sort", f.sort,
-                   orders ? "nr, datum, bis, erledigt, wieder or meldung (or 0..6)"
-                          : "nr, datum, bis, erledigt or wieder (or 0..5)");
-  list->add_option("--site", f.site, "one site (lSoId); site 0 rows are shown as well");
-  list->add_option("--sites", f.sites, "a list of sites, e.g. 3,7; site 0 rows as well");
-  list->add_option("--prefix", f.prefix, "number prefix (NrVorsatz)");
-  list->add_option("--obj", f.obj, "object id; needs --typ");
-  list->add_option("--typ", f.typ, "object type (1 site … 8 object)");
-  list->add_option("--from", f.from, "first date of a period; needs --to");
-  list->add_option("--to", f.to, "last date of a period");
-}
-
-// Which list query the options ask for; conflicting ones are a usage error.
-enum class Query { kAll, kDone, kObj, kPeriod, kReport };
-
-Query ChooseQuery(const ListFilter& f, bool withReport) {
-  if (f.open && f.done) throw UsageError("--open and --done exclude each other");
-  const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() || !f.prefix.empty();
-  const bool obj = f.obj != 0 || f.typ >= 0;
-  const bool period = !f.from.empty() || !f.to.empty();
-  const bool report = withReport && f.meldung != 0;
-  if (doneFamily + obj + period + report > 1) {
-    throw UsageError(
-        "choose one kind of filter: done state (--open/--done/--site/--sites/--prefix), "
-        "object (--obj/--typ), period (--from/--to)" +
-        std::string(withReport ? " or report (--meldung)" : ""));
-  }
-  if (f.site != 0 && !f.sites.empty()) throw UsageError("--site and --sites exclude each other");
-  if (obj && (f.obj == 0 || f.typ < 0)) throw UsageError("--obj and --typ go together");
-  if (period && (f.from.empty() || f.to.empty())) throw UsageError("--from and --to go together");
-  if (f.days < -32768 || f.days > 32767) throw UsageError("--days must lie in -32768..32767");
-  if (obj) return Query::kObj;
-  if (period) return Query::kPeriod;
-  if (report) return Query::kReport;
-  return doneFamily ? Query::kDone : Query::kAll;
-}
-
-void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out) {
-  const Query query = ChooseQuery(f, true);
-  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
-      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
-  const auto days = static_cast<int16_t>(f.days);
-  ZTkDb::CAuftragListe list;
-  list.ConnectStorage(session.Client());
-  switch (query) {
-    case Query::kAll:
-      list.ReadAll(sort);
-      break;
-    case Query::kObj:
-      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
-      break;
-    case Query::kPeriod:
-      list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
-      break;
-    case Query::kReport:
-      list.ReadByMsgId(f.meldung, sort);
-      break;
-    case Query::kDone:
-      if (!f.sites.empty()) {
-        const auto sites = SplitList(f.sites);
-        if (f.prefix.empty())
-          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
-      } else if (f.site != 0) {
-        if (f.prefix.empty())
-          list.ReadByDoneAndSo(f.site, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
-      } else if (!f.prefix.empty()) {
-        list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
-      } else {
-        list.ReadByDone(f.done, sort, days);
-      }
-      break;
-  }
-  PrintList(list, out);
-}
-
-void ListReports(Session& session, const ListFilter& f, const OutputOptions& out) {
-  const Query query = ChooseQuery(f, false);
-  const auto sort = static_cast<ZTkDb::MsgSortOrderConstants>(
-      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder"}));
-  const auto days = static_cast<int16_t>(f.days);
-  ZTkDb::CMeldungListe list;
-  list.ConnectStorage(session.Client());
-  switch (query) {
-    case Query::kAll:
-      list.ReadAll(sort);
-      break;
-    case Query::kObj:
-      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
-      break;
-    case Query::kPeriod:
-      list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
-      break;
-    case Query::kReport:
-      break;
-    case Query::kDone:
-      if (!f.sites.empty()) {
-        const auto sites = SplitList(f.sites);
-        if (f.prefix.empty())
-          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
-      } else if (f.site != 0) {
-        if (f.prefix.empty())
-          list.ReadByDoneAndSo(f.site, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
-      } else if (!f.prefix.empty()) {
-        list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
-      } else {
-        list.ReadByDone(f.done, sort, days);
-      }
-      break;
-  }
-  PrintList(list, out);
-}
-
 // show / add / set / delete (and done where the record has a done state) of
 // one record class, under `parent`.
 template <typename R>
@@ -213,6 +36,8 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   const std::string word = RecordKind<R>::kWord;
   static int32_t id = 0;
   static std::vector<std::string> assignments;
+  static bool force = false, cascade = false;
+  static std::string doneDate;
 
   auto* show = parent->add_subcommand("show", "show every field of one " + word);
   show->add_option("ID", id, "its id")->required();
@@ -223,10 +48,11 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   auto* add = parent->add_subcommand(
       "add", "add a " + word + " from FIELD=VALUE pairs (fields as `show` names them)");
   add->add_option("FIELD=VALUE", assignments, "field values; the rest take their defaults");
+  add->add_flag("--force", force, "add it even when its number exists under its prefix");
   add->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
-      Add<R>(session, assignments, ctx.out);
+      Add<R>(session, assignments, force, ctx.out);
     };
   });
 
@@ -242,23 +68,39 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
 
   if (withDone) {
     if constexpr (requires(R r) { r.Erledigt(true); }) {
-      auto* done = parent->add_subcommand("done", "mark one " + word + " done, today, now");
+      auto* done = parent->add_subcommand(
+          "done", "mark one " + word +
+                      " done: today, now (one already done keeps its date unless --date)");
       done->add_option("ID", id, "its id")->required();
+      done->add_option("--date", doneDate, "the completion date (dd.mm.yyyy[ hh:mm])");
       done->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
-          Done<R>(session, id, ctx.out);
+          if (doneDate.empty()) return Done<R>(session, id, true, nullptr, ctx.out);
+          const ZTkDb::Date date = ParseDateOption("--date", doneDate);
+          Done<R>(session, id, true, &date, ctx.out);
+        };
+      });
+      auto* reopen = parent->add_subcommand(
+          "reopen", "open one " + word + " again: not done, no completion date (31.12.9999)");
+      reopen->add_option("ID", id, "its id")->required();
+      reopen->callback([&ctx] {
+        ctx.action = [&ctx] {
+          Session session(ctx.db);
+          Done<R>(session, id, false, nullptr, ctx.out);
         };
       });
     }
   }
 
-  auto* del = parent->add_subcommand("delete", "delete one " + word);
+  auto* del = parent->add_subcommand(
+      "delete", "delete one " + word + " (refused while other rows refer to it)");
   del->add_option("ID", id, "its id")->required();
+  del->add_flag("--cascade", cascade, "delete the rows that refer to it too, in one transaction");
   del->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
-      Delete<R>(session, id, ctx.out);
+      Delete<R>(session, id, cascade, ctx.out);
     };
   });
 }
@@ -368,7 +210,24 @@ int Run(int argc, char** argv) {
       ctx.action = [&, linking] {
         Session session(ctx.db);
         auto order = Load<ZTkDb::CAuftrag>(session, linkOrder);
-        if (linking) Load<ZTkDb::CMeldung>(session, linkReport);
+        if (linking) {
+          Load<ZTkDb::CMeldung>(session, linkReport);
+          // An order has one report: a second link row would make every
+          // order list stop at this order (error 457).
+          if (order->MeldungId() == linkReport) {
+            throw Failure("auftrag " + std::to_string(linkOrder) + " is linked to meldung " +
+                          std::to_string(linkReport) + " already");
+          }
+          if (order->MeldungId() != 0) {
+            throw Failure("auftrag " + std::to_string(linkOrder) + " is linked to meldung " +
+                          std::to_string(order->MeldungId()) +
+                          " already; an order has one report (a second link would stop every "
+                          "order list at this order). Unlink it first.");
+          }
+        } else if (order->MeldungId() != linkReport) {
+          throw Failure("auftrag " + std::to_string(linkOrder) + " is not linked to meldung " +
+                        std::to_string(linkReport));
+        }
         session.Write([&] {
           if (linking) {
             order->Connect2Msg(linkReport);
@@ -377,10 +236,7 @@ int Run(int argc, char** argv) {
             order->DisConnectFromMsg();
           }
         });
-        if (ctx.out.json)
-          return PrintJson({{"auftrag", linkOrder}, {"meldung", linkReport}, {"linked", linking}});
-        std::printf("auftrag %d %s meldung %d\n", linkOrder,
-                    linking ? "linked to" : "unlinked from", linkReport);
+        PrintStored<ZTkDb::CAuftrag>(session, linkOrder, ctx.out);
       };
     });
   }
@@ -485,6 +341,12 @@ int Run(int argc, char** argv) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kFailed;
   } catch (const ZTkDb::Error& e) {
+    if (e.Number() == 3260) {
+      std::fprintf(stderr,
+                   "ztk: the database is busy: another program held a lock for longer than the "
+                   "wait allows. Nothing was written; try again.\n");
+      return kFailed;
+    }
     std::fprintf(stderr, "ztk: error %ld (%s): %s\n", e.Number(), e.Source().c_str(),
                  e.Description().c_str());
     return kFailed;

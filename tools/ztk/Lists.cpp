@@ -1,0 +1,180 @@
+// The list commands of orders and reports: which of the lists' queries the
+// options ask for, and the walk over its result.
+#include "Lists.h"
+
+#include <cctype>
+
+#include "Fields.h"
+
+namespace ztk {
+namespace {
+
+std::vector<std::string> SplitList(const std::string& text) {
+  std::vector<std::string> parts;
+  std::string current;
+  for (char c : text + ",") {
+    if (c == ',') {
+      if (current.empty()) throw UsageError("empty entry in the site list '" + text + "'");
+      parts.push_back(current);
+      current.clear();
+    } else if (std::isdigit(static_cast<unsigned char>(c)) || (c == '-' && current.empty())) {
+      current += c;
+    } else if (c != ' ') {
+      throw UsageError("site lists hold numbers separated by commas, got '" + text + "'");
+    }
+  }
+  return parts;
+}
+
+
+// Sort names of the two lists, with their numbers as an alternative.
+int32_t ParseSort(const std::string& text, const std::vector<std::string>& names) {
+  if (text.empty()) return 0;
+  for (size_t i = 0; i < names.size(); ++i) {
+    if (text == names[i] || text == std::to_string(i)) return static_cast<int32_t>(i);
+  }
+  std::string known;
+  for (const auto& n : names) known += (known.empty() ? "" : ", ") + n;
+  throw UsageError("--sort: expected one of " + known + " (or 0.." +
+                   std::to_string(names.size() - 1) + "), got '" + text + "'");
+}
+
+
+
+// Which list query the options ask for; conflicting ones are a usage error.
+enum class Query { kAll, kDone, kObj, kPeriod, kReport };
+
+Query ChooseQuery(const ListFilter& f, bool withReport) {
+  if (f.open && f.done) throw UsageError("--open and --done exclude each other");
+  const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() || !f.prefix.empty();
+  const bool obj = f.obj != 0 || f.typ >= 0;
+  const bool period = !f.from.empty() || !f.to.empty();
+  const bool report = withReport && f.meldung != 0;
+  if (doneFamily + obj + period + report > 1) {
+    throw UsageError(
+        "choose one kind of filter: done state (--open/--done/--site/--sites/--prefix), "
+        "object (--obj/--typ), period (--from/--to)" +
+        std::string(withReport ? " or report (--meldung)" : ""));
+  }
+  if (f.site != 0 && !f.sites.empty()) throw UsageError("--site and --sites exclude each other");
+  if (obj && (f.obj == 0 || f.typ < 0)) throw UsageError("--obj and --typ go together");
+  if (period && (f.from.empty() || f.to.empty())) throw UsageError("--from and --to go together");
+  if (f.days < -32768 || f.days > 32767) throw UsageError("--days must lie in -32768..32767");
+  if (obj) return Query::kObj;
+  if (period) return Query::kPeriod;
+  if (report) return Query::kReport;
+  return doneFamily ? Query::kDone : Query::kAll;
+}
+
+}  // namespace
+
+ZTkDb::Date ParseDateOption(const std::string& name, const std::string& text) {
+  FieldValue v;
+  std::string why;
+  if (text.empty() || !ParseValue(FieldKind::kDate, text, v, why)) {
+    throw UsageError(name + ": " + (why.empty() ? "a date is required" : why));
+  }
+  return std::get<ZTkDb::Date>(v);
+}
+
+void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
+  list->add_flag("--open", f.open, "open ones only (the default of the done-state filters)");
+  list->add_flag("--done", f.done, "done ones only (those done in the last --days days)");
+  list->add_option("--days", f.days, "how many days back done ones are shown")
+      ->capture_default_str();
+  list->add_option("--sort", f.sort,
+                   orders ? "nr, datum, bis, erledigt, wieder or meldung (or 0..6)"
+                          : "nr, datum, bis, erledigt or wieder (or 0..5)");
+  list->add_option("--site", f.site, "one site (lSoId); site 0 rows are shown as well");
+  list->add_option("--sites", f.sites, "a list of sites, e.g. 3,7; site 0 rows as well");
+  list->add_option("--prefix", f.prefix, "number prefix (NrVorsatz)");
+  list->add_option("--obj", f.obj, "object id; needs --typ");
+  list->add_option("--typ", f.typ, "object type (1 site … 8 object)");
+  list->add_option("--from", f.from, "first date of a period; needs --to");
+  list->add_option("--to", f.to, "last date of a period");
+}
+
+void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out) {
+  const Query query = ChooseQuery(f, true);
+  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
+      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
+  const auto days = static_cast<int16_t>(f.days);
+  ZTkDb::CAuftragListe list;
+  list.ConnectStorage(session.Client());
+  switch (query) {
+    case Query::kAll:
+      list.ReadAll(sort);
+      break;
+    case Query::kObj:
+      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
+      break;
+    case Query::kPeriod:
+      list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
+      break;
+    case Query::kReport:
+      list.ReadByMsgId(f.meldung, sort);
+      break;
+    case Query::kDone:
+      if (!f.sites.empty()) {
+        const auto sites = SplitList(f.sites);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
+      } else if (f.site != 0) {
+        if (f.prefix.empty())
+          list.ReadByDoneAndSo(f.site, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
+      } else if (!f.prefix.empty()) {
+        list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
+      } else {
+        list.ReadByDone(f.done, sort, days);
+      }
+      break;
+  }
+  PrintList(list, out);
+}
+
+void ListReports(Session& session, const ListFilter& f, const OutputOptions& out) {
+  const Query query = ChooseQuery(f, false);
+  const auto sort = static_cast<ZTkDb::MsgSortOrderConstants>(
+      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder"}));
+  const auto days = static_cast<int16_t>(f.days);
+  ZTkDb::CMeldungListe list;
+  list.ConnectStorage(session.Client());
+  switch (query) {
+    case Query::kAll:
+      list.ReadAll(sort);
+      break;
+    case Query::kObj:
+      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
+      break;
+    case Query::kPeriod:
+      list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
+      break;
+    case Query::kReport:
+      break;
+    case Query::kDone:
+      if (!f.sites.empty()) {
+        const auto sites = SplitList(f.sites);
+        if (f.prefix.empty())
+          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
+      } else if (f.site != 0) {
+        if (f.prefix.empty())
+          list.ReadByDoneAndSo(f.site, f.done, sort, days);
+        else
+          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
+      } else if (!f.prefix.empty()) {
+        list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
+      } else {
+        list.ReadByDone(f.done, sort, days);
+      }
+      break;
+  }
+  PrintList(list, out);
+}
+
+}  // namespace ztk

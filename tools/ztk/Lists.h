@@ -1,0 +1,34 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <string>
+
+#include "Records.h"
+#include "Session.h"
+
+namespace ztk {
+
+// The filters of `auftrag list` and `meldung list`.
+struct ListFilter {
+  bool open = false;
+  bool done = false;
+  int days = 30;
+  std::string sort;
+  int32_t site = 0;
+  std::string sites;
+  std::string prefix;
+  int32_t obj = 0;
+  int typ = -1;
+  std::string from;
+  std::string to;
+  int32_t meldung = 0;
+};
+
+void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders);
+// A date given to an option; a usage error naming the option otherwise.
+ZTkDb::Date ParseDateOption(const std::string& name, const std::string& text);
+void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out);
+void ListReports(Session& session, const ListFilter& f, const OutputOptions& out);
+
+}  // namespace ztk
