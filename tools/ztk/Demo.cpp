@@ -200,8 +200,8 @@ void PrintTypicalRequest(Session& session, const OutputOptions& out) {
   }
   if (out.json) return PrintJson(rows);
   std::printf("Offene Aufträge nach Auftragsdatum (ReadByDone False, osByOrderDate, 30 Tage):\n\n");
-  table.Print(stdout);
-  std::printf("%zu offene Aufträge\n", table.Rows());
+  table.Print(stdout, out);
+  if (!out.csv) std::printf("%zu offene Aufträge\n", table.Rows());
 }
 
 }  // namespace ztk

@@ -176,6 +176,43 @@ std::string DisplayText(const FieldValue& v) {
       v);
 }
 
+std::string ExactMoneyText(const Currency& c) {
+  const int64_t scaled = c.Scaled();
+  // INT64_MIN has no positive counterpart: its digits are spelled out.
+  if (scaled == INT64_MIN) return "-922337203685477.5808";
+  const uint64_t magnitude = static_cast<uint64_t>(scaled < 0 ? -scaled : scaled);
+  std::string text = (scaled < 0 ? "-" : "") + std::to_string(magnitude / 10000);
+  std::string fraction = std::to_string(magnitude % 10000);
+  fraction.insert(0, 4 - fraction.size(), '0');
+  while (!fraction.empty() && fraction.back() == '0') fraction.pop_back();
+  if (!fraction.empty()) text += "." + fraction;
+  return text;
+}
+
+std::string VariantText(const ZTkDb::Variant& v) {
+  if (v.IsNull() || v.IsEmpty()) return "";
+  switch (v.Type()) {
+    case ZTkDb::vtDate: return DisplayText(FieldValue(v.ToDate()));
+    case ZTkDb::vtCurrency: return DisplayText(FieldValue(v.ToCurrency()));
+    case ZTkDb::vtBoolean: return DisplayText(FieldValue(v.ToBool()));
+    default: return v.ToString();
+  }
+}
+
+nlohmann::ordered_json VariantJson(const ZTkDb::Variant& v) {
+  if (v.IsNull() || v.IsEmpty()) return nullptr;
+  switch (v.Type()) {
+    case ZTkDb::vtDate: return JsonValue(FieldValue(v.ToDate()));
+    case ZTkDb::vtCurrency: return ExactMoneyText(v.ToCurrency());
+    case ZTkDb::vtBoolean: return v.ToBool();
+    case ZTkDb::vtByte:
+    case ZTkDb::vtInteger:
+    case ZTkDb::vtLong: return v.ToLong();
+    case ZTkDb::vtDouble: return v.ToDouble();
+    default: return v.ToString();
+  }
+}
+
 nlohmann::ordered_json JsonValue(const FieldValue& v) {
   return std::visit(
       [](const auto& x) -> nlohmann::ordered_json {
@@ -187,7 +224,7 @@ nlohmann::ordered_json JsonValue(const FieldValue& v) {
           iso[10] = 'T';
           return iso;
         } else if constexpr (std::is_same_v<T, Currency>) {
-          return x.ToDouble();
+          return ExactMoneyText(x);
         } else if constexpr (std::is_same_v<T, uint8_t>) {
           return static_cast<int>(x);
         } else {

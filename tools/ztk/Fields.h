@@ -37,8 +37,13 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
 // For tables: dates dd.mm.yyyy (no date: empty), flags ja/nein, money with
 // two to four decimals.
 std::string DisplayText(const FieldValue& v);
-// For --json: dates ISO 8601 (no date: null), money and doubles as numbers.
+// For --json: dates ISO 8601 (no date: null), money as its exact decimal
+// text ("1234567.8901", no binary rounding on the way), doubles as numbers.
 nlohmann::ordered_json JsonValue(const FieldValue& v);
+std::string ExactMoneyText(const ZTkDb::Currency& c);
+// Any value a query gives, for a table cell and for JSON.
+std::string VariantText(const ZTkDb::Variant& v);
+nlohmann::ordered_json VariantJson(const ZTkDb::Variant& v);
 
 // The field tables of the five record classes.
 const std::vector<Field<ZTkDb::CAuftrag>>& AuftragFields();

@@ -14,9 +14,9 @@ using ZTkDb::CMeldung;
 using ZTkDb::CMsgOrderDokument;
 
 bool IsTime(const std::string& t) {
-  return t.empty() || (t.size() == 5 && t[2] == ':' && t[0] >= '0' && t[0] <= '2' &&
-                       t[1] >= '0' && t[1] <= '9' && (t[0] < '2' || t[1] <= '3') &&
-                       t[3] >= '0' && t[3] <= '5' && t[4] >= '0' && t[4] <= '9');
+  return t.empty() || (t.size() == 5 && t[2] == ':' && t[0] >= '0' && t[0] <= '2' && t[1] >= '0' &&
+                       t[1] <= '9' && (t[0] < '2' || t[1] <= '3') && t[3] >= '0' && t[3] <= '5' &&
+                       t[4] >= '0' && t[4] <= '9');
 }
 
 bool EndsWith(const char* text, const char* tail) {
@@ -36,9 +36,10 @@ void CheckValues(const std::vector<Field<R>>& fields, const R& record) {
                        std::get<std::string>(v) + "'");
     }
     if (std::strcmp(f.name, "ObjTyp") == 0 || std::strcmp(f.name, "Herkunft") == 0) {
-      const int32_t n = std::holds_alternative<int32_t>(v) ? std::get<int32_t>(v)
-                                                           : std::get<uint8_t>(v);
-      const int32_t last = f.name[0] == 'O' ? int32_t{ZTkDb::sotObjekt} : int32_t{ZTkDb::hetImportGlt};
+      const int32_t n =
+          std::holds_alternative<int32_t>(v) ? std::get<int32_t>(v) : std::get<uint8_t>(v);
+      const int32_t last =
+          f.name[0] == 'O' ? int32_t{ZTkDb::sotObjekt} : int32_t{ZTkDb::hetImportGlt};
       if (n < 0 || n > last) {
         throw UsageError(std::string(f.name) + " must lie in 0.." + std::to_string(last) +
                          ", got " + std::to_string(n));
@@ -92,9 +93,8 @@ void CheckNew(Session& session, const CAuftrag& d, bool numbered, bool force) {
     probe.ConnectStorage(session.Client());
     probe.ReadByNr(d.Nr(), d.NrVorsatz());
     if (probe.Id() != 0) {
-      throw Failure("auftrag " + d.NrVorsatz() + std::to_string(d.Nr()) +
-                    " exists already (id " + std::to_string(probe.Id()) +
-                    "); --force adds a second one");
+      throw Failure("auftrag " + d.NrVorsatz() + std::to_string(d.Nr()) + " exists already (id " +
+                    std::to_string(probe.Id()) + "); --force adds a second one");
     }
   }
 }
@@ -106,9 +106,8 @@ void CheckNew(Session& session, const CMeldung& d, bool numbered, bool force) {
     probe.ConnectStorage(session.Client());
     probe.ReadByNr(d.Nr(), d.NrVorsatz());
     if (probe.Id() != 0) {
-      throw Failure("meldung " + d.NrVorsatz() + std::to_string(d.Nr()) +
-                    " exists already (id " + std::to_string(probe.Id()) +
-                    "); --force adds a second one");
+      throw Failure("meldung " + d.NrVorsatz() + std::to_string(d.Nr()) + " exists already (id " +
+                    std::to_string(probe.Id()) + "); --force adds a second one");
     }
   }
 }

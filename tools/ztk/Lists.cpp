@@ -26,7 +26,6 @@ std::vector<std::string> SplitList(const std::string& text) {
   return parts;
 }
 
-
 // Sort names of the two lists, with their numbers as an alternative.
 int32_t ParseSort(const std::string& text, const std::vector<std::string>& names) {
   if (text.empty()) return 0;
@@ -38,8 +37,6 @@ int32_t ParseSort(const std::string& text, const std::vector<std::string>& names
   throw UsageError("--sort: expected one of " + known + " (or 0.." +
                    std::to_string(names.size() - 1) + "), got '" + text + "'");
 }
-
-
 
 // Which list query the options ask for; conflicting ones are a usage error.
 enum class Query { kAll, kDone, kObj, kPeriod, kReport };

@@ -70,10 +70,6 @@ struct RecordKind<ZTkDb::CMsgOrderDokument> {
   static void Prepare(ZTkDb::CMsgOrderDokument&) {}
 };
 
-struct OutputOptions {
-  bool json = false;
-};
-
 // The record with that id, connected; a Failure when there is none.
 template <typename R>
 std::unique_ptr<R> Load(Session& session, int32_t id) {
@@ -92,7 +88,7 @@ void PrintRecord(const R& record, const OutputOptions& out) {
   if (out.json) return PrintJson(RecordJson(fields, record));
   Table table({"Feld", "Wert"});
   for (const auto& f : fields) table.Add({f.name, DisplayText(f.get(record))});
-  table.Print(stdout, 70);
+  table.Print(stdout, out);
 }
 
 // Prints the rows of a list, from its first row to its end.
@@ -119,8 +115,8 @@ void PrintList(List& list, const OutputOptions& out) {
     }
     table.Add(std::move(row));
   }
-  table.Print(stdout);
-  std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
+  table.Print(stdout, out);
+  if (!out.csv) std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
 }
 
 template <typename R>

@@ -23,15 +23,17 @@ void ResetCriticalBox() { critical_shown = false; }
 
 Session::Session(const DbOptions& options) : client_(options.client) {
   if (options.db.empty() == options.odbc.empty()) {
-    throw UsageError("give the database as --db PATH or --odbc \"CONNSTR\" (one of them)");
+    throw UsageError(
+        "give the database as --db PATH or --odbc \"CONNSTR\" (one of them; ZTK_DB or ZTK_ODBC "
+        "in the environment stand for them)");
   }
   if (client_.empty()) throw UsageError("--client must not be empty");
   if (!options.db.empty()) {
-    tkdb_.OpenJetDb(client_, options.db, false, false);
+    tkdb_.OpenJetDb(client_, options.db, false, options.read_only);
   } else {
     ResetCriticalBox();
     // A failed ODBC open shows its box (on stderr) and returns normally.
-    tkdb_.OpenOdbcDb(client_, options.odbc, false, false);
+    tkdb_.OpenOdbcDb(client_, options.odbc, false, options.read_only);
     if (tkdb_.DbPath().empty()) throw Failure("the ODBC data source could not be opened");
   }
 }

@@ -21,6 +21,7 @@ struct DbOptions {
   std::string db;
   std::string odbc;
   std::string client = "ztk";
+  bool read_only = false;
 };
 
 // Shows the library's message boxes as one line each on stderr and

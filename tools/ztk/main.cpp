@@ -117,7 +117,67 @@ void Tables(Session& session, const OutputOptions& out) {
     table.Add({name, std::to_string(rs.Fields("n").ToLong())});
   }
   if (out.json) return PrintJson(doc);
-  table.Print(stdout);
+  table.Print(stdout, out);
+}
+
+// One query of a support engineer's, read-only, through the library (so
+// adapted as the library adapts its own statements).
+void Query(Session& session, const std::string& sql, const OutputOptions& out) {
+  auto db = ZTkDb::detail::DbConnectionRegistry::Instance()
+                .Item(ZTkDb::detail::WorkspaceName(session.Client()))
+                ->GetDatabase();
+  ZTkDb::Recordset rs(db, sql, db->Query(sql));
+  const int32_t columns = rs.FieldCount();
+  std::vector<std::string> names;
+  for (int32_t i = 0; i < columns; ++i) names.push_back(rs.FieldName(i));
+  nlohmann::ordered_json rows = nlohmann::ordered_json::array();
+  Table table(names);
+  if (rs.RecordCount() > 0) {
+    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
+      nlohmann::ordered_json row = nlohmann::ordered_json::object();
+      std::vector<std::string> cells;
+      for (int32_t i = 0; i < columns; ++i) {
+        const ZTkDb::Variant v = rs.Fields(i);
+        cells.push_back(VariantText(v));
+        row[names[static_cast<size_t>(i)]] = VariantJson(v);
+      }
+      rows.push_back(std::move(row));
+      table.Add(std::move(cells));
+    }
+  }
+  if (out.json) return PrintJson(rows);
+  table.Print(stdout, out);
+  if (!out.csv) std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
+}
+
+// CLI11's words, said the way a user of this tool needs them.
+std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
+  const std::string what = e.what();
+  if (what.find("At Most 1 required but received") != std::string::npos) {
+    return what.substr(0, what.find(':')) + " was given more than once";
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&e) || what.find("A subcommand is required") == 0 ||
+      what.find("a command is required") != std::string::npos) {
+    // The first word that is no option: an unknown command, or none at all.
+    for (int i = 1; i < argc; ++i) {
+      const std::string word = argv[i];
+      if (word.starts_with("-")) {
+        // The global options that take a value take the next word.
+        if (word == "--db" || word == "--odbc" || word == "--client") ++i;
+        continue;
+      }
+      std::string known;
+      bool found = false;
+      for (const auto* sub : app.get_subcommands([](const CLI::App*) { return true; })) {
+        known += (known.empty() ? "" : ", ") + sub->get_name();
+        found |= sub->get_name() == word;
+      }
+      if (!found) return "unknown command '" + word + "'; the commands are " + known;
+      break;
+    }
+    if (what.find("equired") != std::string::npos) return "a command is required";
+  }
+  return what;
 }
 
 int Run(int argc, char** argv) {
@@ -125,13 +185,36 @@ int Run(int argc, char** argv) {
   CLI::App app{
       "ztk: the help-desk module database (reports, orders, bookings, documents)\n"
       "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line."};
-  app.require_subcommand(1);
   app.fallthrough();
-  app.add_option("--db", ctx.db.db, "the embedded database file");
-  app.add_option("--odbc", ctx.db.odbc, "an ODBC connection string (DSN=…; or Driver=…;…)");
+  app.set_version_flag("--version", "ztk " ZTKDB_VERSION " (ZTkDb " ZTKDB_VERSION ")");
+  app.add_option("--db", ctx.db.db, "the embedded database file (or ZTK_DB)")->envname("ZTK_DB");
+  app.add_option("--odbc", ctx.db.odbc, "an ODBC connection string, DSN=…; or Driver=…;… (or ZTK_ODBC)")
+      ->envname("ZTK_ODBC");
   app.add_option("--client", ctx.db.client, "client name to open the database under")
       ->capture_default_str();
-  app.add_flag("--json", ctx.out.json, "one JSON document on stdout (dates ISO 8601)");
+  app.add_flag("--read-only", ctx.db.read_only, "open the database read-only: every write is refused");
+  auto* json = app.add_flag("--json", ctx.out.json,
+                            "one JSON document on stdout (dates ISO 8601, money as exact text)");
+  app.add_flag("--csv", ctx.out.csv, "CSV with a header row (RFC 4180) instead of a table")
+      ->excludes(json);
+  app.add_flag("--wide", ctx.out.wide, "cut nothing to fit the terminal");
+
+  // `help [COMMAND…]` is answered before parsing (below): the words after it
+  // name a command, they are not parsed as one.
+  app.add_subcommand("help", "this help, or a command's: ztk help auftrag list");
+
+  std::string querySql;
+  auto* query = app.add_subcommand(
+      "query", "run one SELECT, read-only, through the library (as a table, CSV or JSON)");
+  query->add_option("SQL", querySql, "the statement")->required();
+  query->callback([&] {
+    ctx.action = [&] {
+      DbOptions readOnly = ctx.db;
+      readOnly.read_only = true;
+      Session session(readOnly);
+      Query(session, querySql, ctx.out);
+    };
+  });
 
   std::string initPath;
   auto* init = app.add_subcommand(
@@ -320,12 +403,29 @@ int Run(int argc, char** argv) {
     std::fprintf(stderr, "%s", app.help().c_str());
     return kUsage;
   }
+  if (std::string(argv[1]) == "help") {
+    CLI::App* topic = &app;
+    for (int i = 2; i < argc; ++i) {
+      CLI::App* sub = nullptr;
+      for (auto* candidate : topic->get_subcommands([](CLI::App*) { return true; })) {
+        if (candidate->get_name() == argv[i]) sub = candidate;
+      }
+      if (!sub) {
+        std::fprintf(stderr, "ztk: no command '%s' to show help for\n", argv[i]);
+        return kUsage;
+      }
+      topic = sub;
+    }
+    std::printf("%s", topic->help().c_str());
+    return kOk;
+  }
   try {
     app.parse(argc, argv);
+    if (!ctx.action) throw CLI::RequiredError("a command");
   } catch (const CLI::ParseError& e) {
-    if (e.get_exit_code() == 0) return app.exit(e);  // --help
-    std::fprintf(stderr, "ztk: %s\nRun ztk --help (or ztk COMMAND --help) for the usage.\n",
-                 e.what());
+    if (e.get_exit_code() == 0) return app.exit(e);  // --help, --version
+    std::fprintf(stderr, "ztk: %s\nRun ztk help (or ztk help COMMAND) for the usage.\n",
+                 ParseMessage(app, e, argc, argv).c_str());
     return kUsage;
   }
   try {

@@ -1,0 +1,133 @@
+// ztk's output for people (tables that fit an 80-column terminal, whatever
+// the texts hold) and for programs (nothing cut when piped, CSV, exact JSON),
+// and the conveniences around it.
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "TestSupport.h"
+#include "ZtkRun.h"
+
+using ztktest::Outcome;
+using ztktest::Ztk;
+
+namespace {
+
+// Display columns of a terminal line: wide characters two, the rest one.
+size_t Columns(const std::string& line) {
+  size_t n = 0;
+  for (size_t i = 0; i < line.size(); ++i) {
+    const auto c = static_cast<unsigned char>(line[i]);
+    if ((c & 0xC0) == 0x80) continue;
+    n += c >= 0xF0 || (c == 0xE4 || c == 0xE5 || c == 0xE6 || c == 0xE7 || c == 0xE8 || c == 0xE9)
+             ? 2
+             : 1;
+  }
+  return n;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::stringstream s(text);
+  for (std::string line; std::getline(s, line);) lines.push_back(line);
+  return lines;
+}
+
+class CliOutput : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    path = dir.Dir() + "/out.db";
+    ASSERT_EQ(Ztk({"init", path}).code, 0);
+    for (const char* text : {"Heizung\tim Keller, \"dringend\"", "会议室的空调坏了 😀😀😀 还有灯",
+                             "Ein sehr langer Auftragstext, der auf keinem schmalen Terminal in "
+                             "eine Spalte passt und trotzdem vollständig gelesen werden will"}) {
+      ASSERT_EQ(On({"auftrag", "add", std::string("Auftrag=") + text, "Ort=Stuttgart-Mitte",
+                    "Kosten=1234567,8901"})
+                    .code,
+                0);
+    }
+  }
+  Outcome On(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--db", path});
+    return Ztk(args);
+  }
+  ztktest::TempDb dir{false};
+  std::string path;
+};
+
+}  // namespace
+
+TEST_F(CliOutput, TablesFitTheTerminalAndAreWholeWhenPiped) {
+  const Outcome tty = ztktest::ZtkOnTerminal({"--db", path, "auftrag", "list"}, 80);
+  ASSERT_EQ(tty.code, 0) << tty.out;
+  const auto lines = Lines(tty.out);
+  ASSERT_GE(lines.size(), 5u);
+  for (const auto& line : lines) EXPECT_LE(Columns(line), 80u) << line;
+  EXPECT_NE(tty.out.find("…"), std::string::npos);
+  EXPECT_EQ(tty.out.find('\t'), std::string::npos);
+
+  const Outcome wide = ztktest::ZtkOnTerminal({"--db", path, "--wide", "auftrag", "list"}, 80);
+  EXPECT_NE(wide.out.find("vollständig gelesen werden will"), std::string::npos);
+  const Outcome piped = On({"auftrag", "list"});
+  EXPECT_NE(piped.out.find("vollständig gelesen werden will"), std::string::npos);
+  EXPECT_EQ(piped.out.find("…"), std::string::npos);
+  // A wide character counts two: the columns after it stay in line.
+  const auto pipedLines = Lines(piped.out);
+  const size_t at = Columns(pipedLines[0].substr(0, pipedLines[0].find("Ort")));
+  for (size_t i = 2; i < 5; ++i) {
+    const size_t city = pipedLines[i].find("Stuttgart");
+    ASSERT_NE(city, std::string::npos) << pipedLines[i];
+    EXPECT_EQ(Columns(pipedLines[i].substr(0, city)), at) << pipedLines[i];
+  }
+  EXPECT_NE(On({"auftrag", "show", "3"}).out.find("will"), std::string::npos);
+}
+
+TEST_F(CliOutput, CsvAndJsonForPrograms) {
+  const Outcome csv = On({"--csv", "auftrag", "list"});
+  ASSERT_EQ(csv.code, 0);
+  EXPECT_EQ(csv.out.find("Id,"), 0u);
+  EXPECT_NE(csv.out.find("\"Heizung\tim Keller, \"\"dringend\"\"\""), std::string::npos) << csv.out;
+  EXPECT_NE(csv.out.find("\r\n"), std::string::npos);
+
+  // Money as exact decimal text; a text that is not UTF-8 as U+FFFD.
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(db, "UPDATE T_Auftrag SET stOrt = CAST(X'4BF66C6E' AS TEXT) WHERE lId = 1",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close(db);
+  const Outcome json = On({"--json", "auftrag", "list"});
+  ASSERT_EQ(json.code, 0) << json.err;
+  const auto rows = json.Json();
+  EXPECT_EQ(rows[0]["Kosten"], "1234567.8901");
+  EXPECT_EQ(rows[0]["Ort"], "K\xEF\xBF\xBDln");
+  EXPECT_NE(On({"auftrag", "list"}).out.find("K\xEF\xBF\xBDln"), std::string::npos);
+}
+
+TEST_F(CliOutput, ConveniencesAndClearMessages) {
+  const Outcome env = Ztk({"--json", "tables"}, {"ZTK_DB=" + path});
+  ASSERT_EQ(env.code, 0) << env.err;
+  EXPECT_EQ(env.Json()["T_Auftrag"], 3);
+  const Outcome version = Ztk({"--version"});
+  EXPECT_EQ(version.code, 0);
+  EXPECT_EQ(version.out.find("ztk "), 0u) << version.out;
+  const Outcome help = Ztk({"help", "auftrag", "done"});
+  EXPECT_EQ(help.code, 0);
+  EXPECT_NE(help.out.find("--date"), std::string::npos) << help.out;
+  const Outcome unknown = Ztk({"foo"});
+  EXPECT_EQ(unknown.code, 2);
+  EXPECT_NE(unknown.err.find("unknown command 'foo'"), std::string::npos) << unknown.err;
+  const Outcome twice = Ztk({"--db", path, "--db", path, "tables"});
+  EXPECT_EQ(twice.code, 2);
+  EXPECT_NE(twice.err.find("--db was given more than once"), std::string::npos) << twice.err;
+
+  const Outcome readOnly = On({"--read-only", "auftrag", "set", "1", "Ort=Ulm"});
+  EXPECT_EQ(readOnly.code, 1);
+  EXPECT_NE(readOnly.err.find("3027"), std::string::npos) << readOnly.err;
+  const Outcome query =
+      On({"--json", "query", "SELECT count(*) AS n FROM T_Auftrag WHERE cuKosten > 1000"});
+  ASSERT_EQ(query.code, 0) << query.err;
+  EXPECT_EQ(query.Json()[0]["n"], 3);
+  const Outcome write = On({"query", "DELETE FROM T_Auftrag"});
+  EXPECT_EQ(write.code, 1);
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
+}

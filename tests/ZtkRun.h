@@ -1,0 +1,86 @@
+// Runs the ztk binary as a user would: its exit status, stdout and stderr,
+// with stdout a file (Ztk) or a terminal of a given width (ZtkOnTerminal).
+#pragma once
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "TestSupport.h"
+
+namespace ztktest {
+
+struct Outcome {
+  int code = -1;
+  std::string out;
+  std::string err;
+  nlohmann::json Json() const { return nlohmann::json::parse(out); }
+};
+
+inline std::string ReadFile(const std::string& path) {
+  std::ifstream in(path);
+  std::stringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::string>& env = {}) {
+  ztktest::TempDb scratch(false);
+  const std::string out = scratch.Dir() + "/out", err = scratch.Dir() + "/err";
+  const pid_t pid = fork();
+  if (pid == 0) {
+    const int o = open(out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int e = open(err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int in = open("/dev/null", O_RDONLY);
+    dup2(o, 1);
+    dup2(e, 2);
+    dup2(in, 0);
+    for (const auto& variable : env) putenv(const_cast<char*>(variable.c_str()));
+    std::vector<char*> argv{const_cast<char*>(ZTKDB_ZTK_PATH)};
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    execv(ZTKDB_ZTK_PATH, argv.data());
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(pid, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+}
+
+// stdout and stderr on a pseudo-terminal `columns` wide.
+inline Outcome ZtkOnTerminal(const std::vector<std::string>& args, unsigned short columns) {
+  winsize ws{};
+  ws.ws_col = columns;
+  ws.ws_row = 50;
+  int master = -1;
+  const pid_t pid = forkpty(&master, nullptr, nullptr, &ws);
+  if (pid == 0) {
+    std::vector<char*> argv{const_cast<char*>(ZTKDB_ZTK_PATH)};
+    for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    execv(ZTKDB_ZTK_PATH, argv.data());
+    _exit(127);
+  }
+  std::string out;
+  char buffer[4096];
+  for (ssize_t n; (n = read(master, buffer, sizeof buffer)) > 0;)
+    out.append(buffer, static_cast<size_t>(n));
+  close(master);
+  int status = 0;
+  waitpid(pid, &status, 0);
+  // The terminal turns line feeds into CR LF.
+  std::string lines;
+  for (char c : out) {
+    if (c != '\r') lines += c;
+  }
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, lines, ""};
+}
+
+}  // namespace ztktest
