@@ -131,3 +131,21 @@ TEST_F(CliOutput, ConveniencesAndClearMessages) {
   EXPECT_EQ(write.code, 1);
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
 }
+
+// The manual page and the completion come from the same command tree.
+TEST(CliDocs, ManPageAndCompletionCoverEveryCommand) {
+  const Outcome man = Ztk({"man"});
+  ASSERT_EQ(man.code, 0);
+  EXPECT_EQ(man.out.find(".TH ZTK 1"), 0u);
+  for (const char* command : {"auftrag reopen", "meldung done", "query", "dokument add"}) {
+    EXPECT_NE(man.out.find(std::string(".B ztk ") + command), std::string::npos) << command;
+  }
+  ztktest::TempDb dir(false);
+  const std::string script = dir.Dir() + "/ztk.bash";
+  std::ofstream(script) << Ztk({"completion"}).out;
+  const std::string probe = "bash -c 'source " + script +
+                            "; COMP_WORDS=(ztk auftrag re); COMP_CWORD=2; _ztk; "
+                            "echo \"${COMPREPLY[@]}\"' > " + dir.Dir() + "/reply";
+  ASSERT_EQ(std::system(probe.c_str()), 0);
+  EXPECT_EQ(ztktest::ReadFile(dir.Dir() + "/reply"), "reopen\n");
+}

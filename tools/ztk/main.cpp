@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "Demo.h"
+#include "Docs.h"
 #include "Fields.h"
 #include "Lists.h"
 #include "Records.h"
@@ -202,6 +203,13 @@ int Run(int argc, char** argv) {
   // `help [COMMAND…]` is answered before parsing (below): the words after it
   // name a command, they are not parsed as one.
   app.add_subcommand("help", "this help, or a command's: ztk help auftrag list");
+
+  auto* man = app.add_subcommand("man", "print the manual page (roff; man -l <(ztk man))");
+  man->callback([&] { ctx.action = [&] { std::printf("%s", ManPage(app).c_str()); }; });
+  auto* completion = app.add_subcommand(
+      "completion", "print the bash completion (source <(ztk completion))");
+  completion->callback(
+      [&] { ctx.action = [&] { std::printf("%s", BashCompletion(app).c_str()); }; });
 
   std::string querySql;
   auto* query = app.add_subcommand(
