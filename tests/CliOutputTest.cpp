@@ -149,3 +149,18 @@ TEST(CliDocs, ManPageAndCompletionCoverEveryCommand) {
   ASSERT_EQ(std::system(probe.c_str()), 0);
   EXPECT_EQ(ztktest::ReadFile(dir.Dir() + "/reply"), "reopen\n");
 }
+
+// Another program holds the write lock past the wait: the tool says so
+// plainly, and nothing is written.
+TEST_F(CliOutput, ABusyDatabaseIsSaidPlainlyAndNothingIsWritten) {
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+  const Outcome busy = On({"auftrag", "add", "Auftrag=wartet"});
+  sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_close(other);
+  EXPECT_EQ(busy.code, 1);
+  EXPECT_NE(busy.err.find("busy"), std::string::npos) << busy.err;
+  EXPECT_NE(busy.err.find("Nothing was written"), std::string::npos) << busy.err;
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
+}
