@@ -26,7 +26,7 @@ import datetime
 import decimal
 import os
 
-__all__ = ["Error", "Null", "set_message_hook", "classes"]
+__all__ = ["Error", "MemberError", "Null", "set_message_hook", "classes"]
 
 _ZTK_EMPTY, _ZTK_NULL, _ZTK_INT16, _ZTK_INT32 = 0, 1, 2, 3
 _ZTK_DOUBLE, _ZTK_CURRENCY, _ZTK_DATE, _ZTK_STRING = 5, 6, 7, 8
@@ -55,6 +55,11 @@ class Error(Exception):
         self.number = number
         self.source = source
         self.description = description
+
+
+class MemberError(Error, AttributeError):
+    """A name the object does not have (the library's error 438): also an
+    AttributeError, so that hasattr() and getattr() with a default work."""
 
 
 class _NullType:
@@ -109,8 +114,27 @@ def _check(status):
         source = ctypes.c_char_p()
         description = ctypes.c_char_p()
         _lib.ztk_last_error(ctypes.byref(number), ctypes.byref(source), ctypes.byref(description))
-        raise Error(number.value, (source.value or b"").decode("utf-8", "replace"),
-                    (description.value or b"").decode("utf-8", "replace"))
+        kind = MemberError if number.value == 438 else Error
+        raise kind(number.value, (source.value or b"").decode("utf-8", "replace"),
+                   (description.value or b"").decode("utf-8", "replace"))
+
+
+_CURRENCY_MIN, _CURRENCY_MAX = -2**63, 2**63 - 1
+
+
+def _ole(x):
+    """An OLE date: whole days from 30.12.1899, the fraction the time of day,
+    which before that day still counts forward from midnight (-1.25 is
+    29.12.1899 06:00)."""
+    day = (x.date() - _OLE_EPOCH.date()).days
+    fraction = (x.hour * 3600 + x.minute * 60 + x.second + x.microsecond / 1e6) / 86400.0
+    return day + fraction if day >= 0 else day - fraction
+
+
+def _from_ole(value):
+    day = int(value)  # toward zero: the day, also before 1899-12-30
+    seconds = round(abs(value - day) * 86400)
+    return _OLE_EPOCH + datetime.timedelta(days=day, seconds=seconds)
 
 
 def _to_value(x, keep):
@@ -129,14 +153,22 @@ def _to_value(x, keep):
     elif isinstance(x, float):
         v.type, v.v.d = _ZTK_DOUBLE, x
     elif isinstance(x, decimal.Decimal):
-        v.type, v.v.cy = _ZTK_CURRENCY, int((x * 10000).to_integral_value(decimal.ROUND_HALF_EVEN))
+        # Checked here: ctypes would wrap an amount past 64 bits silently.
+        if not x.is_finite():
+            raise Error(6, "ztkdb", "Overflow: %s is no amount" % x)
+        scaled = int((x * 10000).to_integral_value(decimal.ROUND_HALF_EVEN))
+        if not _CURRENCY_MIN <= scaled <= _CURRENCY_MAX:
+            raise Error(6, "ztkdb", "Overflow: %s is beyond the currency range" % x)
+        v.type, v.v.cy = _ZTK_CURRENCY, scaled
     elif isinstance(x, datetime.datetime):
-        delta = x - _OLE_EPOCH
-        v.type, v.v.date = _ZTK_DATE, delta.days + delta.seconds / 86400.0
+        v.type, v.v.date = _ZTK_DATE, _ole(x)
     elif isinstance(x, datetime.date):
         v.type, v.v.date = _ZTK_DATE, float((x - _OLE_EPOCH.date()).days)
     elif isinstance(x, str):
-        data = ctypes.create_string_buffer(x.encode("utf-8"))
+        if "\0" in x:
+            # A C string would end there and the rest be lost.
+            raise Error(5, "ztkdb", "Invalid procedure call or argument: the text holds a NUL")
+        data = ctypes.create_string_buffer(x.encode("utf-8", "surrogateescape"))
         keep.append(data)
         v.type, v.v.s = _ZTK_STRING, ctypes.cast(data, ctypes.c_void_p).value
     elif isinstance(x, (list, tuple)):
@@ -166,12 +198,11 @@ def _from_value(v):
         if t == _ZTK_CURRENCY:
             return decimal.Decimal(v.v.cy).scaleb(-4)
         if t == _ZTK_DATE:
-            days = v.v.date
-            whole = int(days)
-            seconds = round(abs(days - whole) * 86400)
-            return _OLE_EPOCH + datetime.timedelta(days=whole, seconds=seconds)
+            return _from_ole(v.v.date)
         if t == _ZTK_STRING:
-            return ctypes.string_at(v.v.s).decode("utf-8")
+            # Bytes that are not UTF-8 (stored by some other program) come
+            # back as surrogates and go back to the database unchanged.
+            return ctypes.string_at(v.v.s).decode("utf-8", "surrogateescape")
         if t == _ZTK_OBJECT:
             if not v.v.obj:
                 return None
@@ -257,6 +288,10 @@ class Object:
 
     def __len__(self):
         return self.Count
+
+    # An object is an object: "if record:" must not ask a record for a Count.
+    def __bool__(self):
+        return True
 
 
 def classes():

@@ -94,6 +94,46 @@ class Binding(unittest.TestCase):
         copy.ReadById(order.Id)
         self.assertEqual(copy.AuftragsDatum, datetime.datetime(2026, 11, 20, 8, 15))
 
+    def test_python_conventions(self):
+        order = new_order("py", 1, "Tür")
+        self.assertTrue(order)  # objects are true, whatever their Count
+        self.assertFalse(hasattr(order, "Gibtsnicht"))
+        self.assertEqual(getattr(order, "Gibtsnicht", 7), 7)
+        self.assertTrue(hasattr(order, "Nr"))
+        # Before 30.12.1899 the time of day still counts forward.
+        for when in (datetime.datetime(1850, 1, 1, 12, 0), datetime.datetime(1899, 12, 29, 6, 0),
+                     datetime.datetime(1900, 1, 1, 18, 30)):
+            order.AuftragsDatum = when
+            order.Update()
+            copy = ztkdb.CAuftrag()
+            copy.ConnectStorage("py")
+            copy.ReadById(order.Id)
+            self.assertEqual(copy.AuftragsDatum, when)
+        for amount in (decimal.Decimal("1e15"), decimal.Decimal("NaN")):
+            with self.assertRaises(ztkdb.Error) as e:
+                order.Kosten = amount
+            self.assertEqual(e.exception.number, 6)
+        with self.assertRaises(ztkdb.Error):
+            order.Ort = "Köln\0Bonn"
+        self.assertEqual(order.Kosten, decimal.Decimal("12.5"))
+
+    def test_text_that_is_not_utf8_reads_and_writes_back_unchanged(self):
+        import sqlite3
+        order = new_order("py", 1, "Tür")
+        raw = sqlite3.connect(self.path)
+        raw.execute("UPDATE T_Auftrag SET stOrt = CAST(X'4BF66C6E' AS TEXT)")
+        raw.commit()
+        raw.close()
+        copy = ztkdb.CAuftrag()
+        copy.ConnectStorage("py")
+        copy.ReadById(order.Id)
+        self.assertEqual(copy.Ort.encode("utf-8", "surrogateescape"), b"K\xf6ln")
+        copy.Update()
+        check = sqlite3.connect(self.path)
+        self.assertEqual(check.execute("SELECT CAST(stOrt AS BLOB) FROM T_Auftrag").fetchone()[0],
+                         b"K\xf6ln")
+        check.close()
+
 
 if __name__ == "__main__":
     unittest.main()
