@@ -28,8 +28,14 @@ class ZTKDB_API Currency {
   // trailing zeros, one leading blank when not negative (" 12.5", "-3").
   std::string Text() const;
 
+  // Spelled out rather than <=>: the public headers compile as C++17 too,
+  // the default of the compilers hosts are built with.
   friend constexpr bool operator==(Currency a, Currency b) noexcept { return a.scaled_ == b.scaled_; }
-  friend constexpr auto operator<=>(Currency a, Currency b) noexcept { return a.scaled_ <=> b.scaled_; }
+  friend constexpr bool operator!=(Currency a, Currency b) noexcept { return a.scaled_ != b.scaled_; }
+  friend constexpr bool operator<(Currency a, Currency b) noexcept { return a.scaled_ < b.scaled_; }
+  friend constexpr bool operator<=(Currency a, Currency b) noexcept { return a.scaled_ <= b.scaled_; }
+  friend constexpr bool operator>(Currency a, Currency b) noexcept { return a.scaled_ > b.scaled_; }
+  friend constexpr bool operator>=(Currency a, Currency b) noexcept { return a.scaled_ >= b.scaled_; }
 
  private:
   int64_t scaled_ = 0;

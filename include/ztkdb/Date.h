@@ -44,8 +44,14 @@ class ZTKDB_API Date {
   // 'T'); returns false and leaves `out` alone for anything else.
   static bool TryParse(const std::string& text, Date& out);
 
+  // Spelled out rather than <=>: the public headers compile as C++17 too,
+  // the default of the compilers hosts are built with.
   friend constexpr bool operator==(Date a, Date b) noexcept { return a.value_ == b.value_; }
-  friend constexpr auto operator<=>(Date a, Date b) noexcept { return a.value_ <=> b.value_; }
+  friend constexpr bool operator!=(Date a, Date b) noexcept { return a.value_ != b.value_; }
+  friend constexpr bool operator<(Date a, Date b) noexcept { return a.value_ < b.value_; }
+  friend constexpr bool operator<=(Date a, Date b) noexcept { return a.value_ <= b.value_; }
+  friend constexpr bool operator>(Date a, Date b) noexcept { return a.value_ > b.value_; }
+  friend constexpr bool operator>=(Date a, Date b) noexcept { return a.value_ >= b.value_; }
 
  private:
   double value_ = 0.0;

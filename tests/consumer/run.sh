@@ -15,3 +15,6 @@ LD_LIBRARY_PATH="$libdir" "$prefix/consumer-build/consumer"
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 cc "$here/consumer.c" $(pkg-config --cflags --libs ztkdb) -o "$prefix/c-consumer"
 LD_LIBRARY_PATH="$libdir" "$prefix/c-consumer"
+# C++ through pkg-config with the compiler's default language level.
+c++ "$here/consumer.cpp" $(pkg-config --cflags --libs ztkdb) -o "$prefix/cxx-consumer"
+LD_LIBRARY_PATH="$libdir" "$prefix/cxx-consumer"
