@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Installs the build into a scratch prefix, then builds a C++ consumer with
-# find_package(ZTkDb) and a C consumer with pkg-config against it, and runs
-# both.
+# Installs the build into a scratch prefix, then builds C++ consumers with
+# find_package(ZTkDb) (shared and static) and C and C++ consumers with
+# pkg-config against it, none setting a language level, and runs them; and
+# checks the installed tool and its files.
 set -euo pipefail
 build=$1
 prefix=$2
@@ -12,6 +13,12 @@ libdir=$(dirname "$(find "$prefix" -name 'libztkdb.so' | head -1)")
 cmake -S "$here" -B "$prefix/consumer-build" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$prefix/consumer-build" >/dev/null
 LD_LIBRARY_PATH="$libdir" "$prefix/consumer-build/consumer"
+"$prefix/consumer-build/consumer_static"
+# The tool, its manual page and completion, the schema files.
+"$prefix/bin/ztk" --version
+test -s "$prefix/share/man/man1/ztk.1"
+bash -n "$prefix/share/bash-completion/completions/ztk"
+test -s "$prefix/share/ztkdb/schema/mariadb.sql"
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 cc "$here/consumer.c" $(pkg-config --cflags --libs ztkdb) -o "$prefix/c-consumer"
 LD_LIBRARY_PATH="$libdir" "$prefix/c-consumer"
