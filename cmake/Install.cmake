@@ -43,4 +43,24 @@ install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tool)
 # The Python module: beside the installed tree, and where the system's
 # python3 finds it.
 install(FILES python/ztkdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/ztkdb/python COMPONENT python)
-install(FILES python/ztkdb.py DESTINATION lib/python3/dist-packages COMPONENT python)
+install(FILES python/ztkdb.py python/ztkdb.pyi DESTINATION lib/python3/dist-packages
+  COMPONENT python)
+
+# The API reference from the public headers' contracts (scripts/package).
+option(ZTKDB_BUILD_DOCS "Build the API reference with Doxygen" OFF)
+if(ZTKDB_BUILD_DOCS)
+  find_package(Doxygen REQUIRED)
+  set(DOXYGEN_PROJECT_NAME "ZTkDb")
+  set(DOXYGEN_PROJECT_BRIEF "Typed row-level access to the help-desk module database")
+  set(DOXYGEN_EXTRACT_ALL YES)
+  set(DOXYGEN_EXCLUDE_SYMBOLS "detail" "ZTKDB_*")
+  set(DOXYGEN_GENERATE_LATEX NO)
+  set(DOXYGEN_QUIET YES)
+  set(DOXYGEN_WARN_IF_UNDOCUMENTED NO)
+  set(DOXYGEN_USE_MDFILE_AS_MAINPAGE ${CMAKE_CURRENT_SOURCE_DIR}/README.md)
+  doxygen_add_docs(ztkdb_api_docs ${CMAKE_CURRENT_SOURCE_DIR}/include/ztkdb
+                   ${CMAKE_CURRENT_SOURCE_DIR}/README.md ALL
+                   COMMENT "Writing the API reference")
+  install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/html/
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libztkdb-dev/api COMPONENT dev)
+endif()
