@@ -2,6 +2,7 @@
 type information is the library's own, current."""
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -19,9 +20,13 @@ def test_the_type_information_is_written_from_the_library():
 
 
 def test_pip_installs_the_module_and_it_imports():
-    with tempfile.TemporaryDirectory() as target:
+    with tempfile.TemporaryDirectory() as scratch:
+        # A copy: building writes build/ and *.egg-info beside the sources.
+        source = pathlib.Path(scratch) / "source"
+        shutil.copytree(ROOT / "python", source)
+        target = str(pathlib.Path(scratch) / "target")
         subprocess.run([sys.executable, "-m", "pip", "install", "--quiet", "--no-build-isolation",
-                        "--no-index", "--no-deps", "--target", target, str(ROOT / "python")],
+                        "--no-index", "--no-deps", "--target", target, str(source)],
                        check=True)
         assert (pathlib.Path(target) / "ztkdb.py").exists()
         found = subprocess.run([sys.executable, "-c", "import ztkdb; print(len(ztkdb.classes()))"],
