@@ -32,11 +32,10 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
-class CliOutput : public ::testing::Test {
+class CliOutput : public ztktest::ZtkDatabase {
  protected:
   void SetUp() override {
-    path = dir.Dir() + "/out.db";
-    ASSERT_EQ(Ztk({"init", path}).code, 0);
+    ZtkDatabase::SetUp();
     for (const char* text : {"Heizung\tim Keller, \"dringend\"", "会议室的空调坏了 😀😀😀 还有灯",
                              "Ein sehr langer Auftragstext, der auf keinem schmalen Terminal in "
                              "eine Spalte passt und trotzdem vollständig gelesen werden will"}) {
@@ -46,12 +45,6 @@ class CliOutput : public ::testing::Test {
                 0);
     }
   }
-  Outcome On(std::vector<std::string> args) {
-    args.insert(args.begin(), {"--db", path});
-    return Ztk(args);
-  }
-  ztktest::TempDb dir{false};
-  std::string path;
 };
 
 }  // namespace

@@ -19,20 +19,7 @@ using ztktest::Ztk;
 
 namespace {
 
-// A database made by `ztk init`, and the tool run on it.
-class Cli : public ::testing::Test {
- protected:
-  void SetUp() override {
-    path = dir.Dir() + "/hd.db";
-    ASSERT_EQ(Ztk({"init", path}).code, 0);
-  }
-  Outcome On(std::vector<std::string> args) {
-    args.insert(args.begin(), {"--db", path});
-    return Ztk(args);
-  }
-  ztktest::TempDb dir{false};
-  std::string path;
-};
+using Cli = ztktest::ZtkDatabase;
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -82,5 +83,20 @@ inline Outcome ZtkOnTerminal(const std::vector<std::string>& args, unsigned shor
   }
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, lines, ""};
 }
+
+// A fixture: a database made by `ztk init`, and the tool run on it.
+class ZtkDatabase : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    path = dir.Dir() + "/ztk.db";
+    ASSERT_EQ(Ztk({"init", path}).code, 0);
+  }
+  Outcome On(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--db", path});
+    return Ztk(args);
+  }
+  TempDb dir{false};
+  std::string path;
+};
 
 }  // namespace ztktest

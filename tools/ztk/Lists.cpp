@@ -91,13 +91,13 @@ void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
   list->add_option("--to", f.to, "last date of a period");
 }
 
-void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out) {
-  const Query query = ChooseQuery(f, true);
-  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
-      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
-  const auto days = static_cast<int16_t>(f.days);
-  ZTkDb::CAuftragListe list;
-  list.ConnectStorage(session.Client());
+namespace {
+
+// The list query the options chose, on either list class: both have the
+// same families, and only the order list has one by report.
+template <typename List, typename Sort>
+void Read(List& list, Query query, const ListFilter& f, Sort sort) {
+  const int32_t days = f.days;
   switch (query) {
     case Query::kAll:
       list.ReadAll(sort);
@@ -109,7 +109,9 @@ void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out)
       list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
       break;
     case Query::kReport:
-      list.ReadByMsgId(f.meldung, sort);
+      if constexpr (requires { list.ReadByMsgId(f.meldung, sort); }) {
+        list.ReadByMsgId(f.meldung, sort);
+      }
       break;
     case Query::kDone:
       if (!f.sites.empty()) {
@@ -130,6 +132,17 @@ void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out)
       }
       break;
   }
+}
+
+}  // namespace
+
+void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out) {
+  const Query query = ChooseQuery(f, true);
+  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
+      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
+  ZTkDb::CAuftragListe list;
+  list.ConnectStorage(session.Client());
+  Read(list, query, f, sort);
   PrintList(list, out);
 }
 
@@ -137,40 +150,9 @@ void ListReports(Session& session, const ListFilter& f, const OutputOptions& out
   const Query query = ChooseQuery(f, false);
   const auto sort = static_cast<ZTkDb::MsgSortOrderConstants>(
       ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder"}));
-  const auto days = static_cast<int16_t>(f.days);
   ZTkDb::CMeldungListe list;
   list.ConnectStorage(session.Client());
-  switch (query) {
-    case Query::kAll:
-      list.ReadAll(sort);
-      break;
-    case Query::kObj:
-      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
-      break;
-    case Query::kPeriod:
-      list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
-      break;
-    case Query::kReport:
-      break;
-    case Query::kDone:
-      if (!f.sites.empty()) {
-        const auto sites = SplitList(f.sites);
-        if (f.prefix.empty())
-          list.ReadByDoneAndSoListe(sites, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
-      } else if (f.site != 0) {
-        if (f.prefix.empty())
-          list.ReadByDoneAndSo(f.site, f.done, sort, days);
-        else
-          list.ReadByDoneAndSoAndVorsatz(f.site, f.done, f.prefix, sort, days);
-      } else if (!f.prefix.empty()) {
-        list.ReadByDoneAndVorsatz(f.done, f.prefix, sort, days);
-      } else {
-        list.ReadByDone(f.done, sort, days);
-      }
-      break;
-  }
+  Read(list, query, f, sort);
   PrintList(list, out);
 }
 
