@@ -37,26 +37,32 @@ std::string LowerAscii(std::string_view s) {
   return out;
 }
 
-RowSet::RowSet(std::vector<std::string> names) : names_(std::move(names)) {
-  static std::atomic<uint64_t> next{1};
-  serial_ = next++;
+RowSet::Columns::Columns(std::vector<std::string> names) : names_(std::move(names)) {
   index_.reserve(names_.size());
   for (size_t i = 0; i < names_.size(); ++i) {
     index_.emplace(std::string_view(names_[i]), static_cast<int32_t>(i));
   }
 }
 
+RowSet::RowSet(std::vector<std::string> names)
+    : RowSet(std::make_shared<const Columns>(std::move(names))) {}
+
+RowSet::RowSet(std::shared_ptr<const Columns> columns) : columns_(std::move(columns)) {
+  static std::atomic<uint64_t> next{1};
+  serial_ = next++;
+}
+
 namespace {
 char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 }  // namespace
 
-size_t RowSet::FoldedHash::operator()(std::string_view s) const noexcept {
+size_t RowSet::Columns::FoldedHash::operator()(std::string_view s) const noexcept {
   size_t h = 1469598103934665603ull;  // FNV-1a over the folded bytes
   for (char c : s) h = (h ^ static_cast<unsigned char>(Folded(c))) * 1099511628211ull;
   return h;
 }
 
-bool RowSet::FoldedEqual::operator()(std::string_view a, std::string_view b) const noexcept {
+bool RowSet::Columns::FoldedEqual::operator()(std::string_view a, std::string_view b) const noexcept {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
     if (Folded(a[i]) != Folded(b[i])) return false;
@@ -64,7 +70,7 @@ bool RowSet::FoldedEqual::operator()(std::string_view a, std::string_view b) con
   return true;
 }
 
-int32_t RowSet::IndexOf(const std::string& name) const {
+int32_t RowSet::Columns::IndexOf(const std::string& name) const {
   auto it = index_.find(std::string_view(name));
   return it == index_.end() ? -1 : it->second;
 }
@@ -155,7 +161,7 @@ void RowSet::ViewRow(int64_t row, std::vector<Cell>& out) const {
   assert(row >= 0 && row < RowCount());
   const uint64_t start = row_start_[static_cast<size_t>(row)];
   const char* p = chunks_[start >> 32].get() + (start & 0xffffffffu);
-  out.resize(names_.size());
+  out.resize(columns_->Names().size());
   for (Cell& cell : out) cell = NextCell(p);
 }
 

@@ -18,7 +18,32 @@ namespace ZTkDb::detail {
 // clones.
 class RowSet {
  public:
+  // A result's column names with their index, built once and shared by
+  // every result of the same prepared statement.
+  class Columns {
+   public:
+    explicit Columns(std::vector<std::string> names);
+    Columns(const Columns&) = delete;
+    Columns& operator=(const Columns&) = delete;
+    const std::vector<std::string>& Names() const { return names_; }
+    int32_t IndexOf(const std::string& name) const;
+
+   private:
+    // Column names hashed and compared without regard to ASCII case, so
+    // that a lookup needs no folded copy of the name.
+    struct FoldedHash {
+      size_t operator()(std::string_view s) const noexcept;
+    };
+    struct FoldedEqual {
+      bool operator()(std::string_view a, std::string_view b) const noexcept;
+    };
+    std::vector<std::string> names_;
+    // Keys view into names_, which never changes after construction.
+    std::unordered_map<std::string_view, int32_t, FoldedHash, FoldedEqual> index_;
+  };
+
   explicit RowSet(std::vector<std::string> names);
+  explicit RowSet(std::shared_ptr<const Columns> columns);
   // The name index views into the names: a RowSet stays where it was built.
   RowSet(const RowSet&) = delete;
   RowSet& operator=(const RowSet&) = delete;
@@ -37,10 +62,10 @@ class RowSet {
   void EndRow();
 
   int64_t RowCount() const { return static_cast<int64_t>(row_start_.size()); }
-  int32_t ColumnCount() const { return static_cast<int32_t>(names_.size()); }
-  const std::string& Name(int32_t i) const { return names_[static_cast<size_t>(i)]; }
+  int32_t ColumnCount() const { return static_cast<int32_t>(columns_->Names().size()); }
+  const std::string& Name(int32_t i) const { return columns_->Names()[static_cast<size_t>(i)]; }
   // Case-insensitive; the first column of a repeated name wins. -1 if none.
-  int32_t IndexOf(const std::string& name) const;
+  int32_t IndexOf(const std::string& name) const { return columns_->IndexOf(name); }
 
   // One stored value, viewed in place: its type and its bytes (a text's
   // UTF-8 bytes; a number's native bytes). Valid while the RowSet lives.
@@ -66,19 +91,8 @@ class RowSet {
  private:
   char* Reserve(size_t bytes);
 
-  // Column names hashed and compared without regard to ASCII case, so that
-  // a lookup needs no folded copy of the name.
-  struct FoldedHash {
-    size_t operator()(std::string_view s) const noexcept;
-  };
-  struct FoldedEqual {
-    bool operator()(std::string_view a, std::string_view b) const noexcept;
-  };
-
   uint64_t serial_;
-  std::vector<std::string> names_;
-  // Keys view into names_, which never changes after construction.
-  std::unordered_map<std::string_view, int32_t, FoldedHash, FoldedEqual> index_;
+  std::shared_ptr<const Columns> columns_;
   std::vector<std::unique_ptr<char[]>> chunks_;
   std::vector<size_t> chunk_capacities_;
   size_t chunk_used_ = 0;

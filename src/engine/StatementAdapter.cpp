@@ -352,13 +352,17 @@ std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
   Adapter adapter(tokens, rules);
   std::string out = adapter.Run();
   const Lexicon* final = rules.final_lexicon ? rules.final_lexicon : &lexicon;
+  const auto learn = [&](const Tokens& sent) {
+    if (!facts) return;
+    facts->plain_query = IsPlainQuery(sent);
+    if (rules.lifting) facts->lifted = LiftLiterals(sent, *rules.lifting);
+  };
   if (!adapter.Changed() && final == &lexicon) {
-    if (facts) facts->plain_query = IsPlainQuery(tokens);
+    learn(tokens);
     return out;
   }
   // What is sent is what counts: the adapted text, in the server's reading.
-  const Tokens sent = TokenizeCertain(out, *final);
-  if (facts) facts->plain_query = IsPlainQuery(sent);
+  learn(TokenizeCertain(out, *final));
   return out;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "engine/LiteralLifting.h"
 #include "engine/SqlTokenizer.h"
 
 namespace ZTkDb {
@@ -36,12 +37,17 @@ struct AdaptationRules {
   const Lexicon* final_lexicon = nullptr;
   // A string token rewritten for the server (see ServerDialect::HardenString).
   std::function<std::optional<std::string>(const Token&)> harden_string;
+  // Which literals of the text as sent may be bound instead (nullptr: none;
+  // the statement then runs as text).
+  const LiftingRules* lifting = nullptr;
 };
 
 // What adaptation learnt about a statement on the way.
 struct StatementFacts {
   // A SELECT that writes nothing (no INTO): what a read-only open may run.
   bool plain_query = false;
+  // The sent text's shape and literal values, where `lifting` allows it.
+  std::optional<LiftedStatement> lifted;
 };
 
 // Adapts one statement to its engine. Every byte it has no rule for is kept,

@@ -15,6 +15,7 @@
 
 #include "engine/RowSet.h"
 #include "engine/SqlTokenizer.h"
+#include "engine/StatementCache.h"
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
@@ -195,10 +196,11 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
   rows.AppendText(ColumnText(s, i));
 }
 
-Statement Prepare(sqlite3* db, const std::string& sql) {
+Statement Prepare(sqlite3* db, const std::string& sql, bool persistent = false) {
   sqlite3_stmt* raw = nullptr;
   const char* tail = nullptr;
-  const int rc = sqlite3_prepare_v2(db, sql.c_str(), static_cast<int>(sql.size()), &raw, &tail);
+  const int rc = sqlite3_prepare_v3(db, sql.c_str(), static_cast<int>(sql.size()),
+                                    persistent ? SQLITE_PREPARE_PERSISTENT : 0, &raw, &tail);
   Statement stmt(raw);
   if (rc != SQLITE_OK) RaiseSqlite(db, rc);
   if (!stmt) RaiseStandard(errInvalidStatement, kSource);
@@ -294,6 +296,36 @@ std::string AccessSignature(const std::string& path) {
 
 void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
 
+// A statement prepared once per shape, with what its result's columns are.
+struct SqliteDatabase::Prepared {
+  Statement stmt;
+  std::shared_ptr<const RowSet::Columns> columns;
+  std::vector<ColumnKind> kinds;
+
+  // The columns as the statement now has them: SQLite prepares a statement
+  // anew when the schema changed under it, possibly another process's change.
+  void Describe() {
+    const int count = sqlite3_column_count(stmt.get());
+    if (columns && static_cast<size_t>(count) == kinds.size()) return;
+    std::vector<std::string> names;
+    kinds.clear();
+    for (int i = 0; i < count; ++i) {
+      names.emplace_back(sqlite3_column_name(stmt.get(), i));
+      kinds.push_back(KindFromDeclared(sqlite3_column_decltype(stmt.get(), i)));
+    }
+    columns = std::make_shared<const RowSet::Columns>(std::move(names));
+  }
+};
+
+class SqliteDatabase::Statements : public StatementCache<Prepared> {};
+
+// Leaves a statement ready for its next run, whatever happened in this one:
+// a statement left mid-result would hold its read lock.
+struct ResetGuard {
+  sqlite3_stmt* stmt;
+  ~ResetGuard() { sqlite3_reset(stmt); }
+};
+
 SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path,
                                bool readOnly)
     : db_(std::move(db)), path_(std::move(path)), read_only_(readOnly) {
@@ -301,6 +333,39 @@ SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::s
   // The library's Jet forms come in; what goes out is read as SQLite reads it.
   rules_.lexicon = &LibraryLexicon();
   rules_.final_lexicon = &SqliteDialect().Lexical();
+  // A bound text and a string literal read alike in SQLite: both have no
+  // affinity, and a column compared with either applies its own.
+  lifting_.any_string = true;
+  if (Statements::Enabled()) {
+    rules_.lifting = &lifting_;
+    statements_ = std::make_unique<Statements>();
+  }
+}
+
+SqliteDatabase::~SqliteDatabase() = default;
+
+SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
+  sqlite3* db = Handle();
+  Prepared* p = statements_->Find(lifted.shape);
+  if (!p) {
+    Prepared fresh{Prepare(db, lifted.shape, true), {}, {}};
+    p = &statements_->Insert(lifted.shape, std::move(fresh));
+  }
+  sqlite3_stmt* s = p->stmt.get();
+  int k = 1;
+  for (const LiftedValue& v : lifted.values) {
+    const int rc = v.kind == LiftedValue::kInteger
+                       ? sqlite3_bind_int64(s, k, v.integer)
+                       : sqlite3_bind_text(s, k, v.text.data(), static_cast<int>(v.text.size()),
+                                           SQLITE_STATIC);
+    if (rc != SQLITE_OK) RaiseSqlite(db, rc);
+    ++k;
+  }
+  return *p;
+}
+
+void SqliteDatabase::ForgetStatements() {
+  if (statements_) statements_->Clear();
 }
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
@@ -411,7 +476,21 @@ void SqliteDatabase::RefuseIfMoved() {
 
 int64_t SqliteDatabase::Execute(const std::string& sql) {
   sqlite3* db = Handle();
-  Statement stmt = Prepare(db, Adapt(sql));
+  StatementFacts facts;
+  const std::string text = Adapt(sql, &facts);
+  if (facts.lifted) {
+    Prepared& p = Bound(*facts.lifted);
+    const ResetGuard reset{p.stmt.get()};
+    if (sqlite3_column_count(p.stmt.get()) > 0) {
+      Raise(3065, kSource, "Cannot execute a select query.");
+    }
+    if (read_only_) RaiseReadOnly();
+    RefuseIfMoved();
+    const int rc = sqlite3_step(p.stmt.get());
+    if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
+    return sqlite3_changes64(db);
+  }
+  Statement stmt = Prepare(db, text);
   if (sqlite3_column_count(stmt.get()) > 0) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
@@ -419,10 +498,11 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
   RefuseIfMoved();
   const int rc = sqlite3_step(stmt.get());
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
-  const char* text = sqlite3_sql(stmt.get());
-  if (text && (strncasecmp(text, "CREATE", 6) == 0 || strncasecmp(text, "DROP", 4) == 0 ||
-               strncasecmp(text, "ALTER", 5) == 0)) {
+  const char* sent = sqlite3_sql(stmt.get());
+  if (sent && (strncasecmp(sent, "CREATE", 6) == 0 || strncasecmp(sent, "DROP", 4) == 0 ||
+               strncasecmp(sent, "ALTER", 5) == 0)) {
     schema_.Clear();
+    ForgetStatements();
   }
   return sqlite3_changes64(db);
 }
@@ -432,21 +512,27 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql) {
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly();
-  Statement stmt = Prepare(db, text);
-  const int columns = sqlite3_column_count(stmt.get());
-  std::vector<std::string> names;
-  std::vector<ColumnKind> kinds;
-  for (int i = 0; i < columns; ++i) {
-    names.emplace_back(sqlite3_column_name(stmt.get(), i));
-    kinds.push_back(KindFromDeclared(sqlite3_column_decltype(stmt.get(), i)));
+  if (facts.lifted) {
+    Prepared& p = Bound(*facts.lifted);
+    const ResetGuard reset{p.stmt.get()};
+    return ReadRows(p);
   }
-  auto rows = std::make_shared<RowSet>(std::move(names));
+  Prepared once{Prepare(db, text), {}, {}};
+  return ReadRows(once);
+}
+
+std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
+  sqlite3_stmt* s = p.stmt.get();
+  p.Describe();
+  auto rows = std::make_shared<RowSet>(p.columns);
+  const int columns = static_cast<int>(p.kinds.size());
+  const ColumnKind* kinds = p.kinds.data();
   for (;;) {
-    const int rc = sqlite3_step(stmt.get());
+    const int rc = sqlite3_step(s);
     if (rc == SQLITE_DONE) break;
-    if (rc != SQLITE_ROW) RaiseSqlite(db, rc);
+    if (rc != SQLITE_ROW) RaiseSqlite(db_.get(), rc);
     rows->BeginRow();
-    for (int i = 0; i < columns; ++i) AppendCell(*rows, stmt.get(), i, kinds[static_cast<size_t>(i)]);
+    for (int i = 0; i < columns; ++i) AppendCell(*rows, s, i, kinds[i]);
     rows->EndRow();
   }
   return rows;
@@ -488,6 +574,7 @@ void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column
   }
   ExecuteInternal(sql);
   schema_.Clear();
+  ForgetStatements();
 }
 
 std::vector<std::string> SqliteDatabase::TableNames() {
@@ -525,6 +612,7 @@ void SqliteDatabase::CommitTrans() {
 void SqliteDatabase::Rollback() { ExecuteInternal("ROLLBACK"); }
 
 void SqliteDatabase::Close() noexcept {
+  ForgetStatements();
   db_.reset();
   schema_.Clear();
 }

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "engine/Database.h"
+#include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace ZTkDb::detail {
 
@@ -36,6 +38,8 @@ class SqliteDatabase final : public Database {
   // How long a writer waits for another process's lock before error 3260.
   static constexpr int kBusyTimeoutMs = 5000;
 
+  ~SqliteDatabase() override;
+
   int16_t Kind() const override { return 1; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override;
@@ -55,15 +59,24 @@ class SqliteDatabase final : public Database {
 
  private:
   SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path, bool readOnly);
+  struct Prepared;
+  class Statements;
   sqlite3* Handle();
   void ExecuteInternal(const std::string& sql);
   void RefuseIfMoved();
+  // The prepared statement for a lifted statement, its values bound.
+  Prepared& Bound(const LiftedStatement& lifted);
+  std::shared_ptr<const RowSet> ReadRows(Prepared& p);
+  void ForgetStatements();
 
   std::unique_ptr<sqlite3, SqliteCloser> db_;
   std::string path_;
   bool read_only_ = false;
+  LiftingRules lifting_;
   AdaptationRules rules_;
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
+  // Declared after db_: finalized before the connection closes.
+  std::unique_ptr<Statements> statements_;
 };
 
 }  // namespace ZTkDb::detail

@@ -1,0 +1,345 @@
+#include "engine/LiteralLifting.h"
+
+#include <map>
+#include <set>
+
+namespace ZTkDb::detail {
+namespace {
+
+using Tokens = std::vector<Token>;
+
+long NextSig(const Tokens& t, long i) {
+  for (++i; i < static_cast<long>(t.size()); ++i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+
+long PrevSig(const Tokens& t, long i) {
+  for (--i; i >= 0; --i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+
+bool IsComparison(const Token& tok) {
+  if (tok.kind == TokenKind::kOperator) {
+    return tok.text == "=" || tok.text == "<>" || tok.text == "<" || tok.text == "<=" ||
+           tok.text == ">" || tok.text == ">=" || tok.text == "!=";
+  }
+  return IsKeyword(tok, "LIKE");
+}
+
+// Keywords after which an expression's value stands.
+bool IsValueKeyword(const Token& tok) {
+  for (const char* k : {"WHERE", "AND", "OR", "NOT", "LIKE", "GLOB", "BETWEEN", "THEN", "ELSE",
+                        "WHEN", "IS", "ON", "HAVING", "CASE"}) {
+    if (IsKeyword(tok, k)) return true;
+  }
+  return false;
+}
+
+// A token that ends the value a literal is alone in: what may follow a
+// literal whose meaning comes from the column beside it.
+bool EndsValue(const Tokens& t, long i) {
+  if (i < 0) return true;
+  const Token& tok = t[static_cast<size_t>(i)];
+  return tok.kind == TokenKind::kRParen || tok.kind == TokenKind::kComma ||
+         tok.kind == TokenKind::kSemicolon || (tok.kind == TokenKind::kIdentifier && IsValueKeyword(tok)) ||
+         IsKeyword(tok, "ORDER") || IsKeyword(tok, "GROUP") || IsKeyword(tok, "LIMIT");
+}
+
+bool StartsValue(const Tokens& t, long i) {
+  if (i < 0) return true;
+  const Token& tok = t[static_cast<size_t>(i)];
+  return tok.kind == TokenKind::kLParen || tok.kind == TokenKind::kComma ||
+         (tok.kind == TokenKind::kIdentifier && IsValueKeyword(tok)) || IsKeyword(tok, "SET");
+}
+
+bool ParseInteger(std::string_view text, int64_t& out) {
+  // Eighteen digits always fit; longer numbers stay in the text.
+  if (text.empty() || text.size() > 18) return false;
+  int64_t v = 0;
+  for (char c : text) {
+    if (c < '0' || c > '9') return false;
+    v = v * 10 + (c - '0');
+  }
+  out = v;
+  return true;
+}
+
+bool ParseTimestamp(const std::string& t, LiftedValue& v) {
+  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
+    return false;
+  }
+  int parts[6];
+  const size_t at[6] = {0, 5, 8, 11, 14, 17};
+  const size_t len[6] = {4, 2, 2, 2, 2, 2};
+  for (int k = 0; k < 6; ++k) {
+    int n = 0;
+    for (size_t j = at[k]; j < at[k] + len[k]; ++j) {
+      if (t[j] < '0' || t[j] > '9') return false;
+      n = n * 10 + (t[j] - '0');
+    }
+    parts[k] = n;
+  }
+  v.kind = LiftedValue::kTimestamp;
+  v.year = static_cast<int16_t>(parts[0]);
+  v.month = static_cast<uint16_t>(parts[1]);
+  v.day = static_cast<uint16_t>(parts[2]);
+  v.hour = static_cast<uint16_t>(parts[3]);
+  v.minute = static_cast<uint16_t>(parts[4]);
+  v.second = static_cast<uint16_t>(parts[5]);
+  return true;
+}
+
+class Lifter {
+ public:
+  Lifter(const Tokens& t, const LiftingRules& rules) : t_(t), rules_(rules) {}
+
+  std::optional<LiftedStatement> Run() {
+    const long first = NextSig(t_, -1);
+    if (first < 0) return std::nullopt;
+    const Token& verb = At(first);
+    insert_ = IsKeyword(verb, "INSERT");
+    if (!insert_ && !IsKeyword(verb, "SELECT") && !IsKeyword(verb, "UPDATE") &&
+        !IsKeyword(verb, "DELETE")) {
+      return std::nullopt;
+    }
+    if (rules_.refuse_question_marks) {
+      for (const Token& tok : t_) {
+        if (tok.text.find('?') != std::string_view::npos) return std::nullopt;
+      }
+    }
+    if (IsKeyword(verb, "UPDATE") || insert_) DefaultTable(first);
+    if (insert_ && !rules_.any_string) PairInsertValues(first);
+
+    LiftedStatement out;
+    out.shape.reserve(Length() + 16);
+    std::vector<Frame> frames(1);
+    for (long i = 0; i < static_cast<long>(t_.size()); ++i) {
+      const Token& tok = At(i);
+      Frame& frame = frames.back();
+      switch (tok.kind) {
+        case TokenKind::kLParen: {
+          Frame inner;
+          inner.no_lift = frame.no_lift || frame.select_list || frame.ordering ||
+                          OpensNameList(i, frames.size() == 1) || OpensTypeSize(i);
+          frames.push_back(inner);
+          break;
+        }
+        case TokenKind::kRParen:
+          if (frames.size() > 1) frames.pop_back();
+          break;
+        case TokenKind::kIdentifier:
+          Clause(i, frame);
+          break;
+        case TokenKind::kString:
+        case TokenKind::kNumber:
+          if (!frame.no_lift && !frame.select_list && !frame.ordering && InValuePosition(i)) {
+            if (auto value = Value(i)) {
+              out.values.push_back(std::move(*value));
+              out.shape += '?';
+              continue;
+            }
+          }
+          break;
+        default:
+          break;
+      }
+      out.shape.append(tok.text);
+    }
+    return out;
+  }
+
+ private:
+  struct Frame {
+    bool no_lift = false;      // inside a bracket where no literal is lifted
+    bool select_list = false;  // between SELECT and FROM
+    bool ordering = false;     // after ORDER BY, GROUP BY, LIMIT, OFFSET
+  };
+
+  const Token& At(long i) const { return t_[static_cast<size_t>(i)]; }
+
+  size_t Length() const {
+    size_t n = 0;
+    for (const Token& tok : t_) n += tok.text.size();
+    return n;
+  }
+
+  void Clause(long i, Frame& frame) {
+    const Token& tok = At(i);
+    if (IsKeyword(tok, "SELECT")) {
+      frame.select_list = true;
+      frame.ordering = false;
+    } else if (IsKeyword(tok, "FROM") || IsKeyword(tok, "INTO")) {
+      frame.select_list = false;
+    } else if (IsKeyword(tok, "ORDER") || IsKeyword(tok, "GROUP")) {
+      const long next = NextSig(t_, i);
+      if (next >= 0 && IsKeyword(At(next), "BY")) frame.ordering = true;
+    } else if (IsKeyword(tok, "LIMIT") || IsKeyword(tok, "OFFSET")) {
+      frame.ordering = true;
+    } else if (IsKeyword(tok, "UNION") || IsKeyword(tok, "EXCEPT") || IsKeyword(tok, "INTERSECT")) {
+      frame.ordering = false;
+    }
+  }
+
+  // INSERT INTO t (a, b): names, not values.
+  bool OpensNameList(long i, bool outermost) const {
+    if (!insert_ || !outermost) return false;
+    const long name = PrevSig(t_, i);
+    if (name < 0 || At(name).kind != TokenKind::kIdentifier) return false;
+    const long into = PrevSig(t_, name);
+    return into >= 0 && IsKeyword(At(into), "INTO");
+  }
+
+  // CAST(x AS DECIMAL(19, 4)), x::numeric(19, 4): sizes, not values.
+  bool OpensTypeSize(long i) const {
+    const long type = PrevSig(t_, i);
+    if (type < 0 || At(type).kind != TokenKind::kIdentifier) return false;
+    const long before = PrevSig(t_, type);
+    return before >= 0 && (IsKeyword(At(before), "AS") || At(before).text == "::");
+  }
+
+  bool InValuePosition(long i) const {
+    const long prev = PrevSig(t_, i);
+    if (prev < 0) return false;
+    const Token& p = At(prev);
+    const bool after = (p.kind == TokenKind::kOperator && p.text != "::" && p.text != ".") ||
+                       p.kind == TokenKind::kComma || p.kind == TokenKind::kLParen ||
+                       (p.kind == TokenKind::kIdentifier && IsValueKeyword(p));
+    if (!after) return false;
+    // 'x'::type takes its type from the cast.
+    const long next = NextSig(t_, i);
+    return next < 0 || At(next).text != "::";
+  }
+
+  std::optional<LiftedValue> Value(long i) {
+    const Token& tok = At(i);
+    LiftedValue v;
+    if (tok.kind == TokenKind::kNumber) {
+      if (!ParseInteger(tok.text, v.integer)) return std::nullopt;
+      v.kind = LiftedValue::kInteger;
+      return v;
+    }
+    if (tok.text.empty() || tok.text.front() != '\'') return std::nullopt;  // prefixed, dollar, "…"
+    v.text = StringValue(tok);
+    if (rules_.any_string) return v;
+    switch (ClassBeside(i)) {
+      case ColumnClass::kText: return v;
+      case ColumnClass::kDate:
+        if (ParseTimestamp(v.text, v)) return v;
+        return std::nullopt;
+      default: return std::nullopt;
+    }
+  }
+
+  // The class of the column a string is compared with or assigned to.
+  ColumnClass ClassBeside(long i) {
+    if (!rules_.column_class) return ColumnClass::kUnknown;
+    auto paired = insert_values_.find(i);
+    if (paired != insert_values_.end()) return ClassOf(paired->second);
+    long op = PrevSig(t_, i);
+    if (op >= 0 && IsComparison(At(op)) && EndsValue(t_, NextSig(t_, i))) {
+      const long col = PrevSig(t_, op);
+      if (col >= 0 && At(col).kind == TokenKind::kIdentifier && StartsValue(t_, PrevSig(t_, col))) {
+        return ClassOf(col);
+      }
+    }
+    op = NextSig(t_, i);
+    if (op >= 0 && IsComparison(At(op)) && StartsValue(t_, PrevSig(t_, i))) {
+      const long col = NextSig(t_, op);
+      if (col >= 0 && At(col).kind == TokenKind::kIdentifier && EndsValue(t_, NextSig(t_, col))) {
+        return ClassOf(col);
+      }
+    }
+    return ColumnClass::kUnknown;
+  }
+
+  ColumnClass ClassOf(long columnToken) {
+    std::string qualifier;
+    const std::string column = ColumnName(At(columnToken), &qualifier);
+    if (!qualifier.empty()) return rules_.column_class(qualifier, column);
+    if (!default_table_.empty()) return rules_.column_class(default_table_, column);
+    // An unqualified column of a query: the tables it names must agree.
+    ColumnClass found = ColumnClass::kUnknown;
+    for (const std::string& table : Tables()) {
+      const ColumnClass c = rules_.column_class(table, column);
+      if (c == ColumnClass::kUnknown) continue;
+      if (found != ColumnClass::kUnknown && found != c) return ColumnClass::kUnknown;
+      found = c;
+    }
+    return found;
+  }
+
+  const std::set<std::string>& Tables() {
+    if (tables_) return *tables_;
+    tables_.emplace();
+    for (const Token& tok : t_) {
+      if (tok.kind != TokenKind::kIdentifier || !rules_.is_table) continue;
+      std::string qualifier;
+      std::string last = ColumnName(tok, &qualifier);
+      const std::string& candidate = qualifier.empty() ? last : qualifier;
+      if (rules_.is_table(candidate)) tables_->insert(candidate);
+    }
+    return *tables_;
+  }
+
+  void DefaultTable(long verb) {
+    long i = NextSig(t_, verb);
+    if (insert_ && i >= 0 && IsKeyword(At(i), "INTO")) i = NextSig(t_, i);
+    if (i >= 0 && At(i).kind == TokenKind::kIdentifier) default_table_ = ColumnName(At(i));
+  }
+
+  // INSERT INTO t (c1, c2) VALUES (v1, v2): each single-token value with
+  // its column.
+  void PairInsertValues(long verb) {
+    long i = NextSig(t_, verb);
+    if (i < 0 || !IsKeyword(At(i), "INTO")) return;
+    i = NextSig(t_, NextSig(t_, i));
+    if (i < 0 || At(i).kind != TokenKind::kLParen) return;
+    std::vector<long> columns;
+    for (i = NextSig(t_, i); i >= 0 && At(i).kind != TokenKind::kRParen; i = NextSig(t_, i)) {
+      if (At(i).kind == TokenKind::kIdentifier) columns.push_back(i);
+      else if (At(i).kind != TokenKind::kComma) return;
+    }
+    i = i < 0 ? -1 : NextSig(t_, i);
+    if (i < 0 || !IsKeyword(At(i), "VALUES")) return;
+    i = NextSig(t_, i);
+    if (i < 0 || At(i).kind != TokenKind::kLParen) return;
+    size_t column = 0;
+    long start = -1;
+    int count = 0;
+    for (i = NextSig(t_, i); i >= 0; i = NextSig(t_, i)) {
+      const Token& tok = At(i);
+      if (tok.kind == TokenKind::kComma || tok.kind == TokenKind::kRParen) {
+        if (count == 1 && column < columns.size()) insert_values_[start] = columns[column];
+        if (tok.kind == TokenKind::kRParen) return;
+        ++column;
+        start = -1;
+        count = 0;
+        continue;
+      }
+      // A value of more than one token (a call, an expression) is not paired.
+      if (tok.kind == TokenKind::kLParen) return;
+      if (start < 0) start = i;
+      ++count;
+    }
+  }
+
+  const Tokens& t_;
+  const LiftingRules& rules_;
+  bool insert_ = false;
+  std::string default_table_;
+  std::optional<std::set<std::string>> tables_;
+  std::map<long, long> insert_values_;
+};
+
+}  // namespace
+
+std::optional<LiftedStatement> LiftLiterals(const std::vector<Token>& tokens,
+                                            const LiftingRules& rules) {
+  return Lifter(tokens, rules).Run();
+}
+
+}  // namespace ZTkDb::detail

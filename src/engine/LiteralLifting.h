@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/SqlTokenizer.h"
+
+namespace ZTkDb::detail {
+
+// What a column holds, as far as binding a value for it is concerned.
+enum class ColumnClass { kUnknown, kText, kDate, kOther };
+
+// A literal taken out of a statement, to be bound in its place.
+struct LiftedValue {
+  enum Kind { kText, kInteger, kTimestamp } kind = kText;
+  std::string text;     // kText: the string's value ('' undone)
+  int64_t integer = 0;  // kInteger
+  // kTimestamp: the parts of 'YYYY-MM-DD HH:MM:SS'
+  int16_t year = 0;
+  uint16_t month = 0, day = 0, hour = 0, minute = 0, second = 0;
+};
+
+// A statement split into its shape (each lifted literal replaced by '?')
+// and the values that stood there. The same shape comes back for every
+// statement that differs only in those literals, so one prepared statement
+// serves them all.
+struct LiftedStatement {
+  std::string shape;
+  std::vector<LiftedValue> values;
+};
+
+// Which literals an engine may bind instead of sending them as text. A
+// literal is lifted only where the bound value provably reads like the
+// literal: in a value position (after a comparison, an operator, a comma or
+// bracket of an expression, or a keyword such as WHERE, AND, THEN), never in
+// a select list (it would name the column), an ORDER BY or GROUP BY (a
+// number there is a column position), an INSERT column list or a type's
+// size, nor where a name is expected (SQLite reads 'x' there as a name).
+struct LiftingRules {
+  // Every plain '...' in a value position (SQLite: a bound text and a string
+  // literal have the same type and no affinity).
+  bool any_string = false;
+  // Otherwise a string only where it is compared with or assigned to a
+  // column whose class this answers: kText binds as text, kDate as a
+  // timestamp (the string must be the dialect's 'YYYY-MM-DD HH:MM:SS').
+  std::function<ColumnClass(const std::string& table, const std::string& column)> column_class;
+  std::function<bool(const std::string& table)> is_table;
+  // A text that holds '?' anywhere is not lifted: a driver that rewrites
+  // markers might read one where the server sees text.
+  bool refuse_question_marks = false;
+};
+
+// The shape and values of a SELECT, INSERT, UPDATE or DELETE given as the
+// tokens of `sql`; nothing for other statements (DDL, transaction control).
+// A statement with no literal to lift has itself as its shape.
+std::optional<LiftedStatement> LiftLiterals(const std::vector<Token>& tokens,
+                                            const LiftingRules& rules);
+
+}  // namespace ZTkDb::detail
