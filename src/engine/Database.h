@@ -29,6 +29,8 @@ struct ColumnInfo {
   std::string name;
   std::string declared_type;  // as the engine reports it
   bool is_date = false;
+  // Variable-length text: a bound text compares with it as a literal would.
+  bool is_text = false;
 };
 
 // A column to be added to an existing table.

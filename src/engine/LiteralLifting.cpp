@@ -117,8 +117,10 @@ class Lifter {
     LiftedStatement out;
     out.shape.reserve(Length() + 16);
     std::vector<Frame> frames(1);
+    std::vector<size_t> starts(t_.size());
     for (long i = 0; i < static_cast<long>(t_.size()); ++i) {
       const Token& tok = At(i);
+      starts[static_cast<size_t>(i)] = out.shape.size();
       Frame& frame = frames.back();
       switch (tok.kind) {
         case TokenKind::kLParen: {
@@ -138,6 +140,13 @@ class Lifter {
         case TokenKind::kNumber:
           if (!frame.no_lift && !frame.select_list && !frame.ordering && InValuePosition(i)) {
             if (auto value = Value(i)) {
+              // A sign goes with its number: "- ?" leaves a server to guess
+              // which minus applies to an untyped parameter.
+              const long sign = PrevSig(t_, i);
+              if (value->kind == LiftedValue::kInteger && At(sign).text == "-" && IsUnary(sign)) {
+                value->integer = -value->integer;
+                out.shape.resize(starts[static_cast<size_t>(sign)]);
+              }
               out.values.push_back(std::move(*value));
               out.shape += '?';
               continue;
@@ -199,6 +208,15 @@ class Lifter {
     if (type < 0 || At(type).kind != TokenKind::kIdentifier) return false;
     const long before = PrevSig(t_, type);
     return before >= 0 && (IsKeyword(At(before), "AS") || At(before).text == "::");
+  }
+
+  // A minus that stands where a value starts.
+  bool IsUnary(long minus) const {
+    const long prev = PrevSig(t_, minus);
+    if (prev < 0) return true;
+    const Token& p = At(prev);
+    return p.kind == TokenKind::kOperator || p.kind == TokenKind::kComma ||
+           p.kind == TokenKind::kLParen || (p.kind == TokenKind::kIdentifier && IsValueKeyword(p));
   }
 
   bool InValuePosition(long i) const {

@@ -10,7 +10,10 @@ const SchemaCache::TableFacts& SchemaCache::Facts(const std::string& table) {
   TableFacts facts;
   for (const ColumnInfo& column : load_(table)) {
     facts.exists = true;
-    if (column.is_date) facts.date_columns.insert(LowerAscii(column.name));
+    auto& set = column.is_date   ? facts.date_columns
+                : column.is_text ? facts.text_columns
+                                 : facts.other_columns;
+    set.insert(LowerAscii(column.name));
   }
   return tables_.emplace(table, std::move(facts)).first->second;
 }
@@ -18,6 +21,22 @@ const SchemaCache::TableFacts& SchemaCache::Facts(const std::string& table) {
 bool SchemaCache::IsDateColumn(const std::string& table, const std::string& column) {
   const TableFacts& facts = Facts(table);
   return !facts.date_columns.empty() && facts.date_columns.count(LowerAscii(column)) != 0;
+}
+
+ColumnClass SchemaCache::ClassOf(const std::string& table, const std::string& column) {
+  const TableFacts& facts = Facts(table);
+  const std::string name = LowerAscii(column);
+  if (facts.date_columns.count(name)) return ColumnClass::kDate;
+  if (facts.text_columns.count(name)) return ColumnClass::kText;
+  if (facts.other_columns.count(name)) return ColumnClass::kOther;
+  return ColumnClass::kUnknown;
+}
+
+LiftingRules SchemaCache::Lifting() {
+  LiftingRules rules;
+  rules.is_table = [this](const std::string& t) { return IsTable(t); };
+  rules.column_class = [this](const std::string& t, const std::string& c) { return ClassOf(t, c); };
+  return rules;
 }
 
 AdaptationRules SchemaCache::Rules(std::function<std::string(const Date&)> dateLiteral) {

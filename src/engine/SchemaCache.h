@@ -21,6 +21,9 @@ class SchemaCache {
 
   bool IsTable(const std::string& table) { return Facts(table).exists; }
   bool IsDateColumn(const std::string& table, const std::string& column);
+  ColumnClass ClassOf(const std::string& table, const std::string& column);
+  // Lifting rules whose column questions this cache answers.
+  LiftingRules Lifting();
   // After DDL: everything is asked again.
   void Clear() { tables_.clear(); }
 
@@ -31,6 +34,8 @@ class SchemaCache {
   struct TableFacts {
     bool exists = false;
     std::unordered_set<std::string> date_columns;  // lower case
+    std::unordered_set<std::string> text_columns;  // lower case
+    std::unordered_set<std::string> other_columns;  // lower case
   };
   const TableFacts& Facts(const std::string& table);
 

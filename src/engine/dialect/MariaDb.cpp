@@ -79,12 +79,13 @@ class MariaDb final : public ServerDialect {
   // statement was sent. 2013 and 5013 (lost while waiting for the answer),
   // 1927 (killed), 4031 (idle timeout), 2055: gone, the statement's fate
   // unknown.
-  Loss SessionLoss(const std::string& state, long native) const override {
+  Loss SessionLoss(const std::string& state, long native,
+                   const std::string& message) const override {
     if (native == 2006 || native == 5014) return Loss::kLostBeforeStatement;
     if (native == 2013 || native == 5013 || native == 1927 || native == 4031 || native == 2055) {
       return Loss::kSessionLost;
     }
-    return ServerDialect::SessionLoss(state, native);
+    return ServerDialect::SessionLoss(state, native, message);
   }
 
   const ColumnTypes& Types() const override {
@@ -95,6 +96,10 @@ class MariaDb final : public ServerDialect {
   }
 
   bool CatalogIsDatabase() const override { return true; }
+  // Integers, and strings beside a text or date column: a bound value takes
+  // the connection's character set like a literal, and a date compares as
+  // a DATETIME either way.
+  bool BindsLiterals() const override { return true; }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

@@ -86,9 +86,20 @@ class Postgres final : public ServerDialect {
   // 57P01..03: the server ended the session (shutdown, crash, or a
   // terminated backend) and says so before it reads another statement; a
   // statement that was running is rolled back with it.
-  Loss SessionLoss(const std::string& state, long native) const override {
+  Loss SessionLoss(const std::string& state, long native,
+                   const std::string& message) const override {
     if (state == "57P01" || state == "57P02" || state == "57P03") return Loss::kLostBeforeStatement;
-    return ServerDialect::SessionLoss(state, native);
+    // psqlodbc reports a session that died under a prepared statement as a
+    // general error carrying libpq's words; whether the statement ran is
+    // not known then.
+    if (state == "HY000" && (message.find("server closed the connection unexpectedly") !=
+                                 std::string::npos ||
+                             message.find("terminating connection due to administrator command") !=
+                                 std::string::npos ||
+                             message.find("no connection to the server") != std::string::npos)) {
+      return Loss::kSessionLost;
+    }
+    return ServerDialect::SessionLoss(state, native, message);
   }
 
   const ColumnTypes& Types() const override {
@@ -97,6 +108,13 @@ class Postgres final : public ServerDialect {
                                            "TIMESTAMP(0)", "TEXT",          "VARCHAR(255)"};
     return kTypes;
   }
+
+  // An integer literal is int4 (int8 beyond), as the bound value is typed;
+  // a string literal takes the type of the text or timestamp column beside
+  // it, which a text bound as varchar or a timestamp matches. Fixed-width
+  // char(n) columns are not "text" here: varchar would compare with their
+  // padding.
+  bool BindsLiterals() const override { return true; }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

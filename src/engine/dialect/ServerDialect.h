@@ -55,7 +55,8 @@ class ServerDialect {
   // says that the statement which got it never ran (so that running it again
   // on a new session cannot run it twice).
   enum class Loss { kNone, kSessionLost, kLostBeforeStatement };
-  virtual Loss SessionLoss(const std::string& sqlstate, long /*native*/) const {
+  virtual Loss SessionLoss(const std::string& sqlstate, long /*native*/,
+                           const std::string& /*message*/) const {
     return sqlstate.starts_with("08") ? Loss::kSessionLost : Loss::kNone;
   }
   // The server's column types for the DAO types the library creates.
@@ -79,6 +80,13 @@ class ServerDialect {
   // Whether text travels as UTF-8 through the driver's narrow calls (an
   // ANSI driver that stores what it is given).
   virtual bool NarrowText() const { return false; }
+
+  // Whether literals may be bound in place (see LiftingRules): only where
+  // the server's typing of a bound value is known to match its literal's.
+  virtual bool BindsLiterals() const { return false; }
+  // Whether any plain string reads like a bound text, wherever it stands in
+  // a value position (SQLite), rather than only beside a known column.
+  virtual bool StringsReadAsBoundText() const { return false; }
 };
 
 const ServerDialect& SqliteDialect();

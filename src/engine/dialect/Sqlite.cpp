@@ -61,6 +61,8 @@ class Sqlite final : public ServerDialect {
   // of each UTF-16 unit of a wide call. Its narrow calls take and give UTF-8
   // bytes as SQLite stores them.
   bool NarrowText() const override { return true; }
+  bool BindsLiterals() const override { return true; }
+  bool StringsReadAsBoundText() const override { return true; }
 
  private:
   Lexicon lexicon_ = MakeLexicon(false);

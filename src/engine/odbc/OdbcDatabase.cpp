@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <mutex>
@@ -9,6 +10,7 @@
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcError.h"
 #include "engine/odbc/OdbcFetch.h"
+#include "engine/odbc/OdbcPrepared.h"
 #include "engine/odbc/Utf16.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
@@ -100,6 +102,7 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
 // The same connection string and session set-up as the first time.
 void OdbcDatabase::Reconnect() {
   Session session = Connect(connect_, read_only_);
+  ForgetStatements();  // prepared on the session that died
   dbc_ = std::move(session.dbc);
   env_ = std::move(session.env);
   lost_ = false;
@@ -137,6 +140,14 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
   rules_ = schema_.Rules([this](const Date& d) { return dialect_->DateLiteral(d); });
   rules_.lexicon = &dialect_->Lexical();
   rules_.harden_string = [this](const Token& t) { return dialect_->HardenString(t); };
+  if (dialect_->BindsLiterals() && Statements::Enabled()) {
+    lifting_ = schema_.Lifting();
+    lifting_.any_string = dialect_->StringsReadAsBoundText();
+    // The driver finds its parameter markers with a reading of its own.
+    lifting_.refuse_question_marks = true;
+    rules_.lifting = &lifting_;
+    statements_ = std::make_unique<Statements>();
+  }
 }
 
 OdbcDatabase::~OdbcDatabase() { Close(); }
@@ -161,11 +172,29 @@ void OdbcDatabase::SetUpSession() {
 }
 
 void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) {
-  const auto records = Diagnostics(type, handle);
+  auto records = Diagnostics(type, handle);
   loss_ = ServerDialect::Loss::kNone;
   for (const auto& record : records) {
-    const auto loss = dialect_->SessionLoss(record.sqlstate, record.native);
+    const auto loss = dialect_->SessionLoss(record.sqlstate, record.native, record.message);
     if (loss > loss_) loss_ = loss;
+  }
+  const bool named = std::any_of(records.begin(), records.end(), [](const OdbcDiagnostic& r) {
+    return r.sqlstate.starts_with("08") || r.sqlstate.starts_with("57");
+  });
+  // Some drivers report a session that died under a prepared statement only
+  // as a general error; the connection itself knows. Whether the statement
+  // ran is not known then, so a write is not tried again.
+  SQLUINTEGER dead = SQL_CD_FALSE;
+  if (loss_ == ServerDialect::Loss::kNone && dbc_ && type == SQL_HANDLE_STMT &&
+      Succeeded(SQLGetConnectAttr(dbc_.Get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr)) &&
+      dead == SQL_CD_TRUE) {
+    loss_ = ServerDialect::Loss::kSessionLost;
+  }
+  // The host learns that the connection was lost under the state class
+  // every driver uses for it.
+  if (loss_ != ServerDialect::Loss::kNone && !named) {
+    records.insert(records.begin(),
+                   OdbcDiagnostic{"08S01", 0, "The connection to the server was lost."});
   }
   if (loss_ != ServerDialect::Loss::kNone) lost_ = true;
   RaiseDiagnostics(records, what, *dialect_);
@@ -214,9 +243,13 @@ std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
 }
 
 int64_t OdbcDatabase::Execute(const std::string& sql) {
-  const std::string text = Adapt(sql);
+  StatementFacts facts;
+  const std::string text = Adapt(sql, &facts);
   if (StartsWithWord(text, "SELECT")) Raise(3065, kSource, "Cannot execute a select query.");
   if (read_only_) RaiseReadOnly(kSource);
+  if (facts.lifted) {
+    return OnLiveSession(false, [&] { return ExecuteLifted(*facts.lifted); });
+  }
   const SQLLEN count = OnLiveSession(false, [&]() -> SQLLEN {
     OdbcStmt stmt = NewStatement();
     if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
@@ -229,6 +262,7 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
   if (StartsWithWord(text, "CREATE") || StartsWithWord(text, "ALTER") ||
       StartsWithWord(text, "DROP")) {
     schema_.Clear();
+    ForgetStatements();
   }
   return count < 0 ? 0 : count;
 }
@@ -237,47 +271,21 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
   OdbcStmt stmt = NewStatement();
   ExecDirect(stmt, sql);
   schema_.Clear();
-}
-
-std::string OdbcDatabase::QueryText(const std::string& sql) {
-  StatementFacts facts;
-  std::string text = Adapt(sql, &facts);
-  if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
-  return text;
+  ForgetStatements();
 }
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
-  const std::string text = QueryText(sql);
+  StatementFacts facts;
+  const std::string text = Adapt(sql, &facts);
+  if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
+  if (facts.lifted) return OnLiveSession(true, [&] { return QueryPrepared(*facts.lifted); });
   return OnLiveSession(true, [&] { return RunQuery(text); });
 }
 
 std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text) {
   OdbcStmt stmt = NewStatement();
-  const bool noData = ExecDirect(stmt, text) == SQL_NO_DATA;
-  SQLSMALLINT columns = 0;
-  if (!noData && !Succeeded(SQLNumResultCols(stmt.Get(), &columns))) {
-    Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLNumResultCols");
-  }
-  std::vector<std::string> names;
-  std::vector<Fetch> fetches;
-  for (SQLUSMALLINT i = 1; i <= columns; ++i) {
-    const ColumnDescription d = Describe(stmt.Get(), i, narrow_);
-    names.push_back(d.name);
-    fetches.push_back(FetchFor(d.type, d.digits, d.type_name));
-  }
-  auto rows = std::make_shared<RowSet>(std::move(names));
-  if (noData || columns == 0) return rows;
-  for (;;) {
-    const SQLRETURN rc = SQLFetch(stmt.Get());
-    if (rc == SQL_NO_DATA) break;
-    if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLFetch");
-    rows->BeginRow();
-    for (SQLUSMALLINT i = 1; i <= columns; ++i) {
-      AppendCell(*rows, stmt.Get(), i, fetches[i - 1], narrow_);
-    }
-    rows->EndRow();
-  }
-  return rows;
+  if (ExecDirect(stmt, text) == SQL_NO_DATA) return std::make_shared<RowSet>(std::vector<std::string>{});
+  return ReadResult(stmt.Get(), nullptr);
 }
 
 std::string OdbcDatabase::Catalog() {
@@ -320,6 +328,8 @@ std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
     FetchFixed(stmt.Get(), 5, SQL_C_SSHORT, dataType);
     FetchText(stmt.Get(), 6, narrow_, info.declared_type);
     info.is_date = FetchFor(dataType, 0, info.declared_type) == Fetch::kDate;
+    info.is_text = !info.is_date && (dataType == SQL_VARCHAR || dataType == SQL_LONGVARCHAR ||
+                                     dataType == SQL_WVARCHAR || dataType == SQL_WLONGVARCHAR);
     out.push_back(std::move(info));
   }
   return out;
@@ -416,6 +426,7 @@ void OdbcDatabase::CommitTrans() { EndTransaction(SQL_COMMIT); }
 void OdbcDatabase::Rollback() { EndTransaction(SQL_ROLLBACK); }
 
 void OdbcDatabase::Close() noexcept {
+  ForgetStatements();
   lost_ = false;
   in_transaction_ = false;
   dbc_.Reset();

@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "engine/Database.h"
+#include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 #include "engine/dialect/ServerDialect.h"
+#include "engine/odbc/OdbcFetch.h"
 #include "engine/odbc/OdbcHandle.h"
 
 namespace ZTkDb::detail {
@@ -73,8 +75,24 @@ class OdbcDatabase final : public Database {
   // said the statement never ran.
   template <typename Run>
   auto OnLiveSession(bool idempotent, Run&& run) -> decltype(run());
-  std::string QueryText(const std::string& sql);
   std::shared_ptr<const RowSet> RunQuery(const std::string& text);
+  // The statements of lifted literals, prepared once per shape and run
+  // with the values bound (OdbcPrepared.cpp).
+  struct Prepared;
+  class Statements;
+  struct Parameters;
+  Prepared& PreparedFor(const LiftedStatement& lifted);
+  // Executes the prepared statement with `lifted`'s values; false when the
+  // statement matched nothing (SQL_NO_DATA).
+  bool ExecutePrepared(Prepared& p, const LiftedStatement& lifted);
+  std::shared_ptr<const RowSet> QueryPrepared(const LiftedStatement& lifted);
+  int64_t ExecuteLifted(const LiftedStatement& lifted);
+  void ForgetStatements() noexcept;
+  // Reads the result of an executed statement; `p` keeps its columns' names
+  // and fetches for the next run of the same shape.
+  std::shared_ptr<const RowSet> ReadResult(SQLHSTMT stmt, Prepared* p);
+  std::shared_ptr<const RowSet> FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
+                                          std::shared_ptr<RowSet> rows);
   std::vector<std::string> CatalogTables();
   // Raises the failed call's error; notes whether it says the session is gone.
   [[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what);
@@ -103,6 +121,8 @@ class OdbcDatabase final : public Database {
   bool narrow_ = false;
   AdaptationRules rules_;
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
+  LiftingRules lifting_;
+  std::unique_ptr<Statements> statements_;
 };
 
 }  // namespace ZTkDb::detail

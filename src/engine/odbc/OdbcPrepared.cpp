@@ -1,0 +1,199 @@
+// Statements whose literals were lifted: prepared once per shape, executed
+// with the values bound, their results described once per shape.
+#include "engine/odbc/OdbcPrepared.h"
+
+#include <algorithm>
+
+#include "engine/odbc/OdbcError.h"
+#include "engine/odbc/Utf16.h"
+
+namespace ZTkDb::detail {
+namespace {
+
+// The shape and the types its markers are bound with: a server types a
+// prepared statement's parameters once.
+std::string KeyOf(const LiftedStatement& lifted) {
+  std::string key = lifted.shape;
+  key += '\x01';
+  for (const LiftedValue& v : lifted.values) {
+    switch (v.kind) {
+      case LiftedValue::kText: key += 't'; break;
+      case LiftedValue::kTimestamp: key += 'd'; break;
+      case LiftedValue::kInteger: key += v.integer > INT32_MAX ? 'b' : 'i'; break;
+    }
+  }
+  return key;
+}
+
+// Closes the statement's cursor, so that it can run again.
+struct CursorCloser {
+  SQLHSTMT stmt;
+  ~CursorCloser() { SQLFreeStmt(stmt, SQL_CLOSE); }
+};
+
+}  // namespace
+
+// The bound values, kept until the statement has run. Every vector is
+// reserved for all values first: the driver holds pointers into them.
+struct OdbcDatabase::Parameters {
+  explicit Parameters(size_t n) {
+    wide.reserve(n);
+    narrow.reserve(n);
+    stamps.reserve(n);
+    integers.reserve(n);
+    lengths.reserve(n);
+  }
+  std::vector<std::basic_string<SQLWCHAR>> wide;
+  std::vector<std::string> narrow;
+  std::vector<SQL_TIMESTAMP_STRUCT> stamps;
+  std::vector<SQLBIGINT> integers;
+  std::vector<SQLLEN> lengths;
+};
+
+void OdbcDatabase::ForgetStatements() noexcept {
+  if (statements_) statements_->Clear();
+}
+
+OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted) {
+  const std::string key = KeyOf(lifted);
+  if (Prepared* found = statements_->Find(key)) return *found;
+  OdbcStmt stmt = NewStatement();
+  SQLRETURN rc;
+  if (narrow_) {
+    std::string bytes = lifted.shape;
+    rc = SQLPrepare(stmt.Get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
+                    static_cast<SQLINTEGER>(bytes.size()));
+  } else {
+    auto wide = ToUtf16(lifted.shape);
+    rc = SQLPrepareW(stmt.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+  }
+  if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLPrepare");
+  return statements_->Insert(key, Prepared{std::move(stmt), nullptr, {}});
+}
+
+bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
+  SQLHSTMT s = p.stmt.Get();
+  Parameters params(lifted.values.size());
+  SQLUSMALLINT k = 1;
+  for (const LiftedValue& v : lifted.values) {
+    SQLRETURN rc = SQL_SUCCESS;
+    switch (v.kind) {
+      case LiftedValue::kInteger: {
+        params.integers.push_back(v.integer);
+        const bool wide = v.integer > INT32_MAX;
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_SBIGINT, wide ? SQL_BIGINT : SQL_INTEGER,
+                              0, 0, &params.integers.back(), 0, nullptr);
+        break;
+      }
+      case LiftedValue::kText: {
+        SQLLEN bytes = 0;
+        SQLPOINTER data = nullptr;
+        SQLULEN size = 0;
+        if (narrow_) {
+          params.narrow.push_back(v.text);
+          bytes = static_cast<SQLLEN>(v.text.size());
+          data = params.narrow.back().data();
+          size = v.text.size();
+        } else {
+          params.wide.push_back(ToUtf16(v.text));
+          size = params.wide.back().size();
+          bytes = static_cast<SQLLEN>(size * sizeof(SQLWCHAR));
+          data = params.wide.back().data();
+        }
+        params.lengths.push_back(bytes);
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, narrow_ ? SQL_C_CHAR : SQL_C_WCHAR,
+                              narrow_ ? SQL_VARCHAR : SQL_WVARCHAR, std::max<SQLULEN>(size, 1), 0,
+                              data, bytes, &params.lengths.back());
+        break;
+      }
+      case LiftedValue::kTimestamp: {
+        SQL_TIMESTAMP_STRUCT ts{};
+        ts.year = v.year;
+        ts.month = v.month;
+        ts.day = v.day;
+        ts.hour = v.hour;
+        ts.minute = v.minute;
+        ts.second = v.second;
+        params.stamps.push_back(ts);
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 19,
+                              0, &params.stamps.back(), sizeof ts, nullptr);
+        break;
+      }
+    }
+    if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, s, "SQLBindParameter");
+    ++k;
+  }
+  const SQLRETURN rc = SQLExecute(s);
+  if (rc == SQL_NO_DATA) return false;
+  if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, s, "SQLExecute");
+  return true;
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::QueryPrepared(const LiftedStatement& lifted) {
+  Prepared& p = PreparedFor(lifted);
+  try {
+    const CursorCloser close{p.stmt.Get()};
+    if (!ExecutePrepared(p, lifted)) return std::make_shared<RowSet>(std::vector<std::string>{});
+    return ReadResult(p.stmt.Get(), &p);
+  } catch (...) {
+    // A statement that failed is prepared afresh next time.
+    statements_->Erase(KeyOf(lifted));
+    throw;
+  }
+}
+
+int64_t OdbcDatabase::ExecuteLifted(const LiftedStatement& lifted) {
+  Prepared& p = PreparedFor(lifted);
+  try {
+    const CursorCloser close{p.stmt.Get()};
+    if (!ExecutePrepared(p, lifted)) return 0;
+    SQLLEN affected = 0;
+    if (!Succeeded(SQLRowCount(p.stmt.Get(), &affected))) {
+      Fail(SQL_HANDLE_STMT, p.stmt.Get(), "SQLRowCount");
+    }
+    return std::max<SQLLEN>(affected, 0);
+  } catch (...) {
+    statements_->Erase(KeyOf(lifted));
+    throw;
+  }
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* p) {
+  std::vector<Fetch> described;
+  if (!p || !p->columns) {
+    SQLSMALLINT count = 0;
+    if (!Succeeded(SQLNumResultCols(stmt, &count))) Fail(SQL_HANDLE_STMT, stmt, "SQLNumResultCols");
+    std::vector<std::string> names;
+    for (SQLUSMALLINT i = 1; i <= count; ++i) {
+      const ColumnDescription d = Describe(stmt, i, narrow_);
+      names.push_back(d.name);
+      described.push_back(FetchFor(d.type, d.digits, d.type_name));
+    }
+    auto columns = std::make_shared<const RowSet::Columns>(std::move(names));
+    if (!p) {
+      auto rows = std::make_shared<RowSet>(columns);
+      return FetchRows(stmt, described, rows);
+    }
+    p->columns = std::move(columns);
+    p->fetches = std::move(described);
+  }
+  return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns));
+}
+
+// Row by row, each cell read with SQLGetData into its kind.
+std::shared_ptr<const RowSet> OdbcDatabase::FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
+                                                      std::shared_ptr<RowSet> rows) {
+  const auto columns = static_cast<SQLUSMALLINT>(fetches.size());
+  if (columns == 0) return rows;
+  for (;;) {
+    const SQLRETURN rc = SQLFetch(stmt);
+    if (rc == SQL_NO_DATA) break;
+    if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt, "SQLFetch");
+    rows->BeginRow();
+    for (SQLUSMALLINT i = 1; i <= columns; ++i) AppendCell(*rows, stmt, i, fetches[i - 1], narrow_);
+    rows->EndRow();
+  }
+  return rows;
+}
+
+}  // namespace ZTkDb::detail
