@@ -227,9 +227,18 @@ class Lifter {
                        p.kind == TokenKind::kComma || p.kind == TokenKind::kLParen ||
                        (p.kind == TokenKind::kIdentifier && IsValueKeyword(p));
     if (!after) return false;
+    // A literal that runs on into the next token (0x10 read as 0 and x10 by
+    // a lexer that has no hex numbers) is not one value.
+    if (static_cast<size_t>(i) + 1 < t_.size()) {
+      const TokenKind joined = At(i + 1).kind;
+      if (joined == TokenKind::kIdentifier || joined == TokenKind::kNumber ||
+          joined == TokenKind::kString || joined == TokenKind::kOther) {
+        return false;
+      }
+    }
     // 'x'::type takes its type from the cast.
     const long next = NextSig(t_, i);
-    return next < 0 || At(next).text != "::";
+    return next < 0 || !At(next).text.starts_with(":");
   }
 
   std::optional<LiftedValue> Value(long i) {
