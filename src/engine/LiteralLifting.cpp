@@ -178,6 +178,8 @@ class Lifter {
 
   void Clause(long i, Frame& frame) {
     const Token& tok = At(i);
+    // Most identifiers are names; the clause words are all short.
+    if (tok.text.size() > 9) return;
     if (IsKeyword(tok, "SELECT")) {
       frame.select_list = true;
       frame.ordering = false;

@@ -38,6 +38,8 @@ std::string LowerAscii(std::string_view s) {
 }
 
 RowSet::Columns::Columns(std::vector<std::string> names) : names_(std::move(names)) {
+  static std::atomic<uint64_t> next{1};
+  serial_ = next++;
   index_.reserve(names_.size());
   for (size_t i = 0; i < names_.size(); ++i) {
     index_.emplace(std::string_view(names_[i]), static_cast<int32_t>(i));
@@ -47,10 +49,7 @@ RowSet::Columns::Columns(std::vector<std::string> names) : names_(std::move(name
 RowSet::RowSet(std::vector<std::string> names)
     : RowSet(std::make_shared<const Columns>(std::move(names))) {}
 
-RowSet::RowSet(std::shared_ptr<const Columns> columns) : columns_(std::move(columns)) {
-  static std::atomic<uint64_t> next{1};
-  serial_ = next++;
-}
+RowSet::RowSet(std::shared_ptr<const Columns> columns) : columns_(std::move(columns)) {}
 
 namespace {
 char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }

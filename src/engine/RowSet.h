@@ -27,8 +27,10 @@ class RowSet {
     Columns& operator=(const Columns&) = delete;
     const std::vector<std::string>& Names() const { return names_; }
     int32_t IndexOf(const std::string& name) const;
+    uint64_t Serial() const { return serial_; }
 
    private:
+    uint64_t serial_;
     // Column names hashed and compared without regard to ASCII case, so
     // that a lookup needs no folded copy of the name.
     struct FoldedHash {
@@ -81,9 +83,10 @@ class RowSet {
   static Variant ToVariant(const Cell& cell);
   void DecodeRow(int64_t row, std::vector<Variant>& out) const;
 
-  // Distinct for every RowSet of the process: a key for what readers cache
-  // about a result's columns.
-  uint64_t Serial() const { return serial_; }
+  // Distinct for every set of columns of the process, and the same for the
+  // results of one prepared statement: a key for what readers cache about a
+  // result's columns.
+  uint64_t Serial() const { return columns_->Serial(); }
 
   // Bytes held for the rows (chunks and row index), for memory accounting.
   size_t AllocatedBytes() const;
@@ -91,7 +94,6 @@ class RowSet {
  private:
   char* Reserve(size_t bytes);
 
-  uint64_t serial_;
   std::shared_ptr<const Columns> columns_;
   std::vector<std::unique_ptr<char[]>> chunks_;
   std::vector<size_t> chunk_capacities_;

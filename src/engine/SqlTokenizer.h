@@ -85,7 +85,18 @@ struct Lexicon {
   // A string whose end depends on whether a backslash escapes is refused
   // (a server whose string rules are not known).
   bool ambiguous_backslashes = false;
+
+  bool operator==(const Lexicon&) const = default;
 };
+
+// Whether `text` reads the same in both lexicons without being read twice:
+// they are the same, or differ only in Jet dates and the text has no '#'.
+inline bool ReadAlike(const Lexicon& a, const Lexicon& b, std::string_view text) {
+  if (&a == &b) return true;
+  Lexicon withDates = b;
+  withDates.jet_dates = a.jet_dates;
+  return withDates == a && text.find('#') == std::string_view::npos;
+}
 
 // The library's own reading (Jet forms on top of SQLite's rules), used where
 // no server is involved.

@@ -100,6 +100,7 @@ class Adapter {
     if (rules_.unqualify_update_set) UpdateSetTargets();
     if (rules_.harden_string) HardenStrings();
     for (const auto& r : replacement_) changed_ |= r.has_value();
+    if (!changed_) return {};  // the caller keeps the text as it came
     std::string out;
     out.reserve(t_.empty() ? 0 : static_cast<size_t>(t_.back().text.data() - t_.front().text.data()) + t_.back().text.size() + 64);
     for (size_t i = 0; i < t_.size(); ++i) {
@@ -351,13 +352,14 @@ std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
   const Tokens tokens = TokenizeCertain(sql, lexicon);
   Adapter adapter(tokens, rules);
   std::string out = adapter.Run();
+  if (!adapter.Changed()) out = sql;
   const Lexicon* final = rules.final_lexicon ? rules.final_lexicon : &lexicon;
   const auto learn = [&](const Tokens& sent) {
     if (!facts) return;
     facts->plain_query = IsPlainQuery(sent);
     if (rules.lifting) facts->lifted = LiftLiterals(sent, *rules.lifting);
   };
-  if (!adapter.Changed() && final == &lexicon) {
+  if (!adapter.Changed() && ReadAlike(lexicon, *final, sql)) {
     learn(tokens);
     return out;
   }
