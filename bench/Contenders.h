@@ -34,10 +34,10 @@ std::unique_ptr<Contender> SqliteCpp(const std::string& path, bool write);
 // ODBC's C API: SQLPrepare once and SQLBindParameter, cells read row by row
 // with SQLGetData; or SQLExecDirect with the literal text.
 std::unique_ptr<Contender> RawOdbc(const std::string& connect, bool literal);
-// SOCI on its native PostgreSQL backend (libpq), prepared statements read
-// into soci::row. `connect` is the ODBC connection string of the same
-// database.
-std::unique_ptr<Contender> Soci(const std::string& connect);
+// SOCI, prepared statements read into soci::row: through its ODBC backend
+// and the same driver, or (`native`) its PostgreSQL backend on libpq.
+// `connect` is the ODBC connection string either way.
+std::unique_ptr<Contender> Soci(const std::string& connect, bool native);
 
 // The shape and values of a statement text as the engine sent it.
 ZTkDb::detail::LiftedStatement Shape(const std::string& sent, bool server);

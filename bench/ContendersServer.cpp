@@ -1,6 +1,7 @@
 // The server contenders: ODBC's C API, prepared or literal, and SOCI on
 // its native PostgreSQL backend.
 #include <benchmark/benchmark.h>
+#include <soci/odbc/soci-odbc.h>
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
 #include <sql.h>
@@ -192,7 +193,11 @@ std::map<std::string, std::string> Keys(const std::string& connect) {
 
 class SociContender final : public Contender {
  public:
-  explicit SociContender(const std::string& connect) {
+  SociContender(const std::string& connect, bool native) {
+    if (!native) {
+      session_.open(soci::odbc, connect);
+      return;
+    }
     auto k = Keys(connect);
     session_.open(soci::postgresql, "host=" + k["servername"] + " port=" + k["port"] + " user=" +
                                         k["username"] + " dbname=" + k["database"]);
@@ -272,8 +277,8 @@ std::unique_ptr<Contender> RawOdbc(const std::string& connect, bool literal) {
   return std::make_unique<RawOdbcContender>(connect, literal);
 }
 
-std::unique_ptr<Contender> Soci(const std::string& connect) {
-  return std::make_unique<SociContender>(connect);
+std::unique_ptr<Contender> Soci(const std::string& connect, bool native) {
+  return std::make_unique<SociContender>(connect, native);
 }
 
 }  // namespace bench

@@ -89,7 +89,8 @@ Field SqliteField(const std::string& path, bool write, const std::string& tag) {
 Field ServerField(const std::string& connect) {
   Field f;
   f.contenders.emplace_back("raw", bench::RawOdbc(connect, false));
-  f.contenders.emplace_back("soci", bench::Soci(connect));
+  f.contenders.emplace_back("soci", bench::Soci(connect, false));
+  f.contenders.emplace_back("soci-libpq", bench::Soci(connect, true));
   f.contenders.emplace_back("literal", bench::RawOdbc(connect, true));
   return f;
 }

@@ -223,3 +223,22 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
                  std::filesystem::file_size(path + "-wal") > 0);
   }
 }
+
+// A list is read in blocks of rows where the driver allows it: texts too
+// long for the block's arrays, in any row of any block, come back whole.
+TEST_P(BadInput, LongTextsComeBackWholeFromAnyRowOfALongList) {
+  std::string remark;
+  while (remark.size() < 3000) remark += "Grüße 😀 'lang' ";
+  for (int i = 0; i < 300; ++i) Report("M" + std::to_string(i), i % 97 == 5 ? remark + std::to_string(i) : "kurz");
+  CMeldungListe list;
+  list.ConnectStorage("bad");
+  list.ReadAll();
+  ASSERT_EQ(list.Count(), 300);
+  int whole = 0;
+  for (auto r = list.MoveFirst(); r; r = list.MoveNext()) {
+    const int i = std::stoi(r->Melder().substr(1));
+    EXPECT_EQ(r->Bemerkung(), i % 97 == 5 ? remark + std::to_string(i) : "kurz") << i;
+    whole += r->Bemerkung().size() > 3000;
+  }
+  EXPECT_EQ(whole, 4);
+}

@@ -115,6 +115,7 @@ class Postgres final : public ServerDialect {
   // char(n) columns are not "text" here: varchar would compare with their
   // padding.
   bool BindsLiterals() const override { return true; }
+  bool FetchesInBlocks() const override { return true; }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

@@ -87,6 +87,10 @@ class ServerDialect {
   // Whether any plain string reads like a bound text, wherever it stands in
   // a value position (SQLite), rather than only beside a known column.
   virtual bool StringsReadAsBoundText() const { return false; }
+  // Whether results are read a block of rows at a time into bound arrays
+  // (the driver gets data from a bound column of a block, SQL_GD_BLOCK and
+  // SQL_GD_BOUND, as psqlodbc does).
+  virtual bool FetchesInBlocks() const { return false; }
 };
 
 const ServerDialect& SqliteDialect();

@@ -148,6 +148,7 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
     rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
   }
+  if (dialect_->FetchesInBlocks()) blocks_ = std::make_unique<BlockFetcher>();
 }
 
 OdbcDatabase::~OdbcDatabase() { Close(); }

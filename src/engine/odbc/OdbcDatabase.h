@@ -10,6 +10,7 @@
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 #include "engine/dialect/ServerDialect.h"
+#include "engine/odbc/OdbcBlockFetch.h"
 #include "engine/odbc/OdbcFetch.h"
 #include "engine/odbc/OdbcHandle.h"
 
@@ -123,6 +124,7 @@ class OdbcDatabase final : public Database {
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
   LiftingRules lifting_;
   std::unique_ptr<Statements> statements_;
+  std::unique_ptr<BlockFetcher> blocks_;
 };
 
 }  // namespace ZTkDb::detail

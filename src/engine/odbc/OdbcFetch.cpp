@@ -131,32 +131,54 @@ bool FetchText(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, std::string& out
   return true;
 }
 
+void AppendInteger(RowSet& rows, Fetch fetch, int64_t v) {
+  switch (fetch) {
+    case Fetch::kBool: return rows.AppendBool(v != 0);
+    case Fetch::kByte:
+      if (v >= 0 && v <= 255) return rows.AppendByte(static_cast<uint8_t>(v));
+      [[fallthrough]];
+    case Fetch::kShort:
+      if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
+      [[fallthrough]];
+    default:
+      if (v >= INT32_MIN && v <= INT32_MAX) return rows.AppendLong(static_cast<int32_t>(v));
+      return rows.AppendDouble(static_cast<double>(v));
+  }
+}
+
+void AppendCurrencyText(RowSet& rows, const std::string& text) {
+  int64_t scaled = 0;
+  if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
+  double d = 0;
+  // Beyond the currency range the field that reads it raises 6.
+  if (TryParseNumber(text, d)) return rows.AppendDouble(d);
+  rows.AppendText(text);
+}
+
+void AppendTimestamp(RowSet& rows, const SQL_TIMESTAMP_STRUCT& ts) {
+  try {
+    rows.AppendDate(Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
+  } catch (const Error&) {
+    // No calendar date (a server's zero date): the field that reads it raises.
+    rows.AppendText(std::to_string(ts.year) + "-" + std::to_string(ts.month) + "-" +
+                    std::to_string(ts.day));
+  }
+}
+
 void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, bool narrow) {
   switch (fetch) {
-    case Fetch::kBool: {
-      SQLINTEGER v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      return rows.AppendBool(v != 0);
-    }
+    case Fetch::kBool:
     case Fetch::kByte:
-    case Fetch::kShort: {
-      SQLINTEGER v = 0;
-      if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      if (fetch == Fetch::kByte && v >= 0 && v <= 255)
-        return rows.AppendByte(static_cast<uint8_t>(v));
-      if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
-      return rows.AppendLong(v);
-    }
+    case Fetch::kShort:
     case Fetch::kLong: {
       SQLINTEGER v = 0;
       if (!FetchFixed(stmt, column, SQL_C_SLONG, v)) return rows.AppendNull();
-      return rows.AppendLong(v);
+      return AppendInteger(rows, fetch, v);
     }
     case Fetch::kBigint: {
       SQLBIGINT v = 0;
       if (!FetchFixed(stmt, column, SQL_C_SBIGINT, v)) return rows.AppendNull();
-      if (v >= INT32_MIN && v <= INT32_MAX) return rows.AppendLong(static_cast<int32_t>(v));
-      return rows.AppendDouble(static_cast<double>(v));
+      return AppendInteger(rows, fetch, v);
     }
     case Fetch::kDouble: {
       SQLDOUBLE v = 0;
@@ -168,12 +190,7 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
       // server's exact value and ours.
       thread_local std::string text;
       if (!FetchText(stmt, column, narrow, text)) return rows.AppendNull();
-      int64_t scaled = 0;
-      if (ParseScaled(text, scaled)) return rows.AppendCurrency(scaled);
-      double d = 0;
-      // Beyond the currency range the field that reads it raises 6.
-      if (TryParseNumber(text, d)) return rows.AppendDouble(d);
-      return rows.AppendText(text);
+      return AppendCurrencyText(rows, text);
     }
     case Fetch::kDate: {
       SQL_TIMESTAMP_STRUCT ts{};
@@ -182,14 +199,7 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
           SQLGetData(stmt, column, SQL_C_TYPE_TIMESTAMP, &ts, sizeof ts, &indicator);
       if (Succeeded(rc)) {
         if (indicator == SQL_NULL_DATA) return rows.AppendNull();
-        try {
-          return rows.AppendDate(
-              Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
-        } catch (const Error&) {
-          // No calendar date (a server's zero date): the field that reads it raises.
-          return rows.AppendText(std::to_string(ts.year) + "-" + std::to_string(ts.month) + "-" +
-                                 std::to_string(ts.day));
-        }
+        return AppendTimestamp(rows, ts);
       }
       // A driver that cannot convert its stored text: read the text instead.
       std::string text;

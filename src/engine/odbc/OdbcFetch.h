@@ -30,6 +30,11 @@ bool FetchFixed(SQLHSTMT stmt, SQLUSMALLINT column, SQLSMALLINT cType, T& value)
 // kind is appended as it came, and the field that reads it raises.
 void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, bool narrow);
 
+// The conversions AppendCell makes, for values fetched otherwise.
+void AppendInteger(RowSet& rows, Fetch fetch, int64_t v);  // kBool … kBigint
+void AppendCurrencyText(RowSet& rows, const std::string& text);
+void AppendTimestamp(RowSet& rows, const SQL_TIMESTAMP_STRUCT& ts);
+
 struct ColumnDescription {
   std::string name;
   SQLSMALLINT type = 0;

@@ -180,11 +180,17 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns));
 }
 
-// Row by row, each cell read with SQLGetData into its kind.
+// A block of rows at a time where the driver allows it, else row by row,
+// each cell read with SQLGetData into its kind.
 std::shared_ptr<const RowSet> OdbcDatabase::FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
                                                       std::shared_ptr<RowSet> rows) {
   const auto columns = static_cast<SQLUSMALLINT>(fetches.size());
   if (columns == 0) return rows;
+  if (blocks_) {
+    blocks_->Read(stmt, fetches, narrow_, *rows,
+                  [&](const char* what) { Fail(SQL_HANDLE_STMT, stmt, what); });
+    return rows;
+  }
   for (;;) {
     const SQLRETURN rc = SQLFetch(stmt);
     if (rc == SQL_NO_DATA) break;
