@@ -26,9 +26,11 @@ class Capturing : public ZTkDb::detail::Database {
     texts.push_back(adapt_(sql));
     return inner_->Execute(sql);
   }
-  std::shared_ptr<const ZTkDb::detail::RowSet> Query(const std::string& sql) override {
+  std::shared_ptr<const ZTkDb::detail::RowSet> Query(
+      const std::string& sql,
+      ZTkDb::detail::ResultSize size = ZTkDb::detail::ResultSize::kFew) override {
     texts.push_back(adapt_(sql));
-    return inner_->Query(sql);
+    return inner_->Query(sql, size);
   }
   std::string FindTable(const std::string& n) override { return inner_->FindTable(n); }
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string& t) override { return inner_->Columns(t); }

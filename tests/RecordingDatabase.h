@@ -22,7 +22,9 @@ class RecordingDatabase : public ZTkDb::detail::Database {
     statements.push_back(sql);
     return 1;
   }
-  std::shared_ptr<const ZTkDb::detail::RowSet> Query(const std::string& sql) override {
+  std::shared_ptr<const ZTkDb::detail::RowSet> Query(
+      const std::string& sql,
+      ZTkDb::detail::ResultSize = ZTkDb::detail::ResultSize::kFew) override {
     statements.push_back(sql);
     if (next_rows) return std::exchange(next_rows, nullptr);
     return std::make_shared<ZTkDb::detail::RowSet>(std::vector<std::string>{"lId"});

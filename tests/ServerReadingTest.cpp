@@ -284,3 +284,31 @@ TEST_P(ServerReading, ALockedRowEndsIn3260AfterAboutFiveSeconds) {
   EXPECT_GT(waited, 4.0);
   EXPECT_LT(waited, 15.0);
 }
+
+// A long list is read in chunks on servers whose driver would copy a whole
+// result first: every row arrives once, in order, across chunk boundaries,
+// and inside a host's transaction the list sees that transaction's rows.
+TEST_P(ServerReading, LongListsArriveWholeAcrossChunksInsideAndOutsideTransactions) {
+  auto ws = tkdb.Ws();
+  ws->BeginTrans();
+  for (int32_t n = 2; n <= 2101; ++n) ztktest::CreateOrder("srv", {.nr = n});
+  ws->CommitTrans();
+  const auto walk = [] {
+    CAuftragListe list;
+    list.ConnectStorage("srv");
+    list.ReadAll();
+    std::vector<int32_t> numbers;
+    for (auto o = list.MoveFirst(); o; o = list.MoveNext()) numbers.push_back(o->Nr());
+    return numbers;
+  };
+  std::vector<int32_t> numbers = walk();
+  ASSERT_EQ(numbers.size(), 2101u);
+  std::sort(numbers.begin(), numbers.end());
+  EXPECT_EQ(std::adjacent_find(numbers.begin(), numbers.end()), numbers.end());
+
+  ws->BeginTrans();
+  ztktest::CreateOrder("srv", {.nr = 9999});
+  EXPECT_EQ(walk().size(), 2102u);
+  ws->Rollback();
+  EXPECT_EQ(walk().size(), 2101u);
+}

@@ -14,9 +14,9 @@ void RecordStorage::SetSql(const std::string& /*queryName*/, const std::string& 
   query_ = std::make_unique<QueryDef>(db_, sql);
 }
 
-void RecordStorage::OpenRecordset() {
+void RecordStorage::OpenRecordset(ResultSize size) {
   recordset_.reset();
-  recordset_ = GetQueryDef().OpenRecordset();
+  recordset_ = GetQueryDef().OpenRecordset(size);
 }
 
 }  // namespace ZTkDb::detail

@@ -25,7 +25,7 @@ class RecordStorage {
   // Prepares a temporary statement; the query name is always empty.
   void SetSql(const std::string& queryName, const std::string& sql);
   // Runs the prepared SELECT and holds its result.
-  void OpenRecordset();
+  void OpenRecordset(ResultSize size = ResultSize::kFew);
   // Harmless when nothing is open.
   void CloseRecordset() noexcept { recordset_.reset(); }
   void ReleaseQuery() noexcept { query_.reset(); }

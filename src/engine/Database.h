@@ -11,6 +11,10 @@ namespace ZTkDb::detail {
 
 class RowSet;
 
+// How many rows a query is expected to give: an engine may read a large
+// result in chunks, so that it never holds it twice.
+enum class ResultSize { kFew, kMany };
+
 // DAO field types the library creates columns with.
 enum DaoFieldType : int {
   dbBoolean = 1,
@@ -55,7 +59,8 @@ class Database {
   // Runs one statement that returns no rows; gives the rows it affected.
   virtual int64_t Execute(const std::string& sql) = 0;
   // Runs one query and fetches its whole result.
-  virtual std::shared_ptr<const RowSet> Query(const std::string& sql) = 0;
+  virtual std::shared_ptr<const RowSet> Query(const std::string& sql,
+                                              ResultSize size = ResultSize::kFew) = 0;
 
   // Table names as the engine spells them; empty when there is no such table.
   virtual std::string FindTable(const std::string& name) = 0;

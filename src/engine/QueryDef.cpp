@@ -10,8 +10,8 @@ void QueryDef::Execute() {
   records_affected_ = db_->Execute(sql_);
 }
 
-std::unique_ptr<Recordset> QueryDef::OpenRecordset() const {
-  auto rows = db_->Query(sql_);
+std::unique_ptr<Recordset> QueryDef::OpenRecordset(ResultSize size) const {
+  auto rows = db_->Query(sql_, size);
   return std::make_unique<Recordset>(db_, sql_, std::move(rows));
 }
 

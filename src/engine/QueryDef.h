@@ -19,7 +19,7 @@ class QueryDef {
   void Execute();
   // Rows affected by the last Execute (0 before the first).
   int64_t RecordsAffected() const { return records_affected_; }
-  std::unique_ptr<Recordset> OpenRecordset() const;
+  std::unique_ptr<Recordset> OpenRecordset(ResultSize size = ResultSize::kFew) const;
 
  private:
   std::shared_ptr<Database> db_;

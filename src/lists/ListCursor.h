@@ -40,7 +40,8 @@ class ListCursor {
     ResetResult();
     if (!storage_) RaiseStandard(errObjectNotSet, member);
     storage_->SetSql("", sql);
-    storage_->OpenRecordset();
+    // A list may be long: the engine is free to read it in chunks.
+    storage_->OpenRecordset(ResultSize::kMany);
     opened();
     if (Rs()->RecordCount() != 0) BuildIndex();
   }

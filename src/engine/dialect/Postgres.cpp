@@ -116,6 +116,13 @@ class Postgres final : public ServerDialect {
   // padding.
   bool BindsLiterals() const override { return true; }
   bool FetchesInBlocks() const override { return true; }
+  // psqlodbc reads a whole result into its own memory before the first
+  // fetch (unless UseDeclareFetch, which costs every small query round
+  // trips of its own): a long list is read through a cursor instead.
+  std::optional<Cursor> LargeResultCursor() const override {
+    return Cursor{"DECLARE ztkdb_rows NO SCROLL CURSOR FOR ", "FETCH FORWARD 2000 FROM ztkdb_rows",
+                  "CLOSE ztkdb_rows", 2000};
+  }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

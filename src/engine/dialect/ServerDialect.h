@@ -91,6 +91,16 @@ class ServerDialect {
   // (the driver gets data from a bound column of a block, SQL_GD_BLOCK and
   // SQL_GD_BOUND, as psqlodbc does).
   virtual bool FetchesInBlocks() const { return false; }
+  // How a large result is read in chunks where the driver would otherwise
+  // copy all of it before handing over the first row: a cursor declared
+  // for the query, fetched `rows` at a time, closed at the end.
+  struct Cursor {
+    std::string declare_prefix;  // the query follows
+    std::string fetch;
+    std::string close;
+    int64_t rows = 0;
+  };
+  virtual std::optional<Cursor> LargeResultCursor() const { return std::nullopt; }
 };
 
 const ServerDialect& SqliteDialect();

@@ -275,10 +275,15 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
   ForgetStatements();
 }
 
-std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql) {
+std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, ResultSize size) {
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
+  if (size == ResultSize::kMany && facts.plain_query) {
+    if (const auto cursor = dialect_->LargeResultCursor()) {
+      return OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
+    }
+  }
   if (facts.lifted) return OnLiveSession(true, [&] { return QueryPrepared(*facts.lifted); });
   return OnLiveSession(true, [&] { return RunQuery(text); });
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/Database.h"
+#include "engine/RowSet.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
@@ -44,7 +45,8 @@ class OdbcDatabase final : public Database {
   int16_t Kind() const override { return 2; }
   const std::string& Path() const override { return connect_; }
   int64_t Execute(const std::string& sql) override;
-  std::shared_ptr<const RowSet> Query(const std::string& sql) override;
+  std::shared_ptr<const RowSet> Query(const std::string& sql,
+                                      ResultSize size = ResultSize::kFew) override;
   std::string FindTable(const std::string& name) override;
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
@@ -92,6 +94,10 @@ class OdbcDatabase final : public Database {
   // Reads the result of an executed statement; `p` keeps its columns' names
   // and fetches for the next run of the same shape.
   std::shared_ptr<const RowSet> ReadResult(SQLHSTMT stmt, Prepared* p);
+  std::shared_ptr<const RowSet> RunInChunks(const std::string& text,
+                                            const ServerDialect::Cursor& cursor);
+  void DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::Columns>& columns,
+                      std::vector<Fetch>& fetches);
   std::shared_ptr<const RowSet> FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
                                           std::shared_ptr<RowSet> rows);
   std::vector<std::string> CatalogTables();

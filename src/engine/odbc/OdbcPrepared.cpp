@@ -158,26 +158,72 @@ int64_t OdbcDatabase::ExecuteLifted(const LiftedStatement& lifted) {
   }
 }
 
-std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* p) {
-  std::vector<Fetch> described;
-  if (!p || !p->columns) {
-    SQLSMALLINT count = 0;
-    if (!Succeeded(SQLNumResultCols(stmt, &count))) Fail(SQL_HANDLE_STMT, stmt, "SQLNumResultCols");
-    std::vector<std::string> names;
-    for (SQLUSMALLINT i = 1; i <= count; ++i) {
-      const ColumnDescription d = Describe(stmt, i, narrow_);
-      names.push_back(d.name);
-      described.push_back(FetchFor(d.type, d.digits, d.type_name));
-    }
-    auto columns = std::make_shared<const RowSet::Columns>(std::move(names));
-    if (!p) {
-      auto rows = std::make_shared<RowSet>(columns);
-      return FetchRows(stmt, described, rows);
-    }
-    p->columns = std::move(columns);
-    p->fetches = std::move(described);
+void OdbcDatabase::DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::Columns>& columns,
+                                  std::vector<Fetch>& fetches) {
+  SQLSMALLINT count = 0;
+  if (!Succeeded(SQLNumResultCols(stmt, &count))) Fail(SQL_HANDLE_STMT, stmt, "SQLNumResultCols");
+  std::vector<std::string> names;
+  fetches.clear();
+  for (SQLUSMALLINT i = 1; i <= count; ++i) {
+    const ColumnDescription d = Describe(stmt, i, narrow_);
+    names.push_back(d.name);
+    fetches.push_back(FetchFor(d.type, d.digits, d.type_name));
   }
+  columns = std::make_shared<const RowSet::Columns>(std::move(names));
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* p) {
+  if (!p) {
+    std::shared_ptr<const RowSet::Columns> columns;
+    std::vector<Fetch> fetches;
+    DescribeResult(stmt, columns, fetches);
+    return FetchRows(stmt, fetches, std::make_shared<RowSet>(columns));
+  }
+  if (!p->columns) DescribeResult(stmt, p->columns, p->fetches);
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns));
+}
+
+// The query runs under a cursor in a transaction of its own (or the host's),
+// its rows fetched a chunk at a time: the driver never holds more than one
+// chunk besides the rows already read.
+std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
+                                                        const ServerDialect::Cursor& cursor) {
+  const bool own = !in_transaction_;
+  SQLHDBC dbc = Handle();
+  if (own && !Succeeded(SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT,
+                                          reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
+    Fail(SQL_HANDLE_DBC, dbc, "SQLSetConnectAttr");
+  }
+  const auto end = [&](SQLSMALLINT completion) {
+    if (!own || !dbc_) return;
+    SQLEndTran(SQL_HANDLE_DBC, dbc_.Get(), completion);
+    SQLSetConnectAttr(dbc_.Get(), SQL_ATTR_AUTOCOMMIT,
+                      reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
+  };
+  try {
+    ExecDirect(NewStatement(), cursor.declare_prefix + text);
+    std::shared_ptr<const RowSet::Columns> columns;
+    std::vector<Fetch> fetches;
+    std::shared_ptr<RowSet> rows;
+    const OdbcStmt fetch = NewStatement();
+    for (;;) {
+      ExecDirect(fetch, cursor.fetch);
+      if (!rows) {
+        DescribeResult(fetch.Get(), columns, fetches);
+        rows = std::make_shared<RowSet>(columns);
+      }
+      const int64_t before = rows->RowCount();
+      FetchRows(fetch.Get(), fetches, rows);
+      SQLFreeStmt(fetch.Get(), SQL_CLOSE);
+      if (rows->RowCount() - before < cursor.rows) break;
+    }
+    ExecDirect(NewStatement(), cursor.close);
+    end(SQL_COMMIT);
+    return rows;
+  } catch (...) {
+    end(SQL_ROLLBACK);
+    throw;
+  }
 }
 
 // A block of rows at a time where the driver allows it, else row by row,

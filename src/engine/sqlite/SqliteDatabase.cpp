@@ -507,7 +507,9 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
   return sqlite3_changes64(db);
 }
 
-std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql) {
+// A file's result is read row by row as it is stepped: there is no second
+// copy to bound, whatever its size.
+std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, ResultSize /*size*/) {
   sqlite3* db = Handle();
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);

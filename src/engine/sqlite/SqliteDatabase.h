@@ -43,7 +43,8 @@ class SqliteDatabase final : public Database {
   int16_t Kind() const override { return 1; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override;
-  std::shared_ptr<const RowSet> Query(const std::string& sql) override;
+  std::shared_ptr<const RowSet> Query(const std::string& sql,
+                                      ResultSize size = ResultSize::kFew) override;
   std::string FindTable(const std::string& name) override;
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
