@@ -32,8 +32,11 @@ bool IsComparison(const Token& tok) {
 
 // Keywords after which an expression's value stands.
 bool IsValueKeyword(const Token& tok) {
-  for (const char* k : {"WHERE", "AND", "OR", "NOT", "LIKE", "GLOB", "BETWEEN", "THEN", "ELSE",
-                        "WHEN", "IS", "ON", "HAVING", "CASE"}) {
+  if (tok.kind != TokenKind::kIdentifier || tok.text.size() < 2 || tok.text.size() > 7) return false;
+  static constexpr std::string_view kWords[] = {"WHERE", "AND",  "OR",   "NOT",  "LIKE",
+                                                "GLOB",  "BETWEEN", "THEN", "ELSE", "WHEN",
+                                                "IS",    "ON",   "HAVING", "CASE"};
+  for (std::string_view k : kWords) {
     if (IsKeyword(tok, k)) return true;
   }
   return false;
@@ -111,7 +114,7 @@ class Lifter {
         if (tok.text.find('?') != std::string_view::npos) return std::nullopt;
       }
     }
-    if (IsKeyword(verb, "UPDATE") || insert_) DefaultTable(first);
+    if (!rules_.any_string && (IsKeyword(verb, "UPDATE") || insert_)) DefaultTable(first);
     if (insert_ && !rules_.any_string) PairInsertValues(first);
 
     LiftedStatement out;

@@ -90,12 +90,19 @@ struct Lexicon {
 };
 
 // Whether `text` reads the same in both lexicons without being read twice:
-// they are the same, or differ only in Jet dates and the text has no '#'.
+// they are the same, or differ only in Jet dates and refused braces and the
+// text has no '#', '{' or '}'.
 inline bool ReadAlike(const Lexicon& a, const Lexicon& b, std::string_view text) {
   if (&a == &b) return true;
-  Lexicon withDates = b;
-  withDates.jet_dates = a.jet_dates;
-  return withDates == a && text.find('#') == std::string_view::npos;
+  Lexicon other = b;
+  other.jet_dates = a.jet_dates;
+  other.refuse_braces = a.refuse_braces;
+  other.server = a.server;  // a name for messages only
+  if (!(other == a)) return false;
+  for (char c : text) {
+    if (c == '#' || c == '{' || c == '}') return false;
+  }
+  return true;
 }
 
 // The library's own reading (Jet forms on top of SQLite's rules), used where
