@@ -181,8 +181,13 @@ class Lifter {
 
   void Clause(long i, Frame& frame) {
     const Token& tok = At(i);
-    // Most identifiers are names; the clause words are all short.
+    // Most identifiers are names; the clause words are short and start with
+    // one of a few letters.
     if (tok.text.size() > 9) return;
+    switch (tok.text[0] | 0x20) {
+      case 's': case 'f': case 'i': case 'o': case 'g': case 'l': case 'u': case 'e': break;
+      default: return;
+    }
     if (IsKeyword(tok, "SELECT")) {
       frame.select_list = true;
       frame.ordering = false;

@@ -18,6 +18,19 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
 }
 
+// Letters, digits, '_', '$' and every byte of a multi-byte character: what
+// runs on inside a word. A table, since every byte of every name asks.
+struct WordTable {
+  bool word[256] = {};
+  constexpr WordTable() {
+    for (int c = 0; c < 256; ++c) {
+      word[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                c == '_' || c == '$' || c >= 0x80;
+    }
+  }
+};
+constexpr WordTable kWordTable;
+
 // A Jet date literal: '#', a date text without line breaks, '#'.
 size_t ScanJetDate(std::string_view s, size_t i) {
   size_t end = s.find('#', i + 1);
@@ -63,9 +76,7 @@ class Scanner {
 
   char At(size_t i) const { return i < s_.size() ? s_[i] : '\0'; }
 
-  bool WordChar(char c) const {
-    return IsAsciiLetter(c) || IsDigit(c) || c == '_' || c == '$' || IsHigh(c);
-  }
+  static bool WordChar(char c) { return kWordTable.word[static_cast<unsigned char>(c)]; }
   bool StartsWord(char c) const {
     // '$' opens a dollar quote or a parameter where those exist.
     if (c == '$') return !lx_.dollar_quotes && !lx_.sqlite_variables;
@@ -85,7 +96,8 @@ class Scanner {
       kind = TokenKind::kSpace;
       return j;
     }
-    if (c != '\0' && std::strchr(lx_.refuse_outside_strings, c) != nullptr) {
+    if (*lx_.refuse_outside_strings != '\0' && c != '\0' &&
+        std::strchr(lx_.refuse_outside_strings, c) != nullptr) {
       Suspect("a character whose meaning depends on the server", i);
     }
     if (c == '-' && next == '-' && LineCommentAfterDashes(i)) {
@@ -279,6 +291,7 @@ class Scanner {
 
   // E'...', X'...', B'...', N'...', U&'...' where the lexicon knows them.
   size_t ScanPrefixedString(size_t i) {
+    if (At(i + 1) != '\'' && At(i + 1) != '&') return i;  // the usual word
     const char c = s_[i];
     const char up = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     if (At(i + 1) == '\'') {
