@@ -443,11 +443,6 @@ std::vector<Token> Tokenize(std::string_view sql, const Lexicon& lexicon, Doubt*
   return Scanner(sql, lexicon, doubt).Run();
 }
 
-bool IsKeyword(const Token& t, std::string_view keyword) {
-  return t.kind == TokenKind::kIdentifier && t.text.size() == keyword.size() &&
-         strncasecmp(t.text.data(), keyword.data(), keyword.size()) == 0;
-}
-
 std::string StringValue(const Token& t) {
   std::string out;
   std::string_view body = t.text.substr(t.text.find('\'') + 1);

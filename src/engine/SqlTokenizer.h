@@ -128,8 +128,16 @@ inline bool IsTrivia(const Token& t) {
   return t.kind == TokenKind::kSpace || t.kind == TokenKind::kComment;
 }
 
-// Case-insensitive comparison of an identifier token with a keyword.
-bool IsKeyword(const Token& t, std::string_view keyword);
+// Case-insensitive comparison of an identifier token with a keyword (given
+// in upper case). Inline: every pass over a statement asks it of each word.
+inline bool IsKeyword(const Token& t, std::string_view keyword) {
+  if (t.kind != TokenKind::kIdentifier || t.text.size() != keyword.size()) return false;
+  for (size_t i = 0; i < keyword.size(); ++i) {
+    const char c = t.text[i];
+    if ((c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c) != keyword[i]) return false;
+  }
+  return true;
+}
 
 // The contents of a plain '...' string token without its quotes and with ''
 // undone (a prefixed string's text is given as it stands after its prefix).
