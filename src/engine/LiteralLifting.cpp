@@ -3,24 +3,13 @@
 #include <map>
 #include <set>
 
+#include "runtime/Numbers.h"
+
 namespace ZTkDb::detail {
 namespace {
 
 using Tokens = std::vector<Token>;
 
-long NextSig(const Tokens& t, long i) {
-  for (++i; i < static_cast<long>(t.size()); ++i) {
-    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
-  }
-  return -1;
-}
-
-long PrevSig(const Tokens& t, long i) {
-  for (--i; i >= 0; --i) {
-    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
-  }
-  return -1;
-}
 
 bool IsComparison(const Token& tok) {
   if (tok.kind == TokenKind::kOperator) {
@@ -72,20 +61,8 @@ bool ParseInteger(std::string_view text, int64_t& out) {
 }
 
 bool ParseTimestamp(const std::string& t, LiftedValue& v) {
-  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
-    return false;
-  }
   int parts[6];
-  const size_t at[6] = {0, 5, 8, 11, 14, 17};
-  const size_t len[6] = {4, 2, 2, 2, 2, 2};
-  for (int k = 0; k < 6; ++k) {
-    int n = 0;
-    for (size_t j = at[k]; j < at[k] + len[k]; ++j) {
-      if (t[j] < '0' || t[j] > '9') return false;
-      n = n * 10 + (t[j] - '0');
-    }
-    parts[k] = n;
-  }
+  if (!SplitIsoTimestamp(t, parts)) return false;
   v.kind = LiftedValue::kTimestamp;
   v.year = static_cast<int16_t>(parts[0]);
   v.month = static_cast<uint16_t>(parts[1]);

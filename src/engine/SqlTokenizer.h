@@ -128,6 +128,20 @@ inline bool IsTrivia(const Token& t) {
   return t.kind == TokenKind::kSpace || t.kind == TokenKind::kComment;
 }
 
+// Index of the next (or previous) meaningful token after (before) `i`, or -1.
+inline long NextSig(const std::vector<Token>& t, long i) {
+  for (++i; i < static_cast<long>(t.size()); ++i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+inline long PrevSig(const std::vector<Token>& t, long i) {
+  for (--i; i >= 0; --i) {
+    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
+  }
+  return -1;
+}
+
 // Case-insensitive comparison of an identifier token with a keyword (given
 // in upper case). Inline: every pass over a statement asks it of each word.
 inline bool IsKeyword(const Token& t, std::string_view keyword) {

@@ -15,20 +15,6 @@ namespace {
 
 using Tokens = std::vector<Token>;
 
-// Index of the next (or previous) meaningful token, or -1.
-long NextSig(const Tokens& t, long i) {
-  for (++i; i < static_cast<long>(t.size()); ++i) {
-    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
-  }
-  return -1;
-}
-
-long PrevSig(const Tokens& t, long i) {
-  for (--i; i >= 0; --i) {
-    if (!IsTrivia(t[static_cast<size_t>(i)])) return i;
-  }
-  return -1;
-}
 
 const Token& At(const Tokens& t, long i) { return t[static_cast<size_t>(i)]; }
 

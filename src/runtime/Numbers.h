@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include <cstdint>
 #include <string>
 
@@ -19,5 +21,25 @@ double RoundHalfEven(double value);
 
 // Parses a whole invariant number text ("  -12.5e3 "); false when it is not one.
 bool TryParseNumber(const std::string& text, double& out);
+
+// The stored date form 'YYYY-MM-DD HH:MM:SS' split into its six numbers,
+// without the general date parser (no calendar check); false for any other
+// text.
+inline bool SplitIsoTimestamp(std::string_view t, int (&parts)[6]) {
+  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
+    return false;
+  }
+  constexpr size_t kAt[6] = {0, 5, 8, 11, 14, 17};
+  constexpr size_t kLength[6] = {4, 2, 2, 2, 2, 2};
+  for (int k = 0; k < 6; ++k) {
+    int n = 0;
+    for (size_t j = kAt[k]; j < kAt[k] + kLength[k]; ++j) {
+      if (t[j] < '0' || t[j] > '9') return false;
+      n = n * 10 + (t[j] - '0');
+    }
+    parts[k] = n;
+  }
+  return true;
+}
 
 }  // namespace ZTkDb::detail

@@ -7,15 +7,14 @@
 #include <strings.h>
 
 #include <cctype>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <unordered_map>
 
 #include "engine/RowSet.h"
 #include "engine/SqlTokenizer.h"
 #include "engine/StatementCache.h"
+#include "engine/sqlite/SqliteCells.h"
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
@@ -59,141 +58,6 @@ long NumberFor(int rc, const std::string& message) {
   std::string message = db ? sqlite3_errmsg(db) : sqlite3_errstr(rc);
   const long number = NumberFor(rc, message);
   Raise(number, kSource, message + " (SQLite error " + std::to_string(rc) + ")");
-}
-
-enum class ColumnKind { kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText };
-
-ColumnKind ClassifyDeclared(const std::string& declared) {
-  std::string d = declared;
-  for (char& c : d) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  auto has = [&](const char* s) { return d.find(s) != std::string::npos; };
-  if (has("DATE") || has("TIME")) return ColumnKind::kDate;
-  if (has("BIT") || has("BOOL") || has("YESNO")) return ColumnKind::kBool;
-  if (has("TINYINT") || has("BYTE")) return ColumnKind::kByte;
-  if (has("SMALLINT")) return ColumnKind::kInteger;
-  if (has("INT") || has("LONG")) return ColumnKind::kLong;
-  if (has("CURRENCY") || has("MONEY")) return ColumnKind::kCurrency;
-  if (has("REAL") || has("DOUB") || has("FLOA")) return ColumnKind::kDouble;
-  if (has("CHAR") || has("TEXT") || has("CLOB") || has("MEMO")) return ColumnKind::kText;
-  return ColumnKind::kAuto;
-}
-
-// Every query asks this for each of its columns; a schema has a handful of
-// distinct declared types.
-ColumnKind KindFromDeclared(const char* declared) {
-  if (!declared) return ColumnKind::kAuto;
-  thread_local std::unordered_map<std::string, ColumnKind> known;
-  std::string key = declared;
-  auto it = known.find(key);
-  if (it == known.end()) it = known.emplace(key, ClassifyDeclared(key)).first;
-  return it->second;
-}
-
-// The form the library stores, 'YYYY-MM-DD HH:MM:SS', read without the
-// general parser: every date of every row comes this way.
-bool ParseStoredDate(std::string_view t, double& ole) {
-  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
-    return false;
-  }
-  int v[6];
-  const size_t at[6] = {0, 5, 8, 11, 14, 17};
-  const size_t len[6] = {4, 2, 2, 2, 2, 2};
-  for (int k = 0; k < 6; ++k) {
-    int n = 0;
-    for (size_t j = at[k]; j < at[k] + len[k]; ++j) {
-      if (t[j] < '0' || t[j] > '9') return false;
-      n = n * 10 + (t[j] - '0');
-    }
-    v[k] = n;
-  }
-  try {
-    ole = Date::FromYmd(v[0], v[1], v[2], v[3], v[4], v[5]).Value();
-  } catch (const Error&) {
-    return false;  // 30 February and the like: the general parser refuses them too
-  }
-  return true;
-}
-
-void AppendInteger64(RowSet& rows, sqlite3_int64 v) {
-  if (v >= INT32_MIN && v <= INT32_MAX) rows.AppendLong(static_cast<int32_t>(v));
-  else rows.AppendDouble(static_cast<double>(v));
-}
-
-std::string_view ColumnText(sqlite3_stmt* s, int i) {
-  const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(s, i));
-  return p ? std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))) : std::string_view();
-}
-
-void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
-  const int type = sqlite3_column_type(s, i);
-  if (type == SQLITE_NULL) return rows.AppendNull();
-  const bool numeric = type == SQLITE_INTEGER || type == SQLITE_FLOAT;
-  switch (kind) {
-    case ColumnKind::kBool:
-      if (numeric) return rows.AppendBool(sqlite3_column_double(s, i) != 0.0);
-      break;
-    case ColumnKind::kByte:
-      if (type == SQLITE_INTEGER) {
-        const sqlite3_int64 v = sqlite3_column_int64(s, i);
-        if (v >= 0 && v <= 255) return rows.AppendByte(static_cast<uint8_t>(v));
-        return AppendInteger64(rows, v);
-      }
-      break;
-    case ColumnKind::kInteger:
-      if (type == SQLITE_INTEGER) {
-        const sqlite3_int64 v = sqlite3_column_int64(s, i);
-        if (v >= INT16_MIN && v <= INT16_MAX) return rows.AppendInteger(static_cast<int16_t>(v));
-        return AppendInteger64(rows, v);
-      }
-      break;
-    case ColumnKind::kCurrency:
-      if (type == SQLITE_INTEGER) {
-        const sqlite3_int64 v = sqlite3_column_int64(s, i);
-        if (v > -922337203685477 && v < 922337203685477) return rows.AppendCurrency(v * 10000);
-      }
-      if (numeric) {
-        // REAL storage: the nearest 4-decimal value is the one that was
-        // written. The product is taken in extended precision, since in
-        // double its own rounding could pick the wrong ten-thousandth above
-        // about 1.4e11; this way amounts read back exactly up to 2^39
-        // (about 5.5e11), where a double stops resolving 0.0001.
-        const long double scaled =
-            std::nearbyintl(static_cast<long double>(sqlite3_column_double(s, i)) * 10000.0L);
-        if (scaled > -9.2e18L && scaled < 9.2e18L) {
-          return rows.AppendCurrency(static_cast<int64_t>(scaled));
-        }
-        // Beyond the currency range: the field that reads it raises 6, not
-        // the fetch, so the rest of a list stays readable.
-        return rows.AppendDouble(sqlite3_column_double(s, i));
-      }
-      break;
-    case ColumnKind::kDate:
-      if (type == SQLITE_TEXT) {
-        const std::string_view text = ColumnText(s, i);
-        double stored = 0;
-        if (ParseStoredDate(text, stored)) return rows.AppendDate(stored);
-        Date date;
-        if (Date::TryParse(std::string(text), date)) return rows.AppendDate(date.Value());
-      } else if (numeric) {
-        return rows.AppendDate(sqlite3_column_double(s, i));
-      }
-      break;
-    case ColumnKind::kDouble:
-      if (numeric) return rows.AppendDouble(sqlite3_column_double(s, i));
-      break;
-    case ColumnKind::kLong:
-    case ColumnKind::kText:
-    case ColumnKind::kAuto:
-      break;
-  }
-  // What the declared type does not explain is delivered as it is stored.
-  if (type == SQLITE_INTEGER) return AppendInteger64(rows, sqlite3_column_int64(s, i));
-  if (type == SQLITE_FLOAT) return rows.AppendDouble(sqlite3_column_double(s, i));
-  if (type == SQLITE_BLOB) {
-    const auto* p = static_cast<const char*>(sqlite3_column_blob(s, i));
-    return rows.AppendText(std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))));
-  }
-  rows.AppendText(ColumnText(s, i));
 }
 
 Statement Prepare(sqlite3* db, const std::string& sql, bool persistent = false) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+struct sqlite3_stmt;
+
+namespace ZTkDb::detail {
+
+class RowSet;
+
+// What a column's declared type makes of its stored values.
+enum class ColumnKind { kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText };
+
+ColumnKind KindFromDeclared(const char* declared);
+// The text of a cell as SQLite holds it (valid until the next step).
+std::string_view ColumnText(sqlite3_stmt* s, int i);
+// The current row's cell `i` appended to `rows` as the Variant kind `kind`
+// stands for; what the declared type does not explain is kept as stored.
+void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind);
+
+}  // namespace ZTkDb::detail
