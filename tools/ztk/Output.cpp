@@ -226,7 +226,19 @@ void Progress::Step(size_t done) {
   const int filled = percent * kWidth / 100;
   std::string bar;
   for (int i = 0; i < kWidth; ++i) bar += i < filled ? "█" : "░";
-  std::fprintf(stderr, "\r%s %s %3d%%", label_.c_str(), bar.c_str(), percent);
+  // Rows per second and the time left, once there is a rate to tell.
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+  std::string rate;
+  if (seconds > 0.2 && done > 0) {
+    const double perSecond = static_cast<double>(done) / seconds;
+    const auto left = static_cast<long>(static_cast<double>(total_ - done) / perSecond);
+    char text[80];
+    std::snprintf(text, sizeof text, "  %zu/%zu  %.0f/s  %ld:%02ld left", done, total_, perSecond,
+                  left / 60, left % 60);
+    rate = text;
+  }
+  std::fprintf(stderr, "\r%s %s %3d%%%s\x1b[K", label_.c_str(), bar.c_str(), percent, rate.c_str());
   std::fflush(stderr);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -57,6 +59,7 @@ class Progress {
   size_t total_;
   bool shown_;
   int last_percent_ = -1;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace ztk

@@ -6,6 +6,7 @@
 #include <functional>
 #include <iostream>
 
+#include "Copy.h"
 #include "Demo.h"
 #include "Docs.h"
 #include "Fields.h"
@@ -240,6 +241,29 @@ int Run(int argc, char** argv) {
         ZTkDb::detail::CreateModuleSchemaOdbc(ctx.db.odbc);
         std::printf("created the module tables on the ODBC data source\n");
       }
+    };
+  });
+
+  CopyOptions copy;
+  auto* copyCommand = app.add_subcommand(
+      "copy", "copy the module's tables to another database, ids and row tokens kept, in one "
+              "transaction, verified before it commits");
+  copyCommand->add_option("--from-db", copy.from.db, "the source: a SQLite file");
+  copyCommand->add_option("--from-odbc", copy.from.odbc, "the source: an ODBC connection string");
+  copyCommand->add_option("--to-db", copy.to.db, "the target: a SQLite file");
+  copyCommand->add_option("--to-odbc", copy.to.odbc, "the target: an ODBC connection string");
+  copyCommand->add_flag("--init", copy.init, "create the module's tables on the target first");
+  copyCommand->add_flag("--append", copy.append,
+                        "add to a target that holds rows (refused when an id exists there)");
+  copyCommand->callback([&] {
+    ctx.action = [&] {
+      if (!copy.from.db.empty() && !copy.from.odbc.empty()) {
+        throw UsageError("copy takes one source: --from-db or --from-odbc");
+      }
+      if (!copy.to.db.empty() && !copy.to.odbc.empty()) {
+        throw UsageError("copy takes one target: --to-db or --to-odbc");
+      }
+      Copy(copy);
     };
   });
 

@@ -1,4 +1,5 @@
 // PostgreSQL through psqlodbc.
+#include "engine/RowSet.h"
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Raise.h"
 
@@ -116,6 +117,12 @@ class Postgres final : public ServerDialect {
   // padding.
   bool BindsLiterals() const override { return true; }
   bool FetchesInBlocks() const override { return true; }
+  // An identity's sequence knows nothing of rows inserted with their ids.
+  std::vector<std::string> IdentityAdvance(const std::string& table,
+                                           const std::string& column) const override {
+    return {"SELECT setval(pg_get_serial_sequence('" + LowerAscii(table) + "', '" +
+            LowerAscii(column) + "'), COALESCE(MAX(" + column + "), 0) + 1, false) FROM " + table};
+  }
   // psqlodbc reads a whole result into its own memory before the first
   // fetch (unless UseDeclareFetch, which costs every small query round
   // trips of its own): a long list is read through a cursor instead.

@@ -101,6 +101,12 @@ class ServerDialect {
     int64_t rows = 0;
   };
   virtual std::optional<Cursor> LargeResultCursor() const { return std::nullopt; }
+  // Queries that move an identity column's next value past the rows written
+  // with explicit ids (none where the server does that by itself).
+  virtual std::vector<std::string> IdentityAdvance(const std::string& /*table*/,
+                                                   const std::string& /*column*/) const {
+    return {};
+  }
 };
 
 const ServerDialect& SqliteDialect();

@@ -1,0 +1,114 @@
+// ztk copy between engines: every table comes back value by value, ids and
+// row tokens included, and each target hands out fresh ids afterwards; a
+// copy that cannot be made whole writes nothing.
+#include <gtest/gtest.h>
+
+#include "Engines.h"
+#include "TestData.h"
+#include "TestSupport.h"
+#include "ZtkRun.h"
+#include "engine/RowSet.h"
+#include "engine/sqlite/SqliteDatabase.h"
+#include "ztkdb/ZTkDb.h"
+
+using namespace ZTkDb;
+using ztktest::Engine;
+using ztktest::Ztk;
+
+namespace {
+
+const char* const kTables[] = {"T_Auftrag", "T_AuftragMeldung", "T_Meldung",
+                               "T_Leistung", "T_AMaterial", "T_MsgOrderDokument"};
+
+// Every row of every table, each row as its values' types and texts, sorted.
+std::vector<std::string> Contents(const std::string& path) {
+  auto db = detail::SqliteDatabase::Open(path, false, true);
+  std::vector<std::string> out;
+  for (const char* table : kTables) {
+    auto rows = db->Query(std::string("SELECT * FROM ") + table);
+    std::vector<Variant> row;
+    for (int64_t r = 0; r < rows->RowCount(); ++r) {
+      rows->DecodeRow(r, row);
+      std::string line = table;
+      for (int32_t c = 0; c < rows->ColumnCount(); ++c) {
+        line += "|" + rows->Name(c) + ":" + std::to_string(row[static_cast<size_t>(c)].Type()) + ":" +
+                (row[static_cast<size_t>(c)].IsNull() ? "NULL" : row[static_cast<size_t>(c)].ToString());
+      }
+      out.push_back(line);
+    }
+  }
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+int32_t FreshOrderId(ztktest::EngineDb& db) {
+  CTkDb tkdb;
+  db.OpenAgain(tkdb, "fresh");
+  return ztktest::CreateOrder("fresh", {.nr = 4711})->Id();
+}
+
+}  // namespace
+
+TEST(Copy, ADemoDatabaseGoesRoundSqlitePostgresMariaDbSqliteUnchanged) {
+  ztktest::TempDb dir(false);
+  const std::string demo = dir.Path() + ".demo.db", back = dir.Path() + ".back.db";
+  ASSERT_EQ(Ztk({"demo", demo}).code, 0);
+  ztktest::EngineDb pg(Engine::kPostgres), maria(Engine::kMariaDb);
+  for (auto* db : {&pg, &maria}) {
+    if (const std::string why = db->Create(); !why.empty()) {
+      if (ztktest::EnginesRequired()) FAIL() << why;
+      GTEST_SKIP() << why;
+    }
+  }
+  auto step = Ztk({"copy", "--from-db", demo, "--to-odbc", pg.ConnectString()});
+  ASSERT_EQ(step.code, 0) << step.err;
+  EXPECT_NE(step.out.find("T_Auftrag"), std::string::npos) << step.out << step.err;
+  step = Ztk({"copy", "--from-odbc", pg.ConnectString(), "--to-odbc", maria.ConnectString()});
+  ASSERT_EQ(step.code, 0) << step.err;
+  step = Ztk({"copy", "--from-odbc", maria.ConnectString(), "--to-db", back, "--init"});
+  ASSERT_EQ(step.code, 0) << step.err;
+  EXPECT_EQ(Contents(back), Contents(demo));
+
+  // Each target's next id follows the copied ones.
+  auto file = detail::SqliteDatabase::Open(demo, false, true);
+  auto maxRows = file->Query("SELECT MAX(lId) AS m FROM T_Auftrag");
+  std::vector<Variant> row;
+  maxRows->DecodeRow(0, row);
+  const int32_t max = row[0].ToLong();
+  EXPECT_GT(FreshOrderId(pg), max);
+  EXPECT_GT(FreshOrderId(maria), max);
+  CTkDb tkdb;
+  tkdb.OpenJetDb("back", back, false, false);
+  EXPECT_GT(ztktest::CreateOrder("back", {.nr = 4711})->Id(), max);
+}
+
+TEST(Copy, ACopyThatCannotBeWholeWritesNothing) {
+  ztktest::TempDb dir(false);
+  const std::string demo = dir.Path() + ".demo.db", target = dir.Path() + ".target.db";
+  ASSERT_EQ(Ztk({"demo", demo}).code, 0);
+  EXPECT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", target}).code, 1);  // no such file
+  ASSERT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", target, "--init"}).code, 0);
+  const auto copied = Contents(target);
+
+  // A target with rows: refused, and with --append every id clashes.
+  auto again = Ztk({"copy", "--from-db", demo, "--to-db", target});
+  EXPECT_EQ(again.code, 1);
+  EXPECT_NE(again.err.find("--append"), std::string::npos) << again.err;
+  again = Ztk({"copy", "--from-db", demo, "--to-db", target, "--append"});
+  EXPECT_EQ(again.code, 1);
+  EXPECT_NE(again.err.find("nothing was written"), std::string::npos) << again.err;
+  EXPECT_EQ(Contents(target), copied);
+
+  // Appending what is not there yet works.
+  const std::string more = dir.Path() + ".more.db";
+  ASSERT_EQ(Ztk({"init", more}).code, 0);
+  {
+    CTkDb tkdb;
+    tkdb.OpenJetDb("more", more, false, false);
+    ztktest::Exec("more", "INSERT INTO T_Meldung (lId, lNr, stUId) VALUES (900001, 1, 'X-1')");
+  }
+  const auto appended = Ztk({"copy", "--from-db", more, "--to-db", target, "--append"});
+  EXPECT_EQ(appended.code, 0) << appended.err;
+  EXPECT_EQ(Contents(target).size(), copied.size() + 1);
+  EXPECT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", demo}).code, 2);
+}
