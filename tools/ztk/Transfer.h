@@ -1,0 +1,61 @@
+#pragma once
+
+// What ztk copy and ztk import share: opening either end, writing rows in
+// batches as the target stores them, and the checksum that verifies them.
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Copy.h"
+#include "engine/Database.h"
+#include "engine/dialect/ServerDialect.h"
+#include "ztkdb/Variant.h"
+
+namespace ztk {
+
+struct Engine {
+  std::shared_ptr<ZTkDb::detail::Database> db;
+  const ZTkDb::detail::ServerDialect* dialect = nullptr;
+};
+
+Engine OpenEngine(const Endpoint& end, bool write);
+
+// The value as the target stores it; one it cannot store exactly raises 6
+// before anything is sent.
+std::string Literal(const ZTkDb::Variant& v, const Engine& target);
+
+// A row's values hashed as every engine reads them back alike (flags 1/0,
+// numbers by their digits, dates in ISO form, amounts exact); a result's
+// checksum is the sum of its rows' hashes, whatever their order.
+uint64_t RowHash(const std::vector<ZTkDb::Variant>& row);
+
+void RollbackQuietly(ZTkDb::detail::Database& db) noexcept;
+
+int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
+
+// The checksum of `columns` of `table` as the target reads them back, and
+// how many rows it holds.
+uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
+                    const std::vector<std::string>& columns, int64_t& rows);
+
+// Rows written to one table in multi-row INSERTs of 100 rows.
+class RowWriter {
+ public:
+  // `columns` as the target spells them (already quoted where needed).
+  RowWriter(const Engine& target, std::string table, const std::vector<std::string>& columns);
+  void Add(const std::vector<ZTkDb::Variant>& row);
+  void Finish();
+  int64_t Written() const { return written_; }
+  uint64_t Checksum() const { return checksum_; }
+
+ private:
+  const Engine& target_;
+  std::string head_;
+  std::string sql_;
+  int rows_in_batch_ = 0;
+  int64_t written_ = 0;
+  uint64_t checksum_ = 0;
+};
+
+}  // namespace ztk
