@@ -79,11 +79,15 @@ Copied CopyTable(Engine& source, Engine& target, const std::string& name,
 
 }  // namespace
 
-void Copy(const CopyOptions& options) {
-  if (options.from.Empty() || options.to.Empty()) {
-    throw UsageError("copy needs a source (--from-db PATH or --from-odbc CONNSTR) and a target "
-                     "(--to-db PATH or --to-odbc CONNSTR)");
+void Endpoint::RequireOne(const std::string& what) const {
+  if (db.empty() == odbc.empty()) {
+    throw UsageError(what + ": give a SQLite file or an ODBC connection string (one of them)");
   }
+}
+
+void Copy(const CopyOptions& options) {
+  options.from.RequireOne("copy's source (--from-db or --from-odbc)");
+  options.to.RequireOne("copy's target (--to-db or --to-odbc)");
   if (!options.from.db.empty() && options.from.db == options.to.db) {
     throw UsageError("copy: the source and the target are the same file");
   }

@@ -9,6 +9,9 @@ struct Endpoint {
   std::string db;
   std::string odbc;
   bool Empty() const { return db.empty() && odbc.empty(); }
+  // Raises a usage error naming `what` ("copy's source") unless exactly one
+  // of the two is given.
+  void RequireOne(const std::string& what) const;
   std::string Name() const { return db.empty() ? "the ODBC data source" : db; }
 };
 

@@ -8,6 +8,7 @@
 
 #include "Copy.h"
 #include "Demo.h"
+#include "Import.h"
 #include "Docs.h"
 #include "Fields.h"
 #include "Lists.h"
@@ -256,15 +257,22 @@ int Run(int argc, char** argv) {
   copyCommand->add_flag("--append", copy.append,
                         "add to a target that holds rows (refused when an id exists there)");
   copyCommand->callback([&] {
-    ctx.action = [&] {
-      if (!copy.from.db.empty() && !copy.from.odbc.empty()) {
-        throw UsageError("copy takes one source: --from-db or --from-odbc");
-      }
-      if (!copy.to.db.empty() && !copy.to.odbc.empty()) {
-        throw UsageError("copy takes one target: --to-db or --to-odbc");
-      }
-      Copy(copy);
-    };
+    ctx.action = [&] { Copy(copy); };
+  });
+
+  ImportOptions import;
+  auto* importCommand = app.add_subcommand(
+      "import", "import an Access file (.mdb, .accdb) into a SQLite file or an ODBC data source; "
+                "the file is only read");
+  importCommand->add_option("FILE", import.file, "the Access file")->required();
+  importCommand->add_option("TARGET", import.to.db,
+                            "the SQLite file to write (created when it does not exist)");
+  importCommand->add_option("--to-db", import.to.db, "the target: a SQLite file");
+  importCommand->add_option("--to-odbc", import.to.odbc, "the target: an ODBC connection string");
+  importCommand->add_flag("--all-tables", import.all_tables,
+                          "also every other table of the file, into a table of the same name");
+  importCommand->callback([&] {
+    ctx.action = [&] { Import(import); };
   });
 
   std::string demoPath = "ztk-demo.db";

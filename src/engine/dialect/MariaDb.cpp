@@ -100,6 +100,12 @@ class MariaDb final : public ServerDialect {
   // the connection's character set like a literal, and a date compares as
   // a DATETIME either way.
   bool BindsLiterals() const override { return true; }
+  // "..." is a string here.
+  std::string QuoteName(const std::string& name) const override {
+    std::string out = "`";
+    for (char c : name) out += c == '`' ? std::string("``") : std::string(1, c);
+    return out + "`";
+  }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

@@ -101,6 +101,13 @@ class ServerDialect {
     int64_t rows = 0;
   };
   virtual std::optional<Cursor> LargeResultCursor() const { return std::nullopt; }
+  // A table or column name as the server reads it, whatever it holds
+  // (blanks, umlauts, its own quote).
+  virtual std::string QuoteName(const std::string& name) const {
+    std::string out = "\"";
+    for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return out + "\"";
+  }
   // Queries that move an identity column's next value past the rows written
   // with explicit ids (none where the server does that by itself).
   virtual std::vector<std::string> IdentityAdvance(const std::string& /*table*/,

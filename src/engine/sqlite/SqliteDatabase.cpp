@@ -249,7 +249,8 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
   if (!access.empty()) {
     Raise(errCannotOpenFile, kSource,
           "'" + path + "' is a Microsoft Access database (" + access +
-              "); only SQLite database files can be opened.");
+              "); only SQLite database files can be opened. Convert it once with: ztk import '" +
+              path + "' NEW.db");
   }
   sqlite3* raw = nullptr;
   // No per-call mutex: a connection serves the thread that opened it, and

@@ -1,0 +1,150 @@
+// ztk import on files Microsoft Access wrote: every table arrives whole with
+// its values as Access stored them, and the file is never changed.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "Engines.h"
+#include "TestSupport.h"
+#include "ZtkRun.h"
+#include "engine/RowSet.h"
+#include "engine/odbc/OdbcDatabase.h"
+#include "engine/sqlite/SqliteDatabase.h"
+#include "ztkdb/ZTkDb.h"
+
+using namespace ZTkDb;
+using ztktest::Ztk;
+
+namespace {
+
+std::string Fixture(const char* name) {
+  return std::string(ZTKDB_SOURCE_DIR) + "/../shared/fixtures/jet/" + name;
+}
+
+std::string Bytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+// What mdbtools' own command counts in a table.
+int64_t MdbCount(const std::string& file, const std::string& table) {
+  const std::string command = "mdb-count '" + file + "' '" + table + "'";
+  FILE* p = popen(command.c_str(), "r");
+  char line[64] = {};
+  if (!p || !fgets(line, sizeof line, p)) return -1;
+  pclose(p);
+  return std::stoll(line);
+}
+
+std::vector<Variant> Row(detail::Database& db, const std::string& sql) {
+  auto rows = db.Query(sql);
+  std::vector<Variant> row;
+  if (rows->RowCount() > 0) rows->DecodeRow(0, row);
+  return row;
+}
+
+}  // namespace
+
+TEST(Import, AccessFilesArriveWholeWithTheirStoredValuesAndStayUnchanged) {
+  ztktest::TempDb dir(false);
+  struct File {
+    const char* name;
+    std::vector<std::string> tables;
+  };
+  const File files[] = {
+      {"nwind.mdb",
+       {"Orders", "Order Details", "Products", "Customers", "Employees", "Suppliers", "Shippers",
+        "Categories", "Umsätze"}},
+      {"DateTestDatabase.mdb", {"DateTest"}},
+      {"ASampleDatabase.accdb", {"Asset Items"}},
+  };
+  for (const File& f : files) {
+    SCOPED_TRACE(f.name);
+    const std::string source = Fixture(f.name);
+    const std::string before = Bytes(source);
+    ASSERT_FALSE(before.empty()) << source;
+    const std::string target = dir.Path() + "." + f.name + ".db";
+    const auto run = Ztk({"import", source, target, "--all-tables"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(Bytes(source), before);
+    auto db = detail::SqliteDatabase::Open(target, false, true);
+    for (const std::string& table : f.tables) {
+      EXPECT_EQ(Row(*db, "SELECT COUNT(*) FROM \"" + table + "\"")[0].ToLong(), MdbCount(source, table))
+          << table;
+      EXPECT_NE(run.out.find(table), std::string::npos) << run.out;
+    }
+  }
+  auto nwind = detail::SqliteDatabase::Open(dir.Path() + ".nwind.mdb.db", false, true);
+  EXPECT_EQ(Row(*nwind, "SELECT Freight FROM Orders WHERE OrderID = 10248")[0].ToCurrency(),
+            Currency::FromScaled(323800));
+  EXPECT_EQ(Row(*nwind, "SELECT COUNT(*) FROM Products WHERE Discontinued <> 0")[0].ToLong(), 8);
+  EXPECT_EQ(Row(*nwind, "SELECT COUNT(*) FROM Customers WHERE Address LIKE '%Bolívar%'")[0].ToLong(), 1);
+  EXPECT_EQ(Row(*nwind, "SELECT CompanyName FROM Customers WHERE CompanyName LIKE 'K%nig%'")[0].ToString(),
+            "Königlich Essen");
+
+  auto dates = detail::SqliteDatabase::Open(dir.Path() + ".DateTestDatabase.mdb.db", false, true);
+  EXPECT_EQ(Row(*dates, "SELECT DateTimeCol FROM DateTest WHERE IDCol = 2")[0].ToDate().IsoText(),
+            "9999-01-01 00:00:00");
+  EXPECT_EQ(Row(*dates, "SELECT DateTimeCol FROM DateTest WHERE IDCol = 3")[0].ToDate().IsoText(),
+            "1898-01-01 00:00:00");
+  EXPECT_EQ(Row(*dates, "SELECT DateCol FROM DateTest WHERE IDCol = 4")[0].ToDate().IsoText(),
+            "0633-01-01 00:00:00");
+  EXPECT_EQ(Row(*dates, "SELECT LongTextCol FROM DateTest WHERE IDCol = 6")[0].ToString(),
+            "New line\r\nin field");
+
+  auto assets = detail::SqliteDatabase::Open(dir.Path() + ".ASampleDatabase.accdb.db", false, true);
+  EXPECT_EQ(Row(*assets, "SELECT Cost FROM \"Asset Items\" WHERE \"Asset No\" = '30050'")[0].ToCurrency(),
+            Currency::FromScaled(19955000));
+}
+
+// The way out is named where a user meets it, and a file that is not an
+// Access database is refused before anything is created.
+TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
+  CTkDb tkdb;
+  try {
+    tkdb.OpenJetDb("jet", Fixture("nwind.mdb"), false, true);
+    ADD_FAILURE() << "an Access file opened";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), 3051);
+    EXPECT_NE(e.Description().find("ztk import"), std::string::npos) << e.Description();
+  }
+
+  ztktest::TempDb dir(false);
+  const std::string notAccess = dir.Path() + ".txt", target = dir.Path() + ".out.db";
+  std::ofstream(notAccess) << "not a database";
+  const auto run = Ztk({"import", notAccess, target});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("nothing was written"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(target));
+  // No module tables in the file and no --all-tables: nothing to do, said so.
+  const auto none = Ztk({"import", Fixture("DateTestDatabase.mdb"), target});
+  EXPECT_EQ(none.code, 1);
+  EXPECT_NE(none.err.find("--all-tables"), std::string::npos) << none.err;
+}
+
+// On the servers: names with blanks and umlauts quoted as each reads them,
+// amounts exact.
+class ImportToServer : public ::testing::TestWithParam<ztktest::Engine> {};
+INSTANTIATE_TEST_SUITE_P(Engines, ImportToServer, ztktest::ServerEngines(), ztktest::EngineName);
+
+TEST_P(ImportToServer, NorthwindArrivesWhole) {
+  ztktest::EngineDb db(GetParam());
+  if (const std::string why = db.Create(); !why.empty()) {
+    if (ztktest::EnginesRequired()) FAIL() << why;
+    GTEST_SKIP() << why;
+  }
+  const auto run = Ztk({"import", Fixture("nwind.mdb"), "--to-odbc", db.ConnectString(), "--all-tables"});
+  ASSERT_EQ(run.code, 0) << run.err;
+  auto server = detail::OdbcDatabase::Open(db.ConnectString(), true);
+  const auto& d = server->Dialect();
+  EXPECT_EQ(Row(*server, "SELECT COUNT(*) FROM " + d.QuoteName("Order Details"))[0].ToLong(), 2155);
+  EXPECT_EQ(Row(*server, "SELECT COUNT(*) FROM " + d.QuoteName("Umsätze"))[0].ToLong(), 830);
+  EXPECT_EQ(Row(*server, "SELECT " + d.QuoteName("Freight") + " FROM " + d.QuoteName("Orders") +
+                             " WHERE " + d.QuoteName("OrderID") + " = 10248")[0]
+                .ToCurrency(),
+            Currency::FromScaled(323800));
+}
