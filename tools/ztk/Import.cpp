@@ -177,7 +177,7 @@ Planned PlanOtherTable(const JetTable& t, const std::string& name, Engine& targe
   }
   Planned p{name, target.dialect->QuoteName(name), {}, {}, true};
   for (unsigned j = 0; j < t.Count(); ++j) {
-    DaoFieldType type;
+    DaoFieldType type = ZTkDb::detail::dbText;
     if (!DaoTypeOf(t.Column(j)->col_type, type)) {
       skipped.push_back(name + "." + t.Column(j)->name);
       continue;
@@ -191,7 +191,7 @@ Planned PlanOtherTable(const JetTable& t, const std::string& name, Engine& targe
 std::string CreateStatement(const JetTable& t, const Planned& p, const Engine& target) {
   std::string sql = "CREATE TABLE " + p.target + " (";
   for (size_t i = 0; i < p.columns.size(); ++i) {
-    DaoFieldType type;
+    DaoFieldType type = ZTkDb::detail::dbText;
     DaoTypeOf(t.Column(p.columns[i])->col_type, type);
     sql += (i ? ", " : "") + p.target_columns[i] + " " + target.dialect->ColumnType(type);
   }
