@@ -73,7 +73,8 @@ std::string Literal(const ZTkDb::Variant& v, const Engine& target) {
 uint64_t RowHash(const std::vector<ZTkDb::Variant>& row) {
   uint64_t h = 1469598103934665603ull;
   for (const auto& v : row) {
-    for (unsigned char ch : Canonical(v) + '\x1f') h = (h ^ ch) * 1099511628211ull;
+    for (unsigned char ch : Canonical(v)) h = (h ^ ch) * 1099511628211ull;
+    h = (h ^ 0x1fu) * 1099511628211ull;
   }
   return h;
 }
@@ -117,8 +118,12 @@ RowWriter::RowWriter(const Engine& target, std::string table,
 }
 
 void RowWriter::Add(const std::vector<ZTkDb::Variant>& row) {
-  sql_ += rows_in_batch_ == 0 ? head_ + "(" : ", (";
-  for (size_t c = 0; c < row.size(); ++c) sql_ += (c ? ", " : "") + Literal(row[c], target_);
+  if (rows_in_batch_ == 0) sql_ += head_;
+  sql_ += rows_in_batch_ == 0 ? "(" : ", (";
+  for (size_t c = 0; c < row.size(); ++c) {
+    if (c) sql_ += ", ";
+    sql_ += Literal(row[c], target_);
+  }
   sql_ += ")";
   checksum_ += RowHash(row);
   if (++rows_in_batch_ == kBatchRows) Finish();
