@@ -8,6 +8,7 @@
 #include <fstream>
 #include <map>
 
+#include "CopyRate.h"
 #include "ztkdb/ZTkDb.h"
 
 namespace bench {
@@ -159,6 +160,15 @@ bool Summary(const std::vector<int32_t>& sizes) {
     std::printf("list of %d orders on %s: %ld kB held, %ld kB at the peak while built: %.2fx "
                 "(target 2x) %s\n",
                 m.rows, engine.c_str(), held, peak, ratio, ratio <= 2.0 ? "" : "MISSED");
+  }
+  for (const bool server : {false, true}) {
+    const CopyFigure& c = CopyRate(server);
+    if (c.rows == 0) continue;
+    const double target = server ? 20000 : 100000;
+    allMet &= c.rows_per_second >= target;
+    std::printf("ztk copy of %lld rows into %s: %.0f rows/s (target %.0f) %s\n",
+                static_cast<long long>(c.rows), server ? "PostgreSQL" : "a SQLite file",
+                c.rows_per_second, target, c.rows_per_second >= target ? "" : "MISSED");
   }
   std::printf("\n%s\n", allMet ? "every target met" : "some targets missed");
   return allMet;

@@ -17,6 +17,7 @@
 #include "Capture.h"
 #include "Contenders.h"
 #include "Contest.h"
+#include "CopyRate.h"
 #include "Summary.h"
 #include "ztkdb/ZTkDb.h"
 
@@ -332,6 +333,7 @@ int main(int argc, char** argv) {
     }
   }
   bench::RegisterMemory(sqlite[100000], postgres.count(100000) ? postgres[100000] : "");
+  bench::RegisterCopyRates(sqlite[100000], dir, pgAdmin);
   benchmark::Initialize(&argc, argv);
   bench::Collector collector;
   benchmark::RunSpecifiedBenchmarks(&collector);
