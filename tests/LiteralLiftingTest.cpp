@@ -110,3 +110,13 @@ TEST(LiteralLifting, OnAServerStringsAreBoundOnlyBesideAColumnOfKnownType) {
   EXPECT_EQ(ShapeOf("SELECT * FROM T_Auftrag WHERE stOrt = 'why?' AND lId = 1", Server()),
             "(not lifted)");
 }
+
+TEST(LiteralLifting, AStatementWithMoreValuesThanAServerBindsRunsAsText) {
+  std::string sql = "SELECT * FROM T_Auftrag WHERE lId IN (0";
+  for (int i = 1; i < 2001; ++i) sql += ", " + std::to_string(i);
+  sql += ")";
+  LiftingRules rules = Server();
+  EXPECT_EQ(ShapeOf(sql, rules), "(not lifted)");
+  rules.max_values = 2001;
+  EXPECT_NE(ShapeOf(sql, rules), "(not lifted)");
+}

@@ -312,3 +312,11 @@ TEST_P(ServerReading, LongListsArriveWholeAcrossChunksInsideAndOutsideTransactio
   ws->Rollback();
   EXPECT_EQ(walk().size(), 2101u);
 }
+
+// Binding values must never make a statement fail that runs as text: more
+// values than a server binds in one statement stay in the text.
+TEST_P(ServerReading, AStatementWithTensOfThousandsOfValuesRuns) {
+  std::string sql = "SELECT COUNT(*) FROM T_Auftrag WHERE lNr IN (0";
+  for (int i = 1; i <= 40000; ++i) sql += ", " + std::to_string(i);
+  EXPECT_EQ(ztktest::Scalar("srv", sql + ")").ToLong(), 1);
+}

@@ -353,7 +353,9 @@ class Lifter {
 
 std::optional<LiftedStatement> LiftLiterals(const std::vector<Token>& tokens,
                                             const LiftingRules& rules) {
-  return Lifter(tokens, rules).Run();
+  auto lifted = Lifter(tokens, rules).Run();
+  if (lifted && lifted->values.size() > rules.max_values) return std::nullopt;
+  return lifted;
 }
 
 }  // namespace ZTkDb::detail

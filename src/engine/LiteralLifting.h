@@ -51,6 +51,10 @@ struct LiftingRules {
   // A text that holds '?' anywhere is not lifted: a driver that rewrites
   // markers might read one where the server sees text.
   bool refuse_question_marks = false;
+  // More values than this and the statement runs as text: binding must
+  // never make a statement fail that runs as text (SQLite takes 32,766
+  // parameters; psqlodbc loses its session on some ten thousand).
+  size_t max_values = 2000;
 };
 
 // The shape and values of a SELECT, INSERT, UPDATE or DELETE given as the

@@ -1,5 +1,6 @@
 #include "Transfer.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "engine/RowSet.h"
@@ -10,7 +11,11 @@
 namespace ztk {
 namespace {
 
+// Rows per INSERT, and values per INSERT: the engine binds each value, and
+// SQLite takes at most 32,766 parameters in one statement (PostgreSQL and
+// MariaDB 65,535).
 constexpr int kBatchRows = 100;
+constexpr size_t kBatchValues = 30000;
 
 std::string DoubleText(double v) {
   char text[40];
@@ -112,6 +117,8 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
 RowWriter::RowWriter(const Engine& target, std::string table,
                      const std::vector<std::string>& columns)
     : target_(target) {
+  batch_rows_ = static_cast<int>(
+      std::clamp<size_t>(kBatchValues / std::max<size_t>(columns.size(), 1), 1, kBatchRows));
   head_ = "INSERT INTO " + table + " (";
   for (size_t i = 0; i < columns.size(); ++i) head_ += (i ? ", " : "") + columns[i];
   head_ += ") VALUES ";
@@ -126,7 +133,7 @@ void RowWriter::Add(const std::vector<ZTkDb::Variant>& row) {
   }
   sql_ += ")";
   checksum_ += RowHash(row);
-  if (++rows_in_batch_ == kBatchRows) Finish();
+  if (++rows_in_batch_ == batch_rows_) Finish();
 }
 
 void RowWriter::Finish() {

@@ -39,7 +39,8 @@ int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
 uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& rows);
 
-// Rows written to one table in multi-row INSERTs of 100 rows.
+// Rows written to one table in multi-row INSERTs (up to 100 rows, fewer
+// for a wide table).
 class RowWriter {
  public:
   // `columns` as the target spells them (already quoted where needed).
@@ -54,6 +55,7 @@ class RowWriter {
   std::string head_;
   std::string sql_;
   int rows_in_batch_ = 0;
+  int batch_rows_ = 1;
   int64_t written_ = 0;
   uint64_t checksum_ = 0;
 };
