@@ -28,16 +28,7 @@ std::vector<std::string> TargetColumns(const RowSet& source, Database& target,
   const auto columns = target.Columns(table);
   std::vector<std::string> out;
   for (int32_t i = 0; i < source.ColumnCount(); ++i) {
-    const std::string wanted = ZTkDb::detail::LowerAscii(source.Name(i));
-    std::string found;
-    for (const auto& c : columns) {
-      if (ZTkDb::detail::LowerAscii(c.name) == wanted) found = c.name;
-    }
-    if (found.empty()) {
-      throw Failure("the target's " + table + " has no column " + source.Name(i) +
-                    "; nothing was written");
-    }
-    out.push_back(found);
+    out.push_back(TargetColumn(columns, source.Name(i), table));
   }
   return out;
 }

@@ -155,17 +155,8 @@ Planned PlanModuleTable(const JetTable& t, const std::string& name, Engine& targ
   Planned p{name, target.db->FindTable(ModuleName(name)), {}, {}, false};
   const auto columns = target.db->Columns(p.target);
   for (unsigned j = 0; j < t.Count(); ++j) {
-    const std::string wanted = ZTkDb::detail::LowerAscii(t.Column(j)->name);
-    std::string found;
-    for (const auto& c : columns) {
-      if (ZTkDb::detail::LowerAscii(c.name) == wanted) found = c.name;
-    }
-    if (found.empty()) {
-      throw Failure("the target's " + ModuleName(name) + " has no column " + t.Column(j)->name +
-                    " of the Access file's; nothing was written");
-    }
     p.columns.push_back(j);
-    p.target_columns.push_back(found);
+    p.target_columns.push_back(TargetColumn(columns, t.Column(j)->name, ModuleName(name)));
   }
   return p;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "Session.h"
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "engine/sqlite/SqliteDatabase.h"
@@ -90,6 +91,15 @@ void RollbackQuietly(ZTkDb::detail::Database& db) noexcept {
   } catch (...) {
     // A session that died took its transaction with it.
   }
+}
+
+std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
+                         const std::string& name, const std::string& table) {
+  const std::string wanted = ZTkDb::detail::LowerAscii(name);
+  for (const auto& c : columns) {
+    if (ZTkDb::detail::LowerAscii(c.name) == wanted) return c.name;
+  }
+  throw Failure("the target's " + table + " has no column " + name + "; nothing was written");
 }
 
 int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table) {

@@ -32,6 +32,11 @@ uint64_t RowHash(const std::vector<ZTkDb::Variant>& row);
 
 void RollbackQuietly(ZTkDb::detail::Database& db) noexcept;
 
+// The target's spelling of `name` among `columns`, compared without regard
+// to case; raises a Failure naming `table` when there is none.
+std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
+                         const std::string& name, const std::string& table);
+
 int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
 
 // The checksum of `columns` of `table` as the target reads them back, and
