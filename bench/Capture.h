@@ -32,6 +32,10 @@ class Capturing : public ZTkDb::detail::Database {
     texts.push_back(adapt_(sql));
     return inner_->Query(sql, size);
   }
+  int64_t InsertRows(const std::string& t, const std::vector<std::string>& c,
+                     const std::vector<std::vector<ZTkDb::Variant>>& rows) override {
+    return inner_->InsertRows(t, c, rows);
+  }
   std::string FindTable(const std::string& n) override { return inner_->FindTable(n); }
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string& t) override { return inner_->Columns(t); }
   void AddColumn(const std::string& t, const ZTkDb::detail::NewColumn& c) override { inner_->AddColumn(t, c); }

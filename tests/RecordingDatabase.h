@@ -29,6 +29,11 @@ class RecordingDatabase : public ZTkDb::detail::Database {
     if (next_rows) return std::exchange(next_rows, nullptr);
     return std::make_shared<ZTkDb::detail::RowSet>(std::vector<std::string>{"lId"});
   }
+  int64_t InsertRows(const std::string& table, const std::vector<std::string>&,
+                     const std::vector<std::vector<ZTkDb::Variant>>& rows) override {
+    statements.push_back("INSERT INTO " + table + " (" + std::to_string(rows.size()) + " rows)");
+    return static_cast<int64_t>(rows.size());
+  }
   std::string FindTable(const std::string&) override { return {}; }
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string&) override { return {}; }
   void AddColumn(const std::string&, const ZTkDb::detail::NewColumn&) override {}

@@ -62,6 +62,15 @@ class Database {
   virtual std::shared_ptr<const RowSet> Query(const std::string& sql,
                                               ResultSize size = ResultSize::kFew) = 0;
 
+  // Fills `table` with `rows`, every value bound, none written as text: how
+  // whole tables move between engines. `table` and `columns` as a statement
+  // names them (quoted where the server needs it); each row holds one value
+  // per column, of the kinds a query gives back. Each value is stored as the
+  // library's literal for it would be; one the engine cannot store exactly
+  // raises 6 before any row is sent. Gives the rows written.
+  virtual int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
+                             const std::vector<std::vector<Variant>>& rows) = 0;
+
   // Table names as the engine spells them; empty when there is no such table.
   virtual std::string FindTable(const std::string& name) = 0;
   virtual std::vector<ColumnInfo> Columns(const std::string& table) = 0;

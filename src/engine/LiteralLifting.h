@@ -14,9 +14,12 @@ namespace ZTkDb::detail {
 enum class ColumnClass { kUnknown, kText, kDate, kOther };
 
 // A literal taken out of a statement, to be bound in its place.
+// Whole rows bound for an insert add doubles, exact decimals and Nulls.
 struct LiftedValue {
-  enum Kind { kText, kInteger, kTimestamp } kind = kText;
-  std::string text;     // kText: the string's value ('' undone)
+  enum Kind { kText, kInteger, kTimestamp, kDouble, kDecimal, kNull } kind = kText;
+  std::string text;     // kText: the string's value ('' undone); kDecimal: its digits
+  double number = 0;    // kDouble
+  Kind null_as = kText;  // kNull: the type the Null is bound with
   int64_t integer = 0;  // kInteger
   // kTimestamp: the parts of 'YYYY-MM-DD HH:MM:SS'
   int16_t year = 0;

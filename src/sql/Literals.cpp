@@ -20,14 +20,7 @@ std::string FlagLiteral(bool value, int16_t kind) {
 std::string NumberLiteral(double value) { return InvariantNumberText(value); }
 
 std::string CurrencyLiteral(const Currency& value, int16_t kind) {
-  // REAL storage resolves 0.0001 up to 2^39; beyond it an amount would come
-  // back different, so it is not written at all.
-  constexpr int64_t kExactOnJet = (int64_t{1} << 39) * 10000;
-  if (kind == 1 && (value.Scaled() > kExactOnJet || value.Scaled() < -kExactOnJet)) {
-    Raise(errOverflow, "ZTkDb.Currency",
-          "Overflow: the embedded engine cannot store " + value.Text() +
-              " exactly (amounts up to ±549,755,813,888 are kept to the 0.0001).");
-  }
+  CheckStorableCurrency(value, kind);
   return value.Text();
 }
 
@@ -52,15 +45,6 @@ namespace {
 }
 
 }  // namespace
-
-void CheckStorableDate(const Date& value) {
-  const double v = value.Value();
-  if (!(std::isfinite(v) && v >= -657434.0 && v < 2958466.0)) {
-    Raise(errOverflow, "ZTkDb.Date",
-          "Overflow: a date must lie between 01.01.0100 and 31.12.9999 (OLE value " +
-              (std::isfinite(v) ? InvariantNumberText(v) : std::string("not a number")) + ").");
-  }
-}
 
 std::string FilterDateLiteral(const Date& value, int16_t kind) {
   CheckStorableDate(value);

@@ -6,6 +6,7 @@
 
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
+#include "runtime/Storable.h"
 
 namespace ZTkDb::detail {
 
@@ -23,10 +24,6 @@ std::string NumberLiteral(double value);
 // Raises 6 on the embedded engine (kind 1) for an amount its REAL storage
 // cannot give back exactly (beyond ±2^39): refused before any statement.
 std::string CurrencyLiteral(const Currency& value, int16_t kind);
-// The dates every engine stores and gives back: 01.01.0100 00:00:00 to
-// 31.12.9999 23:59:59. Anything else (or not a number) raises 6, so that no
-// statement is ever built with a date it would store differently.
-void CheckStorableDate(const Date& value);
 // A date in a filter: DateLiteral (unquoted slot) on Jet, "dd.mm.yyyy"
 // (quoted slot) otherwise. Raises 6 for a date outside the storable range.
 std::string FilterDateLiteral(const Date& value, int16_t kind);

@@ -4,6 +4,7 @@
 #include <cinttypes>
 #include <cstdio>
 #include <filesystem>
+#include <future>
 
 #include "Output.h"
 #include "Session.h"
@@ -40,16 +41,15 @@ struct Copied {
 
 // Copies one table and checks it: the rows it holds now, and (when it was
 // empty) the checksum of every value read back.
-Copied CopyTable(Engine& source, Engine& target, const std::string& name,
-                 const std::string& table, int64_t before) {
-  auto rows = source.db->Query("SELECT * FROM " + table, ZTkDb::detail::ResultSize::kMany);
+Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target,
+                 const std::string& name, const std::string& table, int64_t before) {
   const std::vector<std::string> columns = TargetColumns(*rows, *target.db, table);
   RowWriter writer(target, table, columns);
   Progress progress(name, static_cast<size_t>(rows->RowCount()));
   std::vector<Variant> row;
   for (int64_t r = 0; r < rows->RowCount(); ++r) {
     rows->DecodeRow(r, row);
-    writer.Add(row);
+    writer.Add(std::move(row));
     progress.Step(static_cast<size_t>(r + 1));
   }
   writer.Finish();
@@ -112,7 +112,19 @@ void Copy(const CopyOptions& options) {
   std::vector<Copied> copied;
   target.db->BeginTrans();
   try {
-    for (const Planned& p : plan) copied.push_back(CopyTable(source, target, p.name, p.table, p.before));
+    // The next table is read from the source while this one is written:
+    // the two ends are different connections, each used by one thread at
+    // a time.
+    auto read = [&source](std::string table) {
+      return source.db->Query("SELECT * FROM " + table, ZTkDb::detail::ResultSize::kMany);
+    };
+    std::future<std::shared_ptr<const RowSet>> next;
+    if (!plan.empty()) next = std::async(std::launch::async, read, plan[0].table);
+    for (size_t i = 0; i < plan.size(); ++i) {
+      auto rows = next.get();
+      if (i + 1 < plan.size()) next = std::async(std::launch::async, read, plan[i + 1].table);
+      copied.push_back(CopyTable(rows, target, plan[i].name, plan[i].table, plan[i].before));
+    }
     // The target's next ids follow the copied ones.
     for (const Planned& p : plan) {
       if (p.name == std::string("T_AuftragMeldung")) continue;  // no id of its own

@@ -1,43 +1,56 @@
 #include "Transfer.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <charconv>
 
 #include "Session.h"
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "engine/sqlite/SqliteDatabase.h"
-#include "sql/Literals.h"
 
 namespace ztk {
 namespace {
 
-// Rows per INSERT, and values per INSERT: the engine binds each value, and
-// SQLite takes at most 32,766 parameters in one statement (PostgreSQL and
-// MariaDB 65,535).
-constexpr int kBatchRows = 100;
-constexpr size_t kBatchValues = 30000;
+// Rows handed to the engine at once: it binds them in statements of as
+// many as its server takes.
+constexpr size_t kRowsPerCall = 1000;
 
-std::string DoubleText(double v) {
-  char text[40];
-  std::snprintf(text, sizeof text, "%.17g", v);
-  return text;
-}
-
-std::string Canonical(const ZTkDb::Variant& v) {
-  switch (v.Type()) {
-    case ZTkDb::vtEmpty:
-    case ZTkDb::vtNull: return std::string("\x01N", 2);
-    case ZTkDb::vtBoolean: return v.ToBool() ? "1" : "0";
-    case ZTkDb::vtByte:
-    case ZTkDb::vtInteger:
-    case ZTkDb::vtLong: return std::to_string(v.ToLong());
-    case ZTkDb::vtCurrency: return v.ToCurrency().Text();
-    case ZTkDb::vtDate: return v.ToDate().IsoText();
-    case ZTkDb::vtDouble: return DoubleText(v.ToDouble());
-    default: return v.ToString();
+// A value's canonical bytes fed to an FNV-1a hash: flags 1/0, numbers by
+// their digits, dates in ISO form, amounts exact, Null apart from ''.
+class Hasher {
+ public:
+  void Add(const ZTkDb::Variant& v) {
+    char digits[40];
+    switch (v.Type()) {
+      case ZTkDb::vtEmpty:
+      case ZTkDb::vtNull: Bytes("\x01N", 2); break;
+      case ZTkDb::vtBoolean: Bytes(v.ToBool() ? "1" : "0", 1); break;
+      case ZTkDb::vtByte:
+      case ZTkDb::vtInteger:
+      case ZTkDb::vtLong: {
+        const auto end = std::to_chars(digits, digits + sizeof digits, v.ToLong()).ptr;
+        Bytes(digits, static_cast<size_t>(end - digits));
+        break;
+      }
+      case ZTkDb::vtDouble: {
+        const auto end = std::to_chars(digits, digits + sizeof digits, v.ToDouble()).ptr;
+        Bytes(digits, static_cast<size_t>(end - digits));
+        break;
+      }
+      case ZTkDb::vtCurrency: Text(v.ToCurrency().Text()); break;
+      case ZTkDb::vtDate: Text(v.ToDate().IsoText()); break;
+      default: Text(v.ToString()); break;
+    }
+    Bytes("\x1f", 1);
   }
-}
+  uint64_t Value() const { return h_; }
+
+ private:
+  void Text(const std::string& s) { Bytes(s.data(), s.size()); }
+  void Bytes(const char* p, size_t n) {
+    for (size_t i = 0; i < n; ++i) h_ = (h_ ^ static_cast<unsigned char>(p[i])) * 1099511628211ull;
+  }
+  uint64_t h_ = 1469598103934665603ull;
+};
 
 }  // namespace
 
@@ -51,38 +64,10 @@ Engine OpenEngine(const Endpoint& end, bool write) {
   return {odbc, dialect};
 }
 
-std::string Literal(const ZTkDb::Variant& v, const Engine& target) {
-  const int16_t kind = target.db->Kind();
-  switch (v.Type()) {
-    case ZTkDb::vtEmpty:
-    case ZTkDb::vtNull: return "NULL";
-    case ZTkDb::vtBoolean: return ZTkDb::detail::FlagLiteral(v.ToBool(), kind);
-    case ZTkDb::vtByte:
-    case ZTkDb::vtInteger:
-    case ZTkDb::vtLong: return ZTkDb::detail::LongLiteral(v.ToLong());
-    case ZTkDb::vtCurrency: return ZTkDb::detail::CurrencyLiteral(v.ToCurrency(), kind);
-    case ZTkDb::vtDate:
-      ZTkDb::detail::CheckStorableDate(v.ToDate());
-      return target.dialect->DateLiteral(v.ToDate());
-    case ZTkDb::vtDouble: return DoubleText(v.ToDouble());
-    default: {
-      std::string out = "'";
-      for (char c : v.ToString()) {
-        if (c == '\'') out += '\'';
-        out += c;
-      }
-      return out + "'";
-    }
-  }
-}
-
 uint64_t RowHash(const std::vector<ZTkDb::Variant>& row) {
-  uint64_t h = 1469598103934665603ull;
-  for (const auto& v : row) {
-    for (unsigned char ch : Canonical(v)) h = (h ^ ch) * 1099511628211ull;
-    h = (h ^ 0x1fu) * 1099511628211ull;
-  }
-  return h;
+  Hasher h;
+  for (const auto& v : row) h.Add(v);
+  return h.Value();
 }
 
 void RollbackQuietly(ZTkDb::detail::Database& db) noexcept {
@@ -124,34 +109,21 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
   return sum;
 }
 
-RowWriter::RowWriter(const Engine& target, std::string table,
-                     const std::vector<std::string>& columns)
-    : target_(target) {
-  batch_rows_ = static_cast<int>(
-      std::clamp<size_t>(kBatchValues / std::max<size_t>(columns.size(), 1), 1, kBatchRows));
-  head_ = "INSERT INTO " + table + " (";
-  for (size_t i = 0; i < columns.size(); ++i) head_ += (i ? ", " : "") + columns[i];
-  head_ += ") VALUES ";
+RowWriter::RowWriter(const Engine& target, std::string table, std::vector<std::string> columns)
+    : target_(target), table_(std::move(table)), columns_(std::move(columns)) {
+  rows_.reserve(kRowsPerCall);
 }
 
-void RowWriter::Add(const std::vector<ZTkDb::Variant>& row) {
-  if (rows_in_batch_ == 0) sql_ += head_;
-  sql_ += rows_in_batch_ == 0 ? "(" : ", (";
-  for (size_t c = 0; c < row.size(); ++c) {
-    if (c) sql_ += ", ";
-    sql_ += Literal(row[c], target_);
-  }
-  sql_ += ")";
+void RowWriter::Add(std::vector<ZTkDb::Variant> row) {
   checksum_ += RowHash(row);
-  if (++rows_in_batch_ == batch_rows_) Finish();
+  rows_.push_back(std::move(row));
+  if (rows_.size() == kRowsPerCall) Finish();
 }
 
 void RowWriter::Finish() {
-  if (rows_in_batch_ == 0) return;
-  target_.db->Execute(sql_);
-  written_ += rows_in_batch_;
-  rows_in_batch_ = 0;
-  sql_.clear();
+  if (rows_.empty()) return;
+  written_ += target_.db->InsertRows(table_, columns_, rows_);
+  rows_.clear();
 }
 
 }  // namespace ztk

@@ -21,10 +21,6 @@ struct Engine {
 
 Engine OpenEngine(const Endpoint& end, bool write);
 
-// The value as the target stores it; one it cannot store exactly raises 6
-// before anything is sent.
-std::string Literal(const ZTkDb::Variant& v, const Engine& target);
-
 // A row's values hashed as every engine reads them back alike (flags 1/0,
 // numbers by their digits, dates in ISO form, amounts exact); a result's
 // checksum is the sum of its rows' hashes, whatever their order.
@@ -44,23 +40,22 @@ int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
 uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& rows);
 
-// Rows written to one table in multi-row INSERTs (up to 100 rows, fewer
-// for a wide table).
+// Rows written to one table with their values bound, a thousand at a
+// time; the checksum is of the rows as they were given.
 class RowWriter {
  public:
-  // `columns` as the target spells them (already quoted where needed).
-  RowWriter(const Engine& target, std::string table, const std::vector<std::string>& columns);
-  void Add(const std::vector<ZTkDb::Variant>& row);
+  // `table` and `columns` as the target spells them (quoted where needed).
+  RowWriter(const Engine& target, std::string table, std::vector<std::string> columns);
+  void Add(std::vector<ZTkDb::Variant> row);
   void Finish();
   int64_t Written() const { return written_; }
   uint64_t Checksum() const { return checksum_; }
 
  private:
   const Engine& target_;
-  std::string head_;
-  std::string sql_;
-  int rows_in_batch_ = 0;
-  int batch_rows_ = 1;
+  std::string table_;
+  std::vector<std::string> columns_;
+  std::vector<std::vector<ZTkDb::Variant>> rows_;
   int64_t written_ = 0;
   uint64_t checksum_ = 0;
 };

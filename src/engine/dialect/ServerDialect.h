@@ -91,6 +91,10 @@ class ServerDialect {
   // (the driver gets data from a bound column of a block, SQL_GD_BLOCK and
   // SQL_GD_BOUND, as psqlodbc does).
   virtual bool FetchesInBlocks() const { return false; }
+  // Whether amounts are stored as binary doubles (SQLite's REAL): a bound
+  // amount then goes as the double nearest it, since the driver's own
+  // reading of decimal text may land on another.
+  virtual bool StoresAmountsAsDouble() const { return false; }
   // How a large result is read in chunks where the driver would otherwise
   // copy all of it before handing over the first row: a cursor declared
   // for the query, fetched `rows` at a time, closed at the end.

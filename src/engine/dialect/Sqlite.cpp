@@ -63,6 +63,7 @@ class Sqlite final : public ServerDialect {
   bool NarrowText() const override { return true; }
   bool BindsLiterals() const override { return true; }
   bool StringsReadAsBoundText() const override { return true; }
+  bool StoresAmountsAsDouble() const override { return true; }
 
  private:
   Lexicon lexicon_ = MakeLexicon(false);

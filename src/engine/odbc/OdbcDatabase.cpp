@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
+#include <limits>
 #include <mutex>
 
 #include "engine/RowSet.h"
@@ -14,6 +15,7 @@
 #include "engine/odbc/Utf16.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
+#include "runtime/Storable.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 
@@ -266,6 +268,20 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
     ForgetStatements();
   }
   return count < 0 ? 0 : count;
+}
+
+int64_t OdbcDatabase::InsertRows(const std::string& table, const std::vector<std::string>& columns,
+                                 const std::vector<std::vector<Variant>>& rows) {
+  if (read_only_) RaiseReadOnly(kSource);
+  // A driver that reads REAL through its 15-digit text gives back amounts
+  // exactly below 10^11 only.
+  CheckStorableRows(rows, columns.size(),
+                    dialect_->StoresAmountsAsDouble() ? int64_t{999999999999999}
+                                                      : std::numeric_limits<int64_t>::max());
+  std::string head = "INSERT INTO " + table + " (";
+  for (size_t i = 0; i < columns.size(); ++i) head += (i ? ", " : "") + columns[i];
+  head += ") VALUES ";
+  return OnLiveSession(false, [&] { return InsertBound(head, columns.size(), rows); });
 }
 
 void OdbcDatabase::ExecuteRaw(const std::string& sql) {

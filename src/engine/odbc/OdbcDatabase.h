@@ -47,6 +47,8 @@ class OdbcDatabase final : public Database {
   int64_t Execute(const std::string& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,
                                       ResultSize size = ResultSize::kFew) override;
+  int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
+                     const std::vector<std::vector<Variant>>& rows) override;
   std::string FindTable(const std::string& name) override;
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
@@ -84,7 +86,11 @@ class OdbcDatabase final : public Database {
   struct Prepared;
   class Statements;
   struct Parameters;
+  OdbcStmt PrepareText(const std::string& text);
   Prepared& PreparedFor(const LiftedStatement& lifted);
+  // `rows` after `head` ("INSERT INTO t (…) VALUES "), `width` values each.
+  int64_t InsertBound(const std::string& head, size_t width,
+                      const std::vector<std::vector<Variant>>& rows);
   // Executes the prepared statement with `lifted`'s values; false when the
   // statement matched nothing (SQL_NO_DATA).
   bool ExecutePrepared(Prepared& p, const LiftedStatement& lifted);

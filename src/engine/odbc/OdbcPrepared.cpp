@@ -10,19 +10,45 @@
 namespace ZTkDb::detail {
 namespace {
 
+// Rows in one INSERT at most, fewer where the table is wide.
+constexpr size_t kRowsPerInsert = 250;
+
+char TypeLetter(LiftedValue::Kind kind) {
+  switch (kind) {
+    case LiftedValue::kText: return 't';
+    case LiftedValue::kTimestamp: return 'd';
+    case LiftedValue::kInteger: return 'i';
+    case LiftedValue::kDouble: return 'f';
+    case LiftedValue::kDecimal: return 'c';
+    case LiftedValue::kNull: return 'n';
+  }
+  return '?';
+}
+
 // The shape and the types its markers are bound with: a server types a
-// prepared statement's parameters once.
+// prepared statement's parameters once. A Null counts as the type it is
+// bound with.
 std::string KeyOf(const LiftedStatement& lifted) {
   std::string key = lifted.shape;
   key += '\x01';
   for (const LiftedValue& v : lifted.values) {
-    switch (v.kind) {
-      case LiftedValue::kText: key += 't'; break;
-      case LiftedValue::kTimestamp: key += 'd'; break;
-      case LiftedValue::kInteger: key += v.integer > INT32_MAX ? 'b' : 'i'; break;
+    if (v.kind == LiftedValue::kInteger && (v.integer > INT32_MAX || v.integer < INT32_MIN)) {
+      key += 'b';
+    } else {
+      key += TypeLetter(v.kind == LiftedValue::kNull ? v.null_as : v.kind);
     }
   }
   return key;
+}
+
+SQLSMALLINT SqlTypeOf(LiftedValue::Kind kind, bool narrow) {
+  switch (kind) {
+    case LiftedValue::kInteger: return SQL_INTEGER;
+    case LiftedValue::kTimestamp: return SQL_TYPE_TIMESTAMP;
+    case LiftedValue::kDouble: return SQL_DOUBLE;
+    case LiftedValue::kDecimal: return SQL_DECIMAL;
+    default: return narrow ? SQL_VARCHAR : SQL_WVARCHAR;
+  }
 }
 
 // Closes the statement's cursor, so that it can run again.
@@ -41,12 +67,14 @@ struct OdbcDatabase::Parameters {
     narrow.reserve(n);
     stamps.reserve(n);
     integers.reserve(n);
+    doubles.reserve(n);
     lengths.reserve(n);
   }
   std::vector<std::basic_string<SQLWCHAR>> wide;
   std::vector<std::string> narrow;
   std::vector<SQL_TIMESTAMP_STRUCT> stamps;
   std::vector<SQLBIGINT> integers;
+  std::vector<double> doubles;
   std::vector<SQLLEN> lengths;
 };
 
@@ -54,21 +82,25 @@ void OdbcDatabase::ForgetStatements() noexcept {
   if (statements_) statements_->Clear();
 }
 
-OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted) {
-  const std::string key = KeyOf(lifted);
-  if (Prepared* found = statements_->Find(key)) return *found;
+OdbcStmt OdbcDatabase::PrepareText(const std::string& text) {
   OdbcStmt stmt = NewStatement();
   SQLRETURN rc;
   if (narrow_) {
-    std::string bytes = lifted.shape;
+    std::string bytes = text;
     rc = SQLPrepare(stmt.Get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
                     static_cast<SQLINTEGER>(bytes.size()));
   } else {
-    auto wide = ToUtf16(lifted.shape);
+    auto wide = ToUtf16(text);
     rc = SQLPrepareW(stmt.Get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
   }
   if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLPrepare");
-  return statements_->Insert(key, Prepared{std::move(stmt), nullptr, {}});
+  return stmt;
+}
+
+OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted) {
+  const std::string key = KeyOf(lifted);
+  if (Prepared* found = statements_->Find(key)) return *found;
+  return statements_->Insert(key, Prepared{PrepareText(lifted.shape), nullptr, {}});
 }
 
 bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
@@ -80,7 +112,7 @@ bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
     switch (v.kind) {
       case LiftedValue::kInteger: {
         params.integers.push_back(v.integer);
-        const bool wide = v.integer > INT32_MAX;
+        const bool wide = v.integer > INT32_MAX || v.integer < INT32_MIN;
         rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_SBIGINT, wide ? SQL_BIGINT : SQL_INTEGER,
                               0, 0, &params.integers.back(), 0, nullptr);
         break;
@@ -119,6 +151,25 @@ bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
                               0, &params.stamps.back(), sizeof ts, nullptr);
         break;
       }
+      case LiftedValue::kDouble:
+        params.doubles.push_back(v.number);
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 15, 0,
+                              &params.doubles.back(), 0, nullptr);
+        break;
+      case LiftedValue::kDecimal:
+        // Exact: the amount's digits, read by the server as a decimal.
+        params.narrow.push_back(v.text);
+        params.lengths.push_back(static_cast<SQLLEN>(v.text.size()));
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_DECIMAL, 19, 4,
+                              params.narrow.back().data(), params.lengths.back(),
+                              &params.lengths.back());
+        break;
+      case LiftedValue::kNull:
+        params.lengths.push_back(SQL_NULL_DATA);
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SqlTypeOf(v.null_as, narrow_),
+                              v.null_as == LiftedValue::kTimestamp ? 19 : 1, 0, nullptr, 0,
+                              &params.lengths.back());
+        break;
     }
     if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, s, "SQLBindParameter");
     ++k;
@@ -156,6 +207,107 @@ int64_t OdbcDatabase::ExecuteLifted(const LiftedStatement& lifted) {
     statements_->Erase(KeyOf(lifted));
     throw;
   }
+}
+
+namespace {
+
+LiftedValue BoundValue(const Variant& v, bool amountsAsDouble) {
+  LiftedValue out;
+  switch (v.Type()) {
+    case vtEmpty:
+    case vtNull: out.kind = LiftedValue::kNull; break;
+    case vtBoolean:
+      out.kind = LiftedValue::kInteger;
+      out.integer = v.ToBool() ? 1 : 0;
+      break;
+    case vtByte:
+    case vtInteger:
+    case vtLong:
+      out.kind = LiftedValue::kInteger;
+      out.integer = v.ToLong();
+      break;
+    case vtDouble:
+      out.kind = LiftedValue::kDouble;
+      out.number = v.ToDouble();
+      break;
+    case vtCurrency: {
+      if (amountsAsDouble) {
+        out.kind = LiftedValue::kDouble;
+        out.number = static_cast<double>(v.ToCurrency().Scaled()) / 10000.0;
+        break;
+      }
+      out.kind = LiftedValue::kDecimal;
+      out.text = v.ToCurrency().Text();
+      if (!out.text.empty() && out.text[0] == ' ') out.text.erase(0, 1);
+      break;
+    }
+    case vtDate: {
+      const Date d = v.ToDate();
+      out.kind = LiftedValue::kTimestamp;
+      out.year = static_cast<int16_t>(d.Year());
+      out.month = static_cast<uint16_t>(d.Month());
+      out.day = static_cast<uint16_t>(d.Day());
+      out.hour = static_cast<uint16_t>(d.Hour());
+      out.minute = static_cast<uint16_t>(d.Minute());
+      out.second = static_cast<uint16_t>(d.Second());
+      break;
+    }
+    default: out.text = v.ToString(); break;
+  }
+  return out;
+}
+
+}  // namespace
+
+// Rows go in statements of as many rows as the driver takes values in one,
+// each shape prepared once: one round trip per statement, not per row.
+int64_t OdbcDatabase::InsertBound(const std::string& head, size_t width,
+                                  const std::vector<std::vector<Variant>>& rows) {
+  if (rows.empty() || width == 0) return 0;
+  const bool asDouble = dialect_->StoresAmountsAsDouble();
+  // A Null is bound as the type its column's values are, so that every
+  // statement of the table has one shape and one set of parameter types.
+  std::vector<LiftedValue::Kind> nullAs(width, LiftedValue::kText);
+  for (size_t c = 0; c < width; ++c) {
+    for (const auto& row : rows) {
+      if (row[c].IsNull() || row[c].IsEmpty()) continue;
+      nullAs[c] = BoundValue(row[c], asDouble).kind;
+      break;
+    }
+  }
+  const size_t perStatement =
+      std::clamp<size_t>(lifting_.max_values / width, 1, kRowsPerInsert);
+  LiftedStatement lifted;
+  for (size_t first = 0; first < rows.size(); first += perStatement) {
+    const size_t count = std::min(perStatement, rows.size() - first);
+    lifted.shape = head;
+    lifted.values.clear();
+    for (size_t r = 0; r < count; ++r) {
+      lifted.shape += r ? ", (" : "(";
+      for (size_t c = 0; c < width; ++c) {
+        lifted.shape += c ? ", ?" : "?";
+        LiftedValue v = BoundValue(rows[first + r][c], asDouble);
+        v.null_as = nullAs[c];
+        lifted.values.push_back(std::move(v));
+      }
+      lifted.shape += ")";
+    }
+    Prepared local;
+    Prepared* p = &local;
+    if (statements_) {
+      p = &PreparedFor(lifted);
+    } else {
+      local.stmt = PrepareText(lifted.shape);
+    }
+    try {
+      const CursorCloser close{p->stmt.Get()};
+      ExecutePrepared(*p, lifted);
+    } catch (...) {
+      if (statements_) statements_->Erase(KeyOf(lifted));
+      throw;
+    }
+  }
+  return static_cast<int64_t>(rows.size());
 }
 
 void OdbcDatabase::DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::Columns>& columns,

@@ -142,4 +142,30 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
   rows.AppendText(ColumnText(s, i));
 }
 
+int BindCell(sqlite3_stmt* s, int i, const Variant& value, std::string& keep) {
+  switch (value.Type()) {
+    case vtEmpty:
+    case vtNull: return sqlite3_bind_null(s, i);
+    case vtBoolean: return sqlite3_bind_int(s, i, value.ToBool() ? -1 : 0);
+    case vtByte:
+    case vtInteger:
+    case vtLong: return sqlite3_bind_int(s, i, value.ToLong());
+    case vtCurrency: {
+      const Currency c = value.ToCurrency();
+      // The double nearest the amount (both operands are exact); reading
+      // rounds it back to the 0.0001.
+      return sqlite3_bind_double(s, i, static_cast<double>(c.Scaled()) / 10000.0);
+    }
+    case vtDate: {
+      keep = value.ToDate().IsoText();
+      return sqlite3_bind_text(s, i, keep.data(), static_cast<int>(keep.size()), SQLITE_STATIC);
+    }
+    case vtDouble: return sqlite3_bind_double(s, i, value.ToDouble());
+    default: {
+      keep = value.ToString();
+      return sqlite3_bind_text(s, i, keep.data(), static_cast<int>(keep.size()), SQLITE_STATIC);
+    }
+  }
+}
+
 }  // namespace ZTkDb::detail

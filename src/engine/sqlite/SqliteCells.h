@@ -1,6 +1,9 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+
+#include "ztkdb/Variant.h"
 
 struct sqlite3_stmt;
 
@@ -17,5 +20,11 @@ std::string_view ColumnText(sqlite3_stmt* s, int i);
 // The current row's cell `i` appended to `rows` as the Variant kind `kind`
 // stands for; what the declared type does not explain is kept as stored.
 void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind);
+// Binds `value` to parameter `i` in the form its literal would be stored
+// in: flags -1/0, dates as 'YYYY-MM-DD HH:MM:SS', currency as REAL (the
+// caller has checked that the form gives it back). A text is bound from
+// `keep`, which must outlive the statement's next step. Gives SQLite's
+// result code.
+int BindCell(sqlite3_stmt* s, int i, const Variant& value, std::string& keep);
 
 }  // namespace ZTkDb::detail

@@ -18,6 +18,7 @@
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
+#include "runtime/Storable.h"
 
 namespace ZTkDb::detail {
 namespace {
@@ -372,6 +373,41 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
     ForgetStatements();
   }
   return sqlite3_changes64(db);
+}
+
+// One prepared single-row INSERT stepped per row: SQLite has no round trip
+// to save, and a statement of many rows would only parse longer.
+int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<std::string>& columns,
+                                   const std::vector<std::vector<Variant>>& rows) {
+  sqlite3* db = Handle();
+  if (read_only_) RaiseReadOnly();
+  CheckStorableRows(rows, columns.size(), kLargestJetAmount);
+  if (rows.empty()) return 0;
+  RefuseIfMoved();
+  std::string sql = "INSERT INTO " + table + " (";
+  for (size_t i = 0; i < columns.size(); ++i) sql += (i ? ", " : "") + columns[i];
+  sql += ") VALUES (";
+  for (size_t i = 0; i < columns.size(); ++i) sql += i ? ", ?" : "?";
+  sql += ")";
+  Prepared once{};
+  Prepared* p = statements_ ? statements_->Find(sql) : nullptr;
+  if (!p) {
+    Prepared fresh{Prepare(db, sql, statements_ != nullptr), {}, {}};
+    p = statements_ ? &statements_->Insert(sql, std::move(fresh)) : &(once = std::move(fresh));
+  }
+  sqlite3_stmt* s = p->stmt.get();
+  const ResetGuard reset{s};
+  std::vector<std::string> texts(columns.size());
+  for (const auto& row : rows) {
+    for (size_t c = 0; c < row.size(); ++c) {
+      const int rc = BindCell(s, static_cast<int>(c) + 1, row[c], texts[c]);
+      if (rc != SQLITE_OK) RaiseSqlite(db, rc);
+    }
+    const int rc = sqlite3_step(s);
+    if (rc != SQLITE_DONE) RaiseSqlite(db, rc);
+    sqlite3_reset(s);
+  }
+  return static_cast<int64_t>(rows.size());
 }
 
 // A file's result is read row by row as it is stepped: there is no second

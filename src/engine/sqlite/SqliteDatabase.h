@@ -45,6 +45,8 @@ class SqliteDatabase final : public Database {
   int64_t Execute(const std::string& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,
                                       ResultSize size = ResultSize::kFew) override;
+  int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
+                     const std::vector<std::vector<Variant>>& rows) override;
   std::string FindTable(const std::string& name) override;
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;

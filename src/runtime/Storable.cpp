@@ -1,0 +1,60 @@
+#include "runtime/Storable.h"
+
+#include <cmath>
+#include <string>
+
+#include "runtime/Numbers.h"
+#include "runtime/Raise.h"
+
+namespace ZTkDb::detail {
+
+void CheckStorableDate(const Date& value) {
+  const double v = value.Value();
+  if (!(std::isfinite(v) && v >= -657434.0 && v < 2958466.0)) {
+    Raise(errOverflow, "ZTkDb.Date",
+          "Overflow: a date must lie between 01.01.0100 and 31.12.9999 (OLE value " +
+              (std::isfinite(v) ? InvariantNumberText(v) : std::string("not a number")) + ").");
+  }
+}
+
+void CheckStorableCurrency(const Currency& value, int16_t kind) {
+  // REAL storage resolves 0.0001 up to 2^39; beyond it an amount would come
+  // back different, so it is not written at all.
+  if (kind == 1 && (value.Scaled() > kLargestJetAmount || value.Scaled() < -kLargestJetAmount)) {
+    Raise(errOverflow, "ZTkDb.Currency",
+          "Overflow: the embedded engine cannot store " + value.Text() +
+              " exactly (amounts up to ±549,755,813,888 are kept to the 0.0001).");
+  }
+}
+
+void CheckStorableRows(const std::vector<std::vector<Variant>>& rows, size_t width,
+                       int64_t largestAmount) {
+  for (const auto& row : rows) {
+    if (row.size() != width) {
+      Raise(errInvalidArgument, "ZTkDb.Engine",
+            "Invalid argument: a row of " + std::to_string(row.size()) + " values for " +
+                std::to_string(width) + " columns; nothing was written.");
+    }
+    for (const Variant& v : row) {
+      switch (v.Type()) {
+        case vtDate: CheckStorableDate(v.ToDate()); break;
+        case vtCurrency: {
+          const Currency c = v.ToCurrency();
+          if (c.Scaled() > largestAmount || c.Scaled() < -largestAmount) {
+            Raise(errOverflow, "ZTkDb.Currency",
+                  "Overflow: the database cannot store " + c.Text() + " exactly (amounts up to ±" +
+                      Currency::FromScaled(largestAmount).Text() +
+                      " are kept to the 0.0001); nothing was written.");
+          }
+          break;
+        }
+        case vtDouble:
+          if (!std::isfinite(v.ToDouble())) RaiseStandard(errOverflow, "ZTkDb.Number");
+          break;
+        default: break;
+      }
+    }
+  }
+}
+
+}  // namespace ZTkDb::detail

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "ztkdb/Currency.h"
+#include "ztkdb/Date.h"
+#include "ztkdb/Variant.h"
+
+namespace ZTkDb::detail {
+
+// The dates every engine stores and gives back: 01.01.0100 00:00:00 to
+// 31.12.9999 23:59:59. Anything else (or not a number) raises 6, so that no
+// statement is ever sent with a date it would store differently.
+void CheckStorableDate(const Date& value);
+
+// Raises 6 on the embedded engine (kind 1) for an amount its REAL storage
+// cannot give back exactly (beyond ±2^39): refused before any statement.
+void CheckStorableCurrency(const Currency& value, int16_t kind);
+
+// The largest amount (scaled by 10,000) the embedded engine's REAL
+// storage gives back exactly.
+constexpr int64_t kLargestJetAmount = (int64_t{1} << 39) * 10000;
+
+// Every value of `rows` checked as above (and doubles for being finite,
+// amounts for lying within ±`largestAmount`, scaled), and each row for
+// holding `width` values (3001 otherwise): whole tables are refused before
+// their first row is sent.
+void CheckStorableRows(const std::vector<std::vector<Variant>>& rows, size_t width,
+                       int64_t largestAmount);
+
+}  // namespace ZTkDb::detail
