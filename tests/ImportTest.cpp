@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -45,6 +46,34 @@ std::vector<Variant> Row(detail::Database& db, const std::string& sql) {
   std::vector<Variant> row;
   if (rows->RowCount() > 0) rows->DecodeRow(0, row);
   return row;
+}
+
+// A Jet 3 file as Access leaves it with a password or encrypted: the header
+// past 0x18 is RC4 with a fixed key; `bytes` go at `offset` of the clear
+// header (the password at 0x42, the page key at 0x3e).
+std::string WithHeader(const std::string& from, const std::string& to, size_t offset,
+                       const std::string& bytes) {
+  std::string file = Bytes(from);
+  auto rc4 = [](std::string& data, size_t at, size_t n) {
+    const unsigned char key[4] = {0xc7, 0xda, 0x39, 0x6b};
+    unsigned char st[256];
+    for (int i = 0; i < 256; ++i) st[i] = static_cast<unsigned char>(i);
+    for (int i = 0, j = 0; i < 256; ++i) {
+      j = (j + st[i] + key[i % 4]) % 256;
+      std::swap(st[i], st[j]);
+    }
+    for (size_t k = 0, i = 0, j = 0; k < n; ++k) {
+      i = (i + 1) % 256;
+      j = (j + st[i]) % 256;
+      std::swap(st[i], st[j]);
+      data[at + k] = static_cast<char>(data[at + k] ^ st[(st[i] + st[j]) % 256]);
+    }
+  };
+  rc4(file, 0x18, 126);
+  file.replace(offset, bytes.size(), bytes);
+  rc4(file, 0x18, 126);
+  std::ofstream(to, std::ios::binary) << file;
+  return to;
 }
 
 }  // namespace
@@ -119,6 +148,17 @@ TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
   const auto run = Ztk({"import", notAccess, target});
   EXPECT_EQ(run.code, 1);
   EXPECT_NE(run.err.find("nothing was written"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(target));
+  // A password, or pages encrypted with a key of their own: refused.
+  const std::string locked = WithHeader(Fixture("nwind.mdb"), dir.Path() + ".pw.mdb", 0x42, "geheim");
+  const auto password = Ztk({"import", locked, target, "--all-tables"});
+  EXPECT_EQ(password.code, 1);
+  EXPECT_NE(password.err.find("password"), std::string::npos) << password.err;
+  const std::string encrypted =
+      WithHeader(Fixture("nwind.mdb"), dir.Path() + ".enc.mdb", 0x3e, "\x78\x56\x34\x12");
+  const auto unreadable = Ztk({"import", encrypted, target, "--all-tables"});
+  EXPECT_EQ(unreadable.code, 1);
+  EXPECT_NE(unreadable.err.find("cannot be read"), std::string::npos) << unreadable.err;
   EXPECT_FALSE(std::filesystem::exists(target));
   // No module tables in the file and no --all-tables: nothing to do, said so.
   const auto none = Ztk({"import", Fixture("DateTestDatabase.mdb"), target});
