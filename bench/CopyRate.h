@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace bench {
 
 struct CopyFigure {
   int64_t rows = 0;
-  double rows_per_second = 0;
+  double rows_per_second = 0;  // the median of the runs
+  std::vector<double> runs;
 };
 
 // `ztk copy` of the data set `source` into a new SQLite file under `dir`
