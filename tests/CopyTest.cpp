@@ -112,3 +112,53 @@ TEST(Copy, ACopyThatCannotBeWholeWritesNothing) {
   EXPECT_EQ(Contents(target).size(), copied.size() + 1);
   EXPECT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", demo}).code, 2);
 }
+
+// A copy killed in the middle (kill -9, a machine going down) leaves the
+// target as it was: everything went in one transaction.
+TEST(Copy, ACopyKilledHalfwayLeavesTheTargetEmpty) {
+  ztktest::TempDb source, target;
+  {
+    // Enough rows that the copy is still writing when it is killed.
+    auto db = detail::SqliteDatabase::Open(source.Path(), false, false);
+    std::vector<std::vector<Variant>> rows;
+    for (int32_t id = 1; id <= 200000; ++id) {
+      rows.push_back({Variant(id), Variant("UID-" + std::to_string(id)),
+                      Variant(std::string(200, 'x'))});
+    }
+    db->BeginTrans();
+    db->InsertRows("T_Leistung", {"lId", "stUId", "stBemerkung"}, rows);
+    db->CommitTrans();
+  }
+  const pid_t pid = fork();
+  if (pid == 0) {
+    const int null = open("/dev/null", O_RDWR);
+    dup2(null, 0);
+    dup2(null, 1);
+    dup2(null, 2);
+    execl(ZTKDB_ZTK_PATH, ZTKDB_ZTK_PATH, "copy", "--from-db", source.Path().c_str(), "--to-db",
+          target.Path().c_str(), static_cast<char*>(nullptr));
+    _exit(127);
+  }
+  // Killed once it has written a few megabytes into the target's log.
+  const std::string wal = target.Path() + "-wal";
+  for (int i = 0; i < 20000; ++i) {
+    std::error_code ignored;
+    if (std::filesystem::exists(wal) && std::filesystem::file_size(wal, ignored) > (4u << 20)) break;
+    usleep(1000);
+  }
+  kill(pid, SIGKILL);
+  int status = 0;
+  waitpid(pid, &status, 0);
+  ASSERT_TRUE(WIFSIGNALED(status)) << "the copy ended before it could be killed";
+
+  auto db = detail::SqliteDatabase::Open(target.Path(), false, true);
+  for (const char* table : kTables) {
+    auto rows = db->Query(std::string("SELECT COUNT(*) AS n FROM ") + table);
+    std::vector<Variant> row;
+    rows->DecodeRow(0, row);
+    EXPECT_EQ(row[0].ToLong(), 0) << table;
+  }
+  db->Close();
+  const auto again = Ztk({"copy", "--from-db", source.Path(), "--to-db", target.Path()});
+  EXPECT_EQ(again.code, 0) << again.err;
+}
