@@ -12,14 +12,6 @@ constexpr size_t kChunkSize = size_t{1} << 20;
 constexpr size_t kFirstChunkSize = size_t{1} << 12;
 
 template <typename T>
-void Put(std::string& out, uint8_t tag, T value) {
-  char buf[1 + sizeof(T)];
-  buf[0] = static_cast<char>(tag);
-  std::memcpy(buf + 1, &value, sizeof(T));
-  out.append(buf, sizeof buf);
-}
-
-template <typename T>
 T Get(const char*& p) {
   T value;
   std::memcpy(&value, p, sizeof(T));
@@ -74,26 +66,12 @@ int32_t RowSet::Columns::IndexOf(const std::string& name) const {
   return it == index_.end() ? -1 : it->second;
 }
 
-void RowSet::BeginRow() { pending_.clear(); }
-void RowSet::AppendNull() { pending_.push_back(static_cast<char>(vtNull)); }
-void RowSet::AppendBool(bool v) { Put<uint8_t>(pending_, vtBoolean, v ? 1 : 0); }
-void RowSet::AppendByte(uint8_t v) { Put(pending_, vtByte, v); }
-void RowSet::AppendInteger(int16_t v) { Put(pending_, vtInteger, v); }
-void RowSet::AppendLong(int32_t v) { Put(pending_, vtLong, v); }
-void RowSet::AppendDouble(double v) { Put(pending_, vtDouble, v); }
-void RowSet::AppendCurrency(int64_t scaled) { Put(pending_, vtCurrency, scaled); }
-void RowSet::AppendDate(double ole) { Put(pending_, vtDate, ole); }
-
-void RowSet::AppendText(std::string_view v) {
-  pending_.push_back(static_cast<char>(vtString));
-  // Length as a base-128 varint: short texts, the usual case, cost one byte.
-  size_t n = v.size();
-  do {
-    uint8_t byte = n & 0x7f;
-    n >>= 7;
-    pending_.push_back(static_cast<char>(n ? byte | 0x80 : byte));
-  } while (n);
-  pending_.append(v);
+void RowSet::Pending::Grow(size_t n) {
+  const size_t wanted = std::max(size + n, std::max<size_t>(capacity * 2, 256));
+  auto bigger = std::make_unique<char[]>(wanted);
+  if (size) std::memcpy(bigger.get(), data.get(), size);
+  data = std::move(bigger);
+  capacity = wanted;
 }
 
 char* RowSet::Reserve(size_t bytes) {
@@ -115,9 +93,9 @@ char* RowSet::Reserve(size_t bytes) {
 }
 
 void RowSet::EndRow() {
-  char* p = Reserve(pending_.size());
-  std::memcpy(p, pending_.data(), pending_.size());
-  pending_.clear();
+  char* p = Reserve(pending_.size);
+  if (pending_.size) std::memcpy(p, pending_.data.get(), pending_.size);
+  pending_.size = 0;
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -50,17 +51,31 @@ class RowSet {
   RowSet(const RowSet&) = delete;
   RowSet& operator=(const RowSet&) = delete;
 
-  // Building: BeginRow, one Append per column, EndRow.
-  void BeginRow();
-  void AppendNull();
-  void AppendBool(bool v);
-  void AppendByte(uint8_t v);
-  void AppendInteger(int16_t v);
-  void AppendLong(int32_t v);
-  void AppendDouble(double v);
-  void AppendCurrency(int64_t scaled);
-  void AppendDate(double ole);
-  void AppendText(std::string_view v);
+  // Building: BeginRow, one Append per column, EndRow. Inline: a large
+  // result appends millions of cells.
+  void BeginRow() { pending_.size = 0; }
+  void AppendNull() { *pending_.Add(1) = static_cast<char>(vtNull); }
+  void AppendBool(bool v) { Put<uint8_t>(vtBoolean, v ? 1 : 0); }
+  void AppendByte(uint8_t v) { Put(vtByte, v); }
+  void AppendInteger(int16_t v) { Put(vtInteger, v); }
+  void AppendLong(int32_t v) { Put(vtLong, v); }
+  void AppendDouble(double v) { Put(vtDouble, v); }
+  void AppendCurrency(int64_t scaled) { Put(vtCurrency, scaled); }
+  void AppendDate(double ole) { Put(vtDate, ole); }
+  void AppendText(std::string_view v) {
+    char* p = pending_.Room(1 + 10 + v.size());
+    char* const start = p;
+    *p++ = static_cast<char>(vtString);
+    // Length as a base-128 varint: short texts, the usual case, cost one byte.
+    size_t n = v.size();
+    do {
+      const auto byte = static_cast<uint8_t>(n & 0x7f);
+      n >>= 7;
+      *p++ = static_cast<char>(n ? byte | 0x80 : byte);
+    } while (n);
+    if (!v.empty()) std::memcpy(p, v.data(), v.size());
+    pending_.size += static_cast<size_t>(p - start) + v.size();
+  }
   void EndRow();
 
   int64_t RowCount() const { return static_cast<int64_t>(row_start_.size()); }
@@ -101,9 +116,33 @@ class RowSet {
   size_t chunk_capacity_ = 0;
   // Row start as (chunk << 32 | offset).
   std::vector<uint64_t> row_start_;
+  template <typename T>
+  void Put(uint8_t tag, T value) {
+    char* p = pending_.Add(1 + sizeof(T));
+    p[0] = static_cast<char>(tag);
+    std::memcpy(p + 1, &value, sizeof(T));
+  }
+
   // A row being built is kept apart until EndRow so that it never straddles
   // two chunks.
-  std::string pending_;
+  struct Pending {
+    std::unique_ptr<char[]> data;
+    size_t size = 0;
+    size_t capacity = 0;
+    // Room for `n` more bytes, not yet counted.
+    char* Room(size_t n) {
+      if (capacity - size < n) Grow(n);
+      return data.get() + size;
+    }
+    // `n` more bytes, counted.
+    char* Add(size_t n) {
+      char* p = Room(n);
+      size += n;
+      return p;
+    }
+    void Grow(size_t n);
+  };
+  Pending pending_;
 };
 
 std::string LowerAscii(std::string_view s);

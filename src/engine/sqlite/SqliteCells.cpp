@@ -29,7 +29,9 @@ ColumnKind ClassifyDeclared(const std::string& declared) {
   if (has("INT") || has("LONG")) return ColumnKind::kLong;
   if (has("CURRENCY") || has("MONEY")) return ColumnKind::kCurrency;
   if (has("REAL") || has("DOUB") || has("FLOA")) return ColumnKind::kDouble;
-  if (has("CHAR") || has("TEXT") || has("CLOB") || has("MEMO")) return ColumnKind::kText;
+  // Without INT (taken above), these are SQLite's own TEXT affinity.
+  if (has("CHAR") || has("TEXT") || has("CLOB")) return ColumnKind::kStoredText;
+  if (has("MEMO")) return ColumnKind::kText;
   return ColumnKind::kAuto;
 }
 
@@ -71,6 +73,14 @@ std::string_view ColumnText(sqlite3_stmt* s, int i) {
 }
 
 void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
+  if (kind == ColumnKind::kStoredText) {
+    // The column stores every number as its text: the text (or a blob's
+    // bytes) is the value, without asking for its type first.
+    const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(s, i));
+    if (p) return rows.AppendText(std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))));
+    if (sqlite3_column_type(s, i) == SQLITE_NULL) return rows.AppendNull();
+    return rows.AppendText({});
+  }
   const int type = sqlite3_column_type(s, i);
   if (type == SQLITE_NULL) return rows.AppendNull();
   const bool numeric = type == SQLITE_INTEGER || type == SQLITE_FLOAT;
@@ -129,6 +139,7 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
       break;
     case ColumnKind::kLong:
     case ColumnKind::kText:
+    case ColumnKind::kStoredText:
     case ColumnKind::kAuto:
       break;
   }

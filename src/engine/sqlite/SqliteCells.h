@@ -12,7 +12,11 @@ namespace ZTkDb::detail {
 class RowSet;
 
 // What a column's declared type makes of its stored values.
-enum class ColumnKind { kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText };
+// kStoredText: a column of TEXT affinity (CHAR, TEXT, CLOB), which holds
+// only texts, blobs and Nulls; kText also MEMO, which may hold numbers.
+enum class ColumnKind {
+  kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText, kStoredText
+};
 
 ColumnKind KindFromDeclared(const char* declared);
 // The text of a cell as SQLite holds it (valid until the next step).
