@@ -20,13 +20,12 @@ size_t PlaceholderEnd(const std::string& text, size_t at) {
 // character or another '#': then values without a '#' cannot make new
 // placeholders out of the text around them.
 bool PlaceholdersStandClear(const std::string& text) {
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '#') continue;
+  for (size_t i = text.find('#'); i != std::string::npos; i = text.find('#', i)) {
     const size_t end = PlaceholderEnd(text, i);
     if (end == 0) return false;
     if (i > 0 && (IsNameChar(text[i - 1]) || text[i - 1] == '#')) return false;
     if (end < text.size() && (IsNameChar(text[end]) || text[end] == '#')) return false;
-    i = end - 1;
+    i = end;
   }
   return true;
 }
