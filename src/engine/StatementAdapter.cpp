@@ -328,14 +328,20 @@ class Adapter {
 }  // namespace
 
 std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
-                           StatementFacts* facts) {
+                           StatementFacts* facts, const Tokens* read) {
   // An engine would end the text at the NUL and run what stands before it.
   if (sql.find('\0') != std::string::npos) {
     Raise(errSyntax, "ZTkDb.Engine",
           "Syntax error: the statement holds a NUL character, which no text value may carry.");
   }
   const Lexicon& lexicon = rules.lexicon ? *rules.lexicon : LibraryLexicon();
-  const Tokens tokens = TokenizeCertain(sql, lexicon);
+  Tokens own;
+  if (read) {
+    RefuseSecondStatement(*read);
+  } else {
+    own = TokenizeCertain(sql, lexicon);
+  }
+  const Tokens& tokens = read ? *read : own;
   Adapter adapter(tokens, rules);
   std::string out = adapter.Run();
   if (!adapter.Changed()) out = sql;

@@ -57,7 +57,10 @@ struct StatementFacts {
 // a ';' inside a string or comment is text), and 3075 when some part of it
 // cannot be read with certainty (a string or comment never closed, a
 // construct the server reads differently by its settings or version).
+// `read`: the tokens of `sql` in the rules' lexicon, already found free of
+// doubt, when the caller has them.
 std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
-                           StatementFacts* facts = nullptr);
+                           StatementFacts* facts = nullptr,
+                           const std::vector<Token>* read = nullptr);
 
 }  // namespace ZTkDb::detail

@@ -206,6 +206,7 @@ SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::s
   if (Statements::Enabled()) {
     rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
+    memo_ = std::make_unique<AdaptationMemo>(rules_);
   }
 }
 
@@ -233,6 +234,7 @@ SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
 
 void SqliteDatabase::ForgetStatements() {
   if (statements_) statements_->Clear();
+  if (memo_) memo_->Clear();
 }
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
@@ -324,6 +326,10 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
   return AdaptStatement(sql, rules_, facts);
 }
 
+std::string SqliteDatabase::Read(const std::string& sql, StatementFacts& facts) {
+  return memo_ ? memo_->Adapt(sql, facts) : Adapt(sql, &facts);
+}
+
 [[noreturn]] static void RaiseReadOnly() {
   Raise(errReadOnly, kSource,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
@@ -345,7 +351,7 @@ void SqliteDatabase::RefuseIfMoved() {
 int64_t SqliteDatabase::Execute(const std::string& sql) {
   sqlite3* db = Handle();
   StatementFacts facts;
-  const std::string text = Adapt(sql, &facts);
+  const std::string text = Read(sql, facts);
   if (facts.lifted) {
     Prepared& p = Bound(*facts.lifted);
     const ResetGuard reset{p.stmt.get()};
@@ -415,7 +421,7 @@ int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<s
 std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, ResultSize /*size*/) {
   sqlite3* db = Handle();
   StatementFacts facts;
-  const std::string text = Adapt(sql, &facts);
+  const std::string text = Read(sql, facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly();
   if (facts.lifted) {
     Prepared& p = Bound(*facts.lifted);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/AdaptationMemo.h"
 #include "engine/Database.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
@@ -59,6 +60,9 @@ class SqliteDatabase final : public Database {
 
   // The statement as it will reach SQLite.
   std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
+  // The facts of `sql`, from the memo of its form where it has one; the
+  // adapted text only when the full path ran.
+  std::string Read(const std::string& sql, StatementFacts& facts);
 
  private:
   SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path, bool readOnly);
@@ -80,6 +84,8 @@ class SqliteDatabase final : public Database {
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
   // Declared after db_: finalized before the connection closes.
   std::unique_ptr<Statements> statements_;
+  // With the statement cache: what adaptation made of each statement's form.
+  std::unique_ptr<AdaptationMemo> memo_;
 };
 
 }  // namespace ZTkDb::detail

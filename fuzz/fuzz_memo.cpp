@@ -1,0 +1,91 @@
+// The memo of statement forms against the full reading: a text is read
+// twice (so that its form is learnt), then in variants with its integers
+// and strings replaced by others; every reading the memo gives must equal
+// the full path's, refusals included.
+#include <strings.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "engine/AdaptationMemo.h"
+#include "engine/dialect/ServerDialect.h"
+#include "ztkdb/Error.h"
+
+using namespace ZTkDb;
+using namespace ZTkDb::detail;
+
+namespace {
+
+struct Rules {
+  LiftingRules lifting;
+  AdaptationRules rules;
+  Rules() {
+    lifting.any_string = true;
+    rules.date_literal = [](const Date& d) { return SqliteDialect().DateLiteral(d); };
+    rules.is_table = [](const std::string& t) {
+      return strcasecmp(t.c_str(), "T_Auftrag") == 0 || strcasecmp(t.c_str(), "T_Meldung") == 0;
+    };
+    rules.is_date_column = [](const std::string&, const std::string& c) {
+      return c.size() > 5 && strcasecmp(c.c_str() + c.size() - 5, "Datum") == 0;
+    };
+    rules.lexicon = &LibraryLexicon();
+    rules.final_lexicon = &SqliteDialect().Lexical();
+    rules.lifting = &lifting;
+  }
+};
+
+const char* const kNumbers[] = {"0", "1", "42", "123456789012345678", "9070000000000001"};
+const char* const kStrings[] = {"'x'", "''", "'O''B'", "'1.2.2024'", "'?'", "'\\'", "'12.05.2024 10:00'",
+                                "'ZtkMemoProbe1x'", "'a'' OR ''1'"};
+
+std::string Describe(const StatementFacts& f) {
+  std::string out = f.plain_query ? "q|" : "o|";
+  if (!f.lifted) return out + "-";
+  out += f.lifted->shape;
+  for (const LiftedValue& v : f.lifted->values) {
+    out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text;
+  }
+  return out;
+}
+
+// "text" for a reading, or the error it raised.
+std::string Read(const std::string& sql, const AdaptationRules& rules, AdaptationMemo* memo) {
+  try {
+    StatementFacts facts;
+    const std::string text = memo ? memo->Adapt(sql, facts) : AdaptStatement(sql, rules, &facts);
+    (void)text;
+    return Describe(facts);
+  } catch (const Error& e) {
+    return "error " + std::to_string(e.Number());
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static Rules r;
+  const std::string sql(reinterpret_cast<const char*>(data), size);
+  AdaptationMemo memo(r.rules);
+  std::vector<std::string> texts = {sql, sql};
+  Doubt doubt;
+  const auto tokens = Tokenize(sql, LibraryLexicon(), &doubt);
+  for (size_t variant = 0; variant < 4; ++variant) {
+    std::string v;
+    size_t k = variant;
+    for (const Token& t : tokens) {
+      if (t.kind == TokenKind::kNumber) {
+        v += kNumbers[k++ % (sizeof kNumbers / sizeof *kNumbers)];
+      } else if (t.kind == TokenKind::kString && t.text.size() >= 2 && t.text.front() == '\'') {
+        v += kStrings[k++ % (sizeof kStrings / sizeof *kStrings)];
+      } else {
+        v.append(t.text);
+      }
+    }
+    texts.push_back(v);
+  }
+  for (const std::string& text : texts) {
+    if (Read(text, r.rules, &memo) != Read(text, r.rules, nullptr)) std::abort();
+  }
+  return 0;
+}

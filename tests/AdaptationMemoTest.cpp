@@ -1,0 +1,120 @@
+// A statement whose form was learnt must run exactly as the full reading
+// would run it: the same shape, the same values, the same verdicts, for
+// every literal a host may send in every place a literal may stand.
+#include <gtest/gtest.h>
+
+#include "engine/AdaptationMemo.h"
+#include "engine/dialect/ServerDialect.h"
+#include "ztkdb/Error.h"
+
+using namespace ZTkDb;
+using namespace ZTkDb::detail;
+
+namespace {
+
+// The embedded engine's rules over a schema of two tables whose *Datum
+// columns hold dates.
+struct SqliteRules {
+  LiftingRules lifting;
+  AdaptationRules rules;
+  SqliteRules() {
+    lifting.any_string = true;
+    rules.date_literal = [](const Date& d) { return SqliteDialect().DateLiteral(d); };
+    rules.is_table = [](const std::string& t) { return t == "T_Auftrag" || t == "T_AuftragMeldung"; };
+    rules.is_date_column = [](const std::string&, const std::string& c) {
+      return c.size() > 5 && c.ends_with("Datum");
+    };
+    rules.lexicon = &LibraryLexicon();
+    rules.final_lexicon = &SqliteDialect().Lexical();
+    rules.lifting = &lifting;
+  }
+};
+
+// Texts that could be taken for something else: quotes, dates and
+// near-dates, markers, backslashes, and the stand-ins learning uses.
+const std::vector<std::string> kStrings = {
+    "'abc'",    "'O''Brien'", "''",        "'9x'",          "'1.5'",           "'12.05.2024'",
+    "'what?'",  "'back\\'",   "'{8F-11}'", "'ZtkMemoProbe0x'", "'1.2.2024 10:00'", "'-- x'",
+};
+const std::vector<std::string> kNumbers = {"0", "7", "123456789012345678", "2147483648", "00012",
+                                           "9070000000000000"};
+
+// `form` with each {N} and {S} filled, starting at `seed` in the pools.
+std::string Fill(const std::string& form, size_t seed) {
+  std::string out;
+  size_t n = seed, s = seed * 7;
+  for (size_t i = 0; i < form.size(); ++i) {
+    if (form.compare(i, 3, "{N}") == 0) {
+      out += kNumbers[n++ % kNumbers.size()];
+      i += 2;
+    } else if (form.compare(i, 3, "{S}") == 0) {
+      out += kStrings[s++ % kStrings.size()];
+      i += 2;
+    } else {
+      out += form[i];
+    }
+  }
+  return out;
+}
+
+std::string Describe(const StatementFacts& f) {
+  std::string out = f.plain_query ? "query|" : "other|";
+  if (!f.lifted) return out + "(not lifted)";
+  out += f.lifted->shape;
+  for (const LiftedValue& v : f.lifted->values) {
+    out += "|" + std::to_string(v.kind) + ":" + (v.kind == LiftedValue::kInteger ? std::to_string(v.integer) : v.text);
+  }
+  return out;
+}
+
+}  // namespace
+
+TEST(AdaptationMemo, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
+  const std::vector<std::string> forms = {
+      "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN T_AuftragMeldung "
+      "ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE T_Auftrag.lId = {N}",
+      "UPDATE T_Auftrag SET T_Auftrag.stUId = {S}, T_Auftrag.AuftragsDatum = {S}, "
+      "T_Auftrag.lNr = {N}, T_Auftrag.stAuftrag = {S} WHERE T_Auftrag.lId = {N} AND "
+      "T_Auftrag.stUId = {S}",
+      "INSERT INTO T_Auftrag (lNr, stUId, AuftragsDatum, stAuftrag) VALUES ({N}, {S}, {S}, {S})",
+      "SELECT * FROM T_Auftrag WHERE lNr > - {N} ORDER BY 2 LIMIT {N}",
+      "SELECT {N} AS x, {S} AS y FROM T_Auftrag WHERE stAuftrag = {S}",
+      "DELETE T_Auftrag.* FROM T_Auftrag WHERE lId = {N}",
+      "SELECT * FROM T_Auftrag WHERE stAuftrag IN ({S}, {S}, {S}) AND lNr BETWEEN {N} AND -{N}",
+      "SELECT * FROM T_Auftrag WHERE AuftragsDatum = {S} AND #01/02/2024# < ErledigtDatum",
+      "SELECT * FROM T_Auftrag WHERE stAuftrag = {S} -- {S}\n AND lNr = {N};",
+      "SELECT * FROM T_Auftrag WHERE stAuftrag = {S}; DELETE FROM T_Auftrag WHERE lId = {N}",
+  };
+  SqliteRules sqlite;
+  AdaptationMemo memo(sqlite.rules);
+  int recalled = 0;
+  for (size_t round = 0; round < 24; ++round) {
+    for (const std::string& form : forms) {
+      const std::string sql = Fill(form, round);
+      SCOPED_TRACE(sql);
+      StatementFacts full, fromMemo;
+      std::string fullText, memoText;
+      long fullError = 0, memoError = 0;
+      try {
+        fullText = AdaptStatement(sql, sqlite.rules, &full);
+      } catch (const Error& e) {
+        fullError = e.Number();
+      }
+      try {
+        memoText = memo.Adapt(sql, fromMemo);
+      } catch (const Error& e) {
+        memoError = e.Number();
+      }
+      ASSERT_EQ(memoError, fullError);
+      if (fullError) continue;
+      ASSERT_EQ(Describe(fromMemo), Describe(full));
+      if (memoText.empty()) {
+        recalled += &form == &forms.front();
+      } else {
+        EXPECT_EQ(memoText, fullText);
+      }
+    }
+  }
+  // A read by id comes from the memo from its third time on.
+  EXPECT_EQ(recalled, 22);
+}
