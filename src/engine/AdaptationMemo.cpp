@@ -52,12 +52,10 @@ bool SameValue(const LiftedValue& a, const LiftedValue& b) {
 bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& tokens,
             std::string& key, std::vector<size_t>& literals) {
   Doubt doubt;
-  tokens = Tokenize(sql, lexicon, &doubt);
+  Tokenize(sql, lexicon, tokens, &doubt);
   key.clear();
   literals.clear();
   if (doubt) return false;
-  key.clear();
-  literals.clear();
   key.reserve(sql.size() + tokens.size() * 2);
   for (size_t i = 0; i < tokens.size(); ++i) {
     const Token& t = tokens[i];
@@ -100,8 +98,33 @@ struct AdaptationMemo::Form {
 
 class AdaptationMemo::Forms : public StatementCache<Form> {
  public:
-  std::string key;  // kept for its capacity
+  // Kept for their capacity. A call takes them and gives them back, so a
+  // call made while another runs (adaptation asking the schema) works on
+  // fresh ones.
+  std::string key;
+  std::vector<Token> tokens;
+  std::vector<size_t> literals;
 };
+
+namespace {
+
+// Takes a buffer from the memo for one call and gives it back, emptied by
+// the next user, when the call ends.
+template <typename T>
+class Borrowed {
+ public:
+  explicit Borrowed(T& home) : home_(home), value_(std::move(home)) {}
+  ~Borrowed() { home_ = std::move(value_); }
+  Borrowed(const Borrowed&) = delete;
+  Borrowed& operator=(const Borrowed&) = delete;
+  T& operator*() { return value_; }
+
+ private:
+  T& home_;
+  T value_;
+};
+
+}  // namespace
 
 AdaptationMemo::AdaptationMemo(const AdaptationRules& rules)
     : rules_(rules), forms_(std::make_unique<Forms>()) {}
@@ -113,9 +136,12 @@ void AdaptationMemo::Clear() { forms_->Clear(); }
 std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts) {
   // A NUL is refused by the full path, whatever it stands in.
   if (sql.find('\0') != std::string::npos) return AdaptStatement(sql, rules_, &facts);
-  std::vector<Token> tokens;
-  std::vector<size_t> literals;
-  std::string& key = forms_->key;
+  Borrowed<std::vector<Token>> borrowedTokens(forms_->tokens);
+  Borrowed<std::vector<size_t>> borrowedLiterals(forms_->literals);
+  Borrowed<std::string> borrowedKey(forms_->key);
+  std::vector<Token>& tokens = *borrowedTokens;
+  std::vector<size_t>& literals = *borrowedLiterals;
+  std::string& key = *borrowedKey;
   if (!FormOf(sql, rules_.lexicon ? *rules_.lexicon : LibraryLexicon(), tokens, key, literals)) {
     return AdaptStatement(sql, rules_, &facts);
   }

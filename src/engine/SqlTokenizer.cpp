@@ -53,8 +53,8 @@ class Scanner {
  public:
   Scanner(std::string_view s, const Lexicon& lx, Doubt* doubt) : s_(s), lx_(lx), doubt_(doubt) {}
 
-  std::vector<Token> Run() {
-    std::vector<Token> tokens;
+  void Run(std::vector<Token>& tokens) {
+    tokens.clear();
     tokens.reserve(s_.size() / 4 + 8);
     size_t i = 0;
     while (i < s_.size()) {
@@ -63,7 +63,6 @@ class Scanner {
       tokens.push_back({kind, s_.substr(i, j - i)});
       i = j;
     }
-    return tokens;
   }
 
  private:
@@ -99,6 +98,30 @@ class Scanner {
     if (*lx_.refuse_outside_strings != '\0' && c != '\0' &&
         std::strchr(lx_.refuse_outside_strings, c) != nullptr) {
       Suspect("a character whose meaning depends on the server", i);
+    }
+    // Most tokens are names and punctuation. A letter opens nothing but a
+    // name unless a quote or '&' follows it (a prefixed string), and these
+    // four characters open nothing at all in any lexicon: both are settled
+    // before the chain of constructs below is asked.
+    if ((IsAsciiLetter(c) || c == '_' || IsHigh(c)) && next != '\'' && next != '&') {
+      kind = TokenKind::kIdentifier;
+      return ScanIdentifier(i);
+    }
+    switch (c) {
+      case ',':
+        kind = TokenKind::kComma;
+        return i + 1;
+      case '(':
+        kind = TokenKind::kLParen;
+        return i + 1;
+      case ')':
+        kind = TokenKind::kRParen;
+        return i + 1;
+      case '=':
+        kind = TokenKind::kOperator;
+        return i + (next == '=' ? 2 : 1);
+      default:
+        break;
     }
     if (c == '-' && next == '-' && LineCommentAfterDashes(i)) {
       kind = TokenKind::kComment;
@@ -440,7 +463,14 @@ size_t ScanPlainNamePart(std::string_view text, size_t i) {
 }  // namespace
 
 std::vector<Token> Tokenize(std::string_view sql, const Lexicon& lexicon, Doubt* doubt) {
-  return Scanner(sql, lexicon, doubt).Run();
+  std::vector<Token> tokens;
+  Scanner(sql, lexicon, doubt).Run(tokens);
+  return tokens;
+}
+
+void Tokenize(std::string_view sql, const Lexicon& lexicon, std::vector<Token>& tokens,
+              Doubt* doubt) {
+  Scanner(sql, lexicon, doubt).Run(tokens);
 }
 
 std::string StringValue(const Token& t) {

@@ -122,6 +122,11 @@ struct Doubt {
 // reported in `doubt` (the first one), when given.
 std::vector<Token> Tokenize(std::string_view sql, const Lexicon& lexicon, Doubt* doubt = nullptr);
 inline std::vector<Token> Tokenize(std::string_view sql) { return Tokenize(sql, LibraryLexicon()); }
+// The same into `tokens`, whose memory is reused: a statement of a few
+// kilobytes has hundreds of tokens, and a fresh block that size costs the
+// allocator more than the reading does.
+void Tokenize(std::string_view sql, const Lexicon& lexicon, std::vector<Token>& tokens,
+              Doubt* doubt);
 
 // True for the tokens that carry no meaning (space, comments).
 inline bool IsTrivia(const Token& t) {
