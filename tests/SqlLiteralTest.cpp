@@ -29,17 +29,22 @@ TEST(SqlTemplate, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
 // the whole text, including values that hold '#' or placeholder names and
 // placeholders glued to other text.
 TEST(SqlTemplate, CollectedStepsGiveTheStepByStepText) {
-  const std::vector<std::string> pieces = {"#a#", "#bb#", "#c1#", "x", " ", ".", "'", "#",
-                                           "a",   "(",    "#a#.#bb#"};
+  std::vector<std::string> pieces = {"#a#", "#bb#", "#c1#", "x", " ", ".", "'", "#",
+                                     "a",   "(",    "#a#.#bb#"};
   const std::vector<std::string> values = {"", "v", "7", "#a#", "#", "bb", "#bb", "c1#", "'x'"};
-  const std::vector<std::string> names = {"#a#", "#bb#", "#c1#", "#zz#"};
+  std::vector<std::string> names = {"#a#", "#bb#", "#c1#", "#zz#"};
+  // As many names as an update fills, so that lookups by name collide.
+  for (int k = 0; k < 40; ++k) {
+    names.push_back("#p" + std::to_string(k) + "#");
+    pieces.push_back(" #p" + std::to_string(k) + "#,");
+  }
   std::mt19937 rng(11);
   for (int round = 0; round < 3000; ++round) {
     std::string text;
-    for (int k = static_cast<int>(rng() % 8); k > 0; --k) text += pieces[rng() % pieces.size()];
+    for (int k = static_cast<int>(rng() % 40); k > 0; --k) text += pieces[rng() % pieces.size()];
     std::string expected = text;
     SqlTemplate t(text);
-    for (int k = static_cast<int>(rng() % 5); k > 0; --k) {
+    for (int k = static_cast<int>(rng() % 50); k > 0; --k) {
       const std::string& name = names[rng() % names.size()];
       const std::string& value = values[rng() % values.size()];
       std::string out;

@@ -1,6 +1,7 @@
 #include "engine/AdaptationMemo.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 
 #include "engine/StatementCache.h"
@@ -22,7 +23,9 @@ Plain PlainKind(const Token& t) {
   }
   if (t.kind != TokenKind::kString) return Plain::kNone;
   if (text.size() < 2 || text.front() != '\'' || text.back() != '\'') return Plain::kNone;
-  if (text.find_first_of("\\?") != std::string_view::npos) return Plain::kNone;
+  if (text.find('\\') != std::string_view::npos || text.find('?') != std::string_view::npos) {
+    return Plain::kNone;
+  }
   // A digit and a dot after one or two characters might be a date the
   // adapter rewrites ('d.m.yyyy…'): part of the form.
   if (text.size() > 3 && text[1] >= '0' && text[1] <= '9' && (text[2] == '.' || text[3] == '.')) {
@@ -56,13 +59,17 @@ bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& 
   key.clear();
   literals.clear();
   if (doubt) return false;
-  key.reserve(sql.size() + tokens.size() * 2);
+  // Written through a pointer into room for the longest key (per token a
+  // kind, up to ten length bytes and the text): an update has some three
+  // hundred tokens, and appending each piece checks the room each time.
+  key.resize(sql.size() + tokens.size() * 11);
+  char* out = key.data();
   for (size_t i = 0; i < tokens.size(); ++i) {
     const Token& t = tokens[i];
     const Plain plain = PlainKind(t);
-    key += static_cast<char>('A' + static_cast<int>(t.kind));
+    *out++ = static_cast<char>('A' + static_cast<int>(t.kind));
     if (plain != Plain::kNone) {
-      key += plain == Plain::kInteger ? '#' : '$';
+      *out++ = plain == Plain::kInteger ? '#' : '$';
       literals.push_back(i);
       continue;
     }
@@ -71,10 +78,12 @@ bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& 
     do {
       const auto byte = static_cast<unsigned char>(n & 0x7f);
       n >>= 7;
-      key += static_cast<char>(n ? byte | 0x80 : byte);
+      *out++ = static_cast<char>(n ? byte | 0x80 : byte);
     } while (n);
-    key.append(t.text);
+    std::memcpy(out, t.text.data(), t.text.size());
+    out += t.text.size();
   }
+  key.resize(static_cast<size_t>(out - key.data()));
   return true;
 }
 

@@ -14,22 +14,23 @@ namespace {
 bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsHigh(char c) { return static_cast<unsigned char>(c) >= 0x80; }
-bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
-}
-
-// Letters, digits, '_', '$' and every byte of a multi-byte character: what
-// runs on inside a word. A table, since every byte of every name asks.
-struct WordTable {
+// What each byte is, by a table: every byte of every statement asks.
+// Words run on through letters, digits, '_', '$' and every byte of a
+// multi-byte character; blanks are the six of C's isspace.
+struct ByteClasses {
   bool word[256] = {};
-  constexpr WordTable() {
+  bool blank[256] = {};
+  constexpr ByteClasses() {
     for (int c = 0; c < 256; ++c) {
       word[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
                 c == '_' || c == '$' || c >= 0x80;
+      blank[c] = c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
     }
   }
 };
-constexpr WordTable kWordTable;
+constexpr ByteClasses kBytes;
+
+bool IsBlank(char c) { return kBytes.blank[static_cast<unsigned char>(c)]; }
 
 // A Jet date literal: '#', a date text without line breaks, '#'.
 size_t ScanJetDate(std::string_view s, size_t i) {
@@ -75,7 +76,7 @@ class Scanner {
 
   char At(size_t i) const { return i < s_.size() ? s_[i] : '\0'; }
 
-  static bool WordChar(char c) { return kWordTable.word[static_cast<unsigned char>(c)]; }
+  static bool WordChar(char c) { return kBytes.word[static_cast<unsigned char>(c)]; }
   bool StartsWord(char c) const {
     // '$' opens a dollar quote or a parameter where those exist.
     if (c == '$') return !lx_.dollar_quotes && !lx_.sqlite_variables;
@@ -250,6 +251,12 @@ class Scanner {
                        const char* unclosed) {
     size_t j = open + 1;
     while (j < s_.size()) {
+      if (!backslash) {
+        // Only the delimiter matters: the library's values run long.
+        const void* at = std::memchr(s_.data() + j, close, s_.size() - j);
+        if (at == nullptr) break;
+        j = static_cast<size_t>(static_cast<const char*>(at) - s_.data());
+      }
       const char c = s_[j];
       if (backslash && c == '\\') {
         j += 2;

@@ -1,33 +1,30 @@
 #include "sql/SqlTemplate.h"
 
+#include <cstdint>
+
 #include "runtime/Raise.h"
 
 namespace ZTkDb::detail {
 namespace {
 
-bool IsNameChar(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
-}
+// A table: every character of every placeholder of every statement asks.
+struct NameChars {
+  bool is[256] = {};
+  constexpr NameChars() {
+    for (int c = 0; c < 256; ++c) {
+      is[c] = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+    }
+  }
+};
+constexpr NameChars kNameChars;
+
+bool IsNameChar(char c) { return kNameChars.is[static_cast<unsigned char>(c)]; }
 
 // "#name#" at `at`; gives the position after it, or 0 when there is none.
 size_t PlaceholderEnd(const std::string& text, size_t at) {
   size_t j = at + 1;
   while (j < text.size() && IsNameChar(text[j])) ++j;
   return j > at + 1 && j < text.size() && text[j] == '#' ? j + 1 : 0;
-}
-
-// Every '#' belongs to a placeholder, and no placeholder touches a name
-// character or another '#': then values without a '#' cannot make new
-// placeholders out of the text around them.
-bool PlaceholdersStandClear(const std::string& text) {
-  for (size_t i = text.find('#'); i != std::string::npos; i = text.find('#', i)) {
-    const size_t end = PlaceholderEnd(text, i);
-    if (end == 0) return false;
-    if (i > 0 && (IsNameChar(text[i - 1]) || text[i - 1] == '#')) return false;
-    if (end < text.size() && (IsNameChar(text[end]) || text[end] == '#')) return false;
-    i = end;
-  }
-  return true;
 }
 
 bool IsPlainPlaceholder(std::string_view p) {
@@ -84,33 +81,68 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
 
 void SqlTemplate::Flush() const {
   if (pending_.empty()) return;
-  if (!PlaceholdersStandClear(text_)) {
+  // One pass: each placeholder of the text takes the value of the first step
+  // that named it (a later step with the same name would find nothing). An
+  // update fills some forty names at eighty places: the steps are found by
+  // name in a small open-addressed table that keeps the first of a name.
+  size_t slots = 16;
+  while (slots < pending_.size() * 2) slots *= 2;
+  std::vector<int32_t> table(slots, -1);
+  const auto home = [slots](std::string_view name) {
+    uint32_t h = 2166136261u;
+    for (char c : name) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
+    return h & (slots - 1);
+  };
+  for (size_t k = 0; k < pending_.size(); ++k) {
+    const std::string& name = pending_[k].first;
+    size_t at = home(name);
+    while (table[at] >= 0 && pending_[static_cast<size_t>(table[at])].first != name) {
+      at = (at + 1) & (slots - 1);
+    }
+    if (table[at] < 0) table[at] = static_cast<int32_t>(k);
+  }
+  const auto find = [&](std::string_view name) -> const std::string* {
+    for (size_t at = home(name); table[at] >= 0; at = (at + 1) & (slots - 1)) {
+      const auto& step = pending_[static_cast<size_t>(table[at])];
+      if (step.first == name) return &step.second;
+    }
+    return nullptr;
+  };
+  struct Filled {
+    size_t at, end;
+    const std::string* value;
+  };
+  std::vector<Filled> filled;
+  filled.reserve(64);
+  size_t size = text_.size();
+  bool clear = true;
+  for (size_t i = text_.find('#'); i != std::string::npos && clear; i = text_.find('#', i)) {
+    const size_t end = PlaceholderEnd(text_, i);
+    clear = end != 0 && (i == 0 || (!IsNameChar(text_[i - 1]) && text_[i - 1] != '#')) &&
+            (end == text_.size() || (!IsNameChar(text_[end]) && text_[end] != '#'));
+    if (!clear) break;
+    const std::string_view name(text_.data() + i, end - i);
+    if (const std::string* value = find(name)) {
+      size = size - name.size() + value->size();
+      filled.push_back({i, end, value});
+    }
+    i = end;
+  }
+  if (!clear) {
+    // Placeholders that touch one another or the text around them: step by
+    // step, as the steps were asked for.
     for (const auto& [placeholder, value] : pending_) ReplaceAll(text_, placeholder, value);
     pending_.clear();
     return;
   }
-  // One pass: each placeholder of the text takes the value of the first step
-  // that named it (a later step with the same name would find nothing).
+  if (size > kMaxText) RaiseTooLarge();
   std::string out;
-  out.reserve(text_.size() * 2);
+  out.reserve(size);
   size_t from = 0;
-  for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
-    const size_t end = PlaceholderEnd(text_, i);
-    const std::string_view name(text_.data() + i, end - i);
-    const std::pair<std::string, std::string>* step = nullptr;
-    for (const auto& p : pending_) {
-      if (p.first == name) {
-        step = &p;
-        break;
-      }
-    }
-    if (step) {
-      if (out.size() + (i - from) + step->second.size() > kMaxText) RaiseTooLarge();
-      out.append(text_, from, i - from);
-      out.append(step->second);
-      from = end;
-    }
-    i = end;
+  for (const Filled& f : filled) {
+    out.append(text_, from, f.at - from);
+    out.append(*f.value);
+    from = f.end;
   }
   out.append(text_, from, std::string::npos);
   text_ = std::move(out);
