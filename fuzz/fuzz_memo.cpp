@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/AdaptationMemo.h"
+#include "engine/SchemaCache.h"
 #include "engine/dialect/ServerDialect.h"
 #include "ztkdb/Error.h"
 
@@ -17,34 +18,57 @@ using namespace ZTkDb::detail;
 
 namespace {
 
+std::vector<ColumnInfo> Catalogue(const std::string& table) {
+  if (strcasecmp(table.c_str(), "T_Auftrag") != 0 && strcasecmp(table.c_str(), "T_Meldung") != 0) {
+    return {};
+  }
+  std::vector<ColumnInfo> columns;
+  for (const char* name : {"lId", "lNr", "stUId", "stAuftrag", "AuftragsDatum", "ErledDatum"}) {
+    ColumnInfo c;
+    c.name = name;
+    c.is_date = c.name.ends_with("Datum");
+    c.is_text = c.name.starts_with("st");
+    c.declared_type = c.is_date ? "TIMESTAMP" : c.is_text ? "VARCHAR(255)" : "INTEGER";
+    columns.push_back(c);
+  }
+  return columns;
+}
+
+// Each engine's rules as the engine sets them up.
 struct Rules {
+  SchemaCache schema{Catalogue};
   LiftingRules lifting;
   AdaptationRules rules;
-  Rules() {
-    lifting.any_string = true;
-    rules.date_literal = [](const Date& d) { return SqliteDialect().DateLiteral(d); };
-    rules.is_table = [](const std::string& t) {
-      return strcasecmp(t.c_str(), "T_Auftrag") == 0 || strcasecmp(t.c_str(), "T_Meldung") == 0;
-    };
-    rules.is_date_column = [](const std::string&, const std::string& c) {
-      return c.size() > 5 && strcasecmp(c.c_str() + c.size() - 5, "Datum") == 0;
-    };
-    rules.lexicon = &LibraryLexicon();
-    rules.final_lexicon = &SqliteDialect().Lexical();
+  explicit Rules(const ServerDialect& dialect) {
+    rules = schema.Rules([&dialect](const Date& d) { return dialect.DateLiteral(d); });
+    if (&dialect == &SqliteDialect()) {
+      lifting.any_string = true;
+      rules.lexicon = &LibraryLexicon();
+      rules.final_lexicon = &dialect.Lexical();
+    } else {
+      lifting = schema.Lifting();
+      lifting.any_string = dialect.StringsReadAsBoundText();
+      lifting.refuse_question_marks = true;
+      rules.lexicon = &dialect.Lexical();
+      rules.harden_string = [&dialect](const Token& t) { return dialect.HardenString(t); };
+    }
     rules.lifting = &lifting;
   }
 };
 
 const char* const kNumbers[] = {"0", "1", "42", "123456789012345678", "9070000000000001"};
 const char* const kStrings[] = {"'x'", "''", "'O''B'", "'1.2.2024'", "'?'", "'\\'", "'12.05.2024 10:00'",
-                                "'ZtkMemoProbe1x'", "'a'' OR ''1'"};
+                                "'ZtkMemoProbe1x'", "'a'' OR ''1'", "'2024-05-12 10:00:00'"};
 
 std::string Describe(const StatementFacts& f) {
   std::string out = f.plain_query ? "q|" : "o|";
   if (!f.lifted) return out + "-";
   out += f.lifted->shape;
   for (const LiftedValue& v : f.lifted->values) {
-    out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text;
+    out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text + ":" +
+           std::to_string(v.year) + "-" + std::to_string(v.month) + "-" + std::to_string(v.day) +
+           " " + std::to_string(v.hour) + ":" + std::to_string(v.minute) + ":" +
+           std::to_string(v.second);
   }
   return out;
 }
@@ -64,12 +88,16 @@ std::string Read(const std::string& sql, const AdaptationRules& rules, Adaptatio
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static Rules r;
-  const std::string sql(reinterpret_cast<const char*>(data), size);
+  // The first byte picks the engine.
+  if (size == 0) return 0;
+  static Rules engines[] = {Rules(SqliteDialect()), Rules(PostgresDialect()),
+                            Rules(MariaDbDialect())};
+  Rules& r = engines[data[0] % 3];
+  const std::string sql(reinterpret_cast<const char*>(data) + 1, size - 1);
   AdaptationMemo memo(r.rules);
   std::vector<std::string> texts = {sql, sql};
   Doubt doubt;
-  const auto tokens = Tokenize(sql, LibraryLexicon(), &doubt);
+  const auto tokens = Tokenize(sql, r.rules.lexicon ? *r.rules.lexicon : LibraryLexicon(), &doubt);
   for (size_t variant = 0; variant < 4; ++variant) {
     std::string v;
     size_t k = variant;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/AdaptationMemo.h"
+#include "engine/SchemaCache.h"
 #include "engine/dialect/ServerDialect.h"
 #include "ztkdb/Error.h"
 
@@ -12,20 +13,43 @@ using namespace ZTkDb::detail;
 
 namespace {
 
-// The embedded engine's rules over a schema of two tables whose *Datum
-// columns hold dates.
-struct SqliteRules {
+// Two tables whose *Datum columns hold dates and st* columns texts, as the
+// engines' catalogues would report them.
+std::vector<ColumnInfo> Catalogue(const std::string& table) {
+  if (table != "T_Auftrag" && table != "T_AuftragMeldung") return {};
+  std::vector<ColumnInfo> columns;
+  for (const char* name : {"lId", "lNr", "lAuftragId", "lMeldungId", "stUId", "stAuftrag",
+                           "AuftragsDatum", "ErledigtDatum"}) {
+    ColumnInfo c;
+    c.name = name;
+    c.is_date = c.name.ends_with("Datum");
+    c.is_text = c.name.starts_with("st");
+    c.declared_type = c.is_date ? "TIMESTAMP" : c.is_text ? "VARCHAR(255)" : "INTEGER";
+    columns.push_back(c);
+  }
+  return columns;
+}
+
+// An engine's rules as the engine sets them up: the embedded one binds
+// every string; a server binds strings only beside text and date columns,
+// never one holding '?', and hardens backslashes its own way.
+struct EngineRules {
+  SchemaCache schema{Catalogue};
   LiftingRules lifting;
   AdaptationRules rules;
-  SqliteRules() {
-    lifting.any_string = true;
-    rules.date_literal = [](const Date& d) { return SqliteDialect().DateLiteral(d); };
-    rules.is_table = [](const std::string& t) { return t == "T_Auftrag" || t == "T_AuftragMeldung"; };
-    rules.is_date_column = [](const std::string&, const std::string& c) {
-      return c.size() > 5 && c.ends_with("Datum");
-    };
-    rules.lexicon = &LibraryLexicon();
-    rules.final_lexicon = &SqliteDialect().Lexical();
+  explicit EngineRules(const ServerDialect& dialect) {
+    rules = schema.Rules([&dialect](const Date& d) { return dialect.DateLiteral(d); });
+    if (&dialect == &SqliteDialect()) {
+      lifting.any_string = true;
+      rules.lexicon = &LibraryLexicon();
+      rules.final_lexicon = &dialect.Lexical();
+    } else {
+      lifting = schema.Lifting();
+      lifting.any_string = dialect.StringsReadAsBoundText();
+      lifting.refuse_question_marks = true;
+      rules.lexicon = &dialect.Lexical();
+      rules.harden_string = [&dialect](const Token& t) { return dialect.HardenString(t); };
+    }
     rules.lifting = &lifting;
   }
 };
@@ -35,6 +59,7 @@ struct SqliteRules {
 const std::vector<std::string> kStrings = {
     "'abc'",    "'O''Brien'", "''",        "'9x'",          "'1.5'",           "'12.05.2024'",
     "'what?'",  "'back\\'",   "'{8F-11}'", "'ZtkMemoProbe0x'", "'1.2.2024 10:00'", "'-- x'",
+    "'2024-05-12 10:00:00'",
 };
 const std::vector<std::string> kNumbers = {"0", "7", "123456789012345678", "2147483648", "00012",
                                            "9070000000000000"};
@@ -62,14 +87,19 @@ std::string Describe(const StatementFacts& f) {
   if (!f.lifted) return out + "(not lifted)";
   out += f.lifted->shape;
   for (const LiftedValue& v : f.lifted->values) {
-    out += "|" + std::to_string(v.kind) + ":" + (v.kind == LiftedValue::kInteger ? std::to_string(v.integer) : v.text);
+    out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text + ":" +
+           std::to_string(v.year) + "-" + std::to_string(v.month) + "-" + std::to_string(v.day) +
+           " " + std::to_string(v.hour) + ":" + std::to_string(v.minute) + ":" +
+           std::to_string(v.second);
   }
   return out;
 }
 
 }  // namespace
 
-TEST(AdaptationMemo, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
+class AdaptationMemoOn : public testing::TestWithParam<const ServerDialect*> {};
+
+TEST_P(AdaptationMemoOn, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
   const std::vector<std::string> forms = {
       "SELECT T_Auftrag.*, T_AuftragMeldung.lMeldungId FROM T_Auftrag LEFT JOIN T_AuftragMeldung "
       "ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId WHERE T_Auftrag.lId = {N}",
@@ -85,8 +115,8 @@ TEST(AdaptationMemo, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S} -- {S}\n AND lNr = {N};",
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S}; DELETE FROM T_Auftrag WHERE lId = {N}",
   };
-  SqliteRules sqlite;
-  AdaptationMemo memo(sqlite.rules);
+  EngineRules engine(*GetParam());
+  AdaptationMemo memo(engine.rules);
   int recalled = 0;
   for (size_t round = 0; round < 24; ++round) {
     for (const std::string& form : forms) {
@@ -96,7 +126,7 @@ TEST(AdaptationMemo, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
       std::string fullText, memoText;
       long fullError = 0, memoError = 0;
       try {
-        fullText = AdaptStatement(sql, sqlite.rules, &full);
+        fullText = AdaptStatement(sql, engine.rules, &full);
       } catch (const Error& e) {
         fullError = e.Number();
       }
@@ -118,3 +148,9 @@ TEST(AdaptationMemo, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
   // A read by id comes from the memo from its third time on.
   EXPECT_EQ(recalled, 22);
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, AdaptationMemoOn,
+                         testing::Values(&SqliteDialect(), &PostgresDialect(), &MariaDbDialect()),
+                         [](const testing::TestParamInfo<const ServerDialect*>& p) {
+                           return std::string(p.param->Name());
+                         });

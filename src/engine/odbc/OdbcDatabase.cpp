@@ -149,6 +149,7 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
     lifting_.refuse_question_marks = true;
     rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
+    memo_ = std::make_unique<AdaptationMemo>(rules_);
   }
   if (dialect_->FetchesInBlocks()) blocks_ = std::make_unique<BlockFetcher>();
 }
@@ -239,6 +240,14 @@ std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
   return AdaptStatement(sql, rules_, facts);
 }
 
+std::string OdbcDatabase::Read(const std::string& sql, StatementFacts& facts) {
+  if (!memo_) return Adapt(sql, &facts);
+  if (IsBlank(sql)) {
+    Raise(errInvalidStatement, kSource, StandardDescription(errInvalidStatement));
+  }
+  return memo_->Adapt(sql, facts);
+}
+
 [[noreturn]] static void RaiseReadOnly(const char* source) {
   Raise(errReadOnly, source,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
@@ -247,8 +256,12 @@ std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
 
 int64_t OdbcDatabase::Execute(const std::string& sql) {
   StatementFacts facts;
-  const std::string text = Adapt(sql, &facts);
-  if (StartsWithWord(text, "SELECT")) Raise(3065, kSource, "Cannot execute a select query.");
+  const std::string text = Read(sql, facts);
+  // A statement recalled from the memo comes without its text; its shape
+  // starts with the same word (a literal is never a statement's keyword).
+  if (StartsWithWord(facts.lifted ? facts.lifted->shape : text, "SELECT")) {
+    Raise(3065, kSource, "Cannot execute a select query.");
+  }
   if (read_only_) RaiseReadOnly(kSource);
   if (facts.lifted) {
     return OnLiveSession(false, [&] { return ExecuteLifted(*facts.lifted); });
@@ -293,9 +306,11 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, ResultSize size) {
   StatementFacts facts;
-  const std::string text = Adapt(sql, &facts);
+  // A long result read through a cursor needs the statement's text.
+  const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor();
+  const std::string text = chunked ? Adapt(sql, &facts) : Read(sql, facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
-  if (size == ResultSize::kMany && facts.plain_query) {
+  if (chunked && facts.plain_query) {
     if (const auto cursor = dialect_->LargeResultCursor()) {
       return OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
     }

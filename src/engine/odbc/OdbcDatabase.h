@@ -9,6 +9,7 @@
 #include "engine/RowSet.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
+#include "engine/AdaptationMemo.h"
 #include "engine/StatementAdapter.h"
 #include "engine/dialect/ServerDialect.h"
 #include "engine/odbc/OdbcBlockFetch.h"
@@ -64,6 +65,9 @@ class OdbcDatabase final : public Database {
   const std::string& DbmsName() const { return dbms_; }
   // The statement as it will reach the server.
   std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
+  // The facts of `sql`, from the memo of its form where it has one; the
+  // adapted text only when the full path ran.
+  std::string Read(const std::string& sql, StatementFacts& facts);
   // Runs `sql` as written: no adaptation, no one-statement check. For the
   // library's own DDL and session set-up only.
   void ExecuteRaw(const std::string& sql);
@@ -136,6 +140,8 @@ class OdbcDatabase final : public Database {
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
   LiftingRules lifting_;
   std::unique_ptr<Statements> statements_;
+  // With the statement cache: what adaptation made of each statement's form.
+  std::unique_ptr<AdaptationMemo> memo_;
   std::unique_ptr<BlockFetcher> blocks_;
 };
 

@@ -80,6 +80,7 @@ struct OdbcDatabase::Parameters {
 
 void OdbcDatabase::ForgetStatements() noexcept {
   if (statements_) statements_->Clear();
+  if (memo_) memo_->Clear();
 }
 
 OdbcStmt OdbcDatabase::PrepareText(const std::string& text) {
