@@ -320,3 +320,61 @@ TEST_P(ServerReading, AStatementWithTensOfThousandsOfValuesRuns) {
   for (int i = 1; i <= 40000; ++i) sql += ", " + std::to_string(i);
   EXPECT_EQ(ztktest::Scalar("srv", sql + ")").ToLong(), 1);
 }
+
+// Reads of different shapes in turn, texts longer than a fetched cell holds
+// among them, and a list between them: each read gives its own row's
+// values, however the engine keeps its statements and their result buffers
+// from one run to the next.
+TEST_P(ServerReading, ReadsOfDifferentShapesInTurnGiveEachItsOwnValues) {
+  const std::string longA = std::string(300, 'a') + " Heizkörper " + std::string(40, 'z');
+  const std::string longB = "Größe " + std::string(700, 'b');
+  const auto a = ztktest::CreateOrder("srv", {.nr = 2, .text = longA});
+  const auto b = ztktest::CreateOrder("srv", {.nr = 3, .text = "kurz"});
+  const auto c = ztktest::CreateOrder("srv", {.nr = 4, .text = longB});
+  const auto report = ztktest::CreateReport("srv", {.nr = 2, .text = longB + "!"});
+  CAuftrag order;
+  order.ConnectStorage("srv");
+  CMeldung readReport;
+  readReport.ConnectStorage("srv");
+  CAuftragListe orders;
+  orders.ConnectStorage("srv");
+  for (int round = 0; round < 3; ++round) {
+    SCOPED_TRACE(round);
+    order.ReadById(a->Id());
+    EXPECT_EQ(order.Auftrag(), longA);
+    EXPECT_EQ(order.Nr(), 2);
+    readReport.ReadById(report->Id());
+    EXPECT_EQ(readReport.Meldung(), longB + "!");
+    order.ReadById(b->Id());
+    EXPECT_EQ(order.Auftrag(), "kurz");
+    orders.ReadByDone(false);
+    EXPECT_EQ(orders.Count(), 4);
+    order.ReadById(c->Id());
+    EXPECT_EQ(order.Auftrag(), longB);
+    EXPECT_EQ(order.Nr(), 4);
+    order.ReadById(a->Id() + 1000);
+    EXPECT_EQ(order.Id(), 0);
+  }
+  // Several rows, and columns whose kinds trade places between the shapes,
+  // read as a short result and as a long one (which some engines read
+  // through a cursor of its own).
+  const auto engine = ztktest::EngineOf("srv");
+  const std::vector<std::string> texts = {"Heizung im Raum 2.14 defekt", longA, "kurz", longB};
+  for (int round = 0; round < 3; ++round) {
+    for (const bool textFirst : {false, true, false}) {
+      SCOPED_TRACE(textFirst);
+      const auto size =
+          textFirst == (round == 1) ? detail::ResultSize::kFew : detail::ResultSize::kMany;
+      const std::string sql =
+          std::string(textFirst ? "SELECT stAuftrag, lNr, lId" : "SELECT lNr, stAuftrag, lId") +
+          " FROM T_Auftrag WHERE lNr > " + std::to_string(round - 5) + " ORDER BY lNr";
+      Recordset rs(engine, "", engine->Query(sql, size));
+      for (int32_t nr = 1; nr <= 4; ++nr, rs.MoveNext()) {
+        ASSERT_FALSE(rs.Eof());
+        EXPECT_EQ(rs.Fields(textFirst ? 1 : 0).ToLong(), nr);
+        EXPECT_EQ(rs.Fields(textFirst ? 0 : 1).ToString(), texts[static_cast<size_t>(nr - 1)]);
+      }
+      EXPECT_TRUE(rs.Eof());
+    }
+  }
+}

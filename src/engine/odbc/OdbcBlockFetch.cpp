@@ -13,7 +13,9 @@ namespace {
 // no pointers into arrays that may move.
 struct Unbind {
   SQLHSTMT stmt;
+  bool keep = false;
   ~Unbind() {
+    if (keep) return;
     SQLFreeStmt(stmt, SQL_UNBIND);
     SQLSetStmtAttr(stmt, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(1), 0);
     SQLSetStmtAttr(stmt, SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
@@ -25,6 +27,8 @@ struct Unbind {
 
 void BlockFetcher::Bind(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool narrow,
                         const std::function<void(const char*)>& fail) {
+  // Whatever stayed bound now points at arrays about to change.
+  bound_ = 0;
   columns_.resize(fetches.size());
   const auto set = [&](SQLINTEGER attribute, SQLPOINTER value) {
     if (!Succeeded(SQLSetStmtAttr(stmt, attribute, value, 0))) fail("SQLSetStmtAttr");
@@ -78,10 +82,18 @@ void BlockFetcher::Bind(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool n
 }
 
 void BlockFetcher::Read(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool narrow,
-                        RowSet& rows, const std::function<void(const char*)>& fail) {
+                        RowSet& rows, const std::function<void(const char*)>& fail,
+                        uint64_t keep) {
   if (fetches.empty()) return;
-  const Unbind unbind{stmt};
-  Bind(stmt, fetches, narrow, fail);
+  Unbind unbind{stmt};
+  if (keep == 0 || keep != bound_ || fetches != bound_fetches_) {
+    Bind(stmt, fetches, narrow, fail);
+    if (keep != 0) {
+      bound_ = keep;
+      bound_fetches_ = fetches;
+    }
+  }
+  unbind.keep = keep != 0;
   for (;;) {
     fetched_ = 0;
     const SQLRETURN rc = SQLFetch(stmt);

@@ -3,6 +3,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -22,9 +23,14 @@ class BlockFetcher {
   static constexpr size_t kTextUnits = 255;
 
   // Every row of the executed `stmt` appended to `rows`; `fail` raises the
-  // error of a failed call on `stmt`.
+  // error of a failed call on `stmt`. `keep`: a number that names `stmt`
+  // for as long as it lives, never reused (0: none). A statement so named
+  // stays bound to the arrays after the read, and its next read skips the
+  // binding (some forty driver calls) unless another statement was bound
+  // in between. One statement with its own number is a prepared statement
+  // read again and again; any other is left unbound.
   void Read(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool narrow, RowSet& rows,
-            const std::function<void(const char* what)>& fail);
+            const std::function<void(const char* what)>& fail, uint64_t keep = 0);
 
  private:
   struct Column {
@@ -39,6 +45,9 @@ class BlockFetcher {
                   RowSet& rows, const std::function<void(const char*)>& fail);
 
   std::vector<Column> columns_;
+  // The statement that stayed bound, and what it was bound for.
+  uint64_t bound_ = 0;
+  std::vector<Fetch> bound_fetches_;
   std::vector<SQLUSMALLINT> status_ = std::vector<SQLUSMALLINT>(kRows);
   SQLULEN fetched_ = 0;
   std::string text_;

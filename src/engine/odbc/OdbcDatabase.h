@@ -108,8 +108,9 @@ class OdbcDatabase final : public Database {
                                             const ServerDialect::Cursor& cursor);
   void DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::Columns>& columns,
                       std::vector<Fetch>& fetches);
+  // `keep`: the prepared statement's serial, 0 for any other statement.
   std::shared_ptr<const RowSet> FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
-                                          std::shared_ptr<RowSet> rows);
+                                          std::shared_ptr<RowSet> rows, uint64_t keep = 0);
   std::vector<std::string> CatalogTables();
   // Raises the failed call's error; notes whether it says the session is gone.
   [[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what);

@@ -3,6 +3,7 @@
 #include "engine/odbc/OdbcPrepared.h"
 
 #include <algorithm>
+#include <atomic>
 
 #include "engine/odbc/OdbcError.h"
 #include "engine/odbc/Utf16.h"
@@ -101,7 +102,8 @@ OdbcStmt OdbcDatabase::PrepareText(const std::string& text) {
 OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted) {
   const std::string key = KeyOf(lifted);
   if (Prepared* found = statements_->Find(key)) return *found;
-  return statements_->Insert(key, Prepared{PrepareText(lifted.shape), nullptr, {}});
+  static std::atomic<uint64_t> serials{0};
+  return statements_->Insert(key, Prepared{PrepareText(lifted.shape), nullptr, {}, ++serials});
 }
 
 bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
@@ -333,7 +335,7 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
     return FetchRows(stmt, fetches, std::make_shared<RowSet>(columns));
   }
   if (!p->columns) DescribeResult(stmt, p->columns, p->fetches);
-  return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns));
+  return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns), p->serial);
 }
 
 // The query runs under a cursor in a transaction of its own (or the host's),
@@ -382,12 +384,12 @@ std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
 // A block of rows at a time where the driver allows it, else row by row,
 // each cell read with SQLGetData into its kind.
 std::shared_ptr<const RowSet> OdbcDatabase::FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
-                                                      std::shared_ptr<RowSet> rows) {
+                                                      std::shared_ptr<RowSet> rows, uint64_t keep) {
   const auto columns = static_cast<SQLUSMALLINT>(fetches.size());
   if (columns == 0) return rows;
   if (blocks_) {
     blocks_->Read(stmt, fetches, narrow_, *rows,
-                  [&](const char* what) { Fail(SQL_HANDLE_STMT, stmt, what); });
+                  [&](const char* what) { Fail(SQL_HANDLE_STMT, stmt, what); }, keep);
     return rows;
   }
   for (;;) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct OdbcDatabase::Prepared {
   OdbcStmt stmt;
   std::shared_ptr<const RowSet::Columns> columns;
   std::vector<Fetch> fetches;
+  // Names the statement to the block fetcher, which keeps it bound between
+  // runs; never reused, even after the statement is freed.
+  uint64_t serial = 0;
 };
 
 class OdbcDatabase::Statements : public StatementCache<Prepared> {};
