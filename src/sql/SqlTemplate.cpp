@@ -1,5 +1,6 @@
 #include "sql/SqlTemplate.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "runtime/Raise.h"
@@ -84,16 +85,28 @@ void SqlTemplate::Flush() const {
   // One pass: each placeholder of the text takes the value of the first step
   // that named it (a later step with the same name would find nothing). An
   // update fills some forty names at eighty places: the steps are found by
-  // name in a small open-addressed table that keeps the first of a name.
-  size_t slots = 16;
-  while (slots < pending_.size() * 2) slots *= 2;
-  std::vector<int32_t> table(slots, -1);
+  // name in a small open-addressed table that keeps the first of a name, on
+  // the stack for any usual number of steps; a read's few steps are simply
+  // compared in order.
+  constexpr size_t kInPlace = 128;
+  constexpr size_t kCompared = 8;
+  const bool hashed = pending_.size() > kCompared;
+  size_t slots = hashed ? 16 : 1;
+  while (hashed && slots < pending_.size() * 2) slots *= 2;
+  int32_t inPlace[kInPlace];
+  std::vector<int32_t> onHeap;
+  int32_t* table = inPlace;
+  if (slots > kInPlace) {
+    onHeap.resize(slots);
+    table = onHeap.data();
+  }
+  std::fill(table, table + slots, -1);
   const auto home = [slots](std::string_view name) {
     uint32_t h = 2166136261u;
     for (char c : name) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
     return h & (slots - 1);
   };
-  for (size_t k = 0; k < pending_.size(); ++k) {
+  for (size_t k = 0; hashed && k < pending_.size(); ++k) {
     const std::string& name = pending_[k].first;
     size_t at = home(name);
     while (table[at] >= 0 && pending_[static_cast<size_t>(table[at])].first != name) {
@@ -102,47 +115,50 @@ void SqlTemplate::Flush() const {
     if (table[at] < 0) table[at] = static_cast<int32_t>(k);
   }
   const auto find = [&](std::string_view name) -> const std::string* {
+    if (!hashed) {
+      for (const auto& step : pending_) {
+        if (step.first == name) return &step.second;
+      }
+      return nullptr;
+    }
     for (size_t at = home(name); table[at] >= 0; at = (at + 1) & (slots - 1)) {
       const auto& step = pending_[static_cast<size_t>(table[at])];
       if (step.first == name) return &step.second;
     }
     return nullptr;
   };
-  struct Filled {
-    size_t at, end;
-    const std::string* value;
-  };
-  std::vector<Filled> filled;
-  filled.reserve(64);
+  // First the check and the size, then the text: nothing is taken before
+  // the size is known to be allowed.
   size_t size = text_.size();
-  bool clear = true;
-  for (size_t i = text_.find('#'); i != std::string::npos && clear; i = text_.find('#', i)) {
+  for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
     const size_t end = PlaceholderEnd(text_, i);
-    clear = end != 0 && (i == 0 || (!IsNameChar(text_[i - 1]) && text_[i - 1] != '#')) &&
-            (end == text_.size() || (!IsNameChar(text_[end]) && text_[end] != '#'));
-    if (!clear) break;
-    const std::string_view name(text_.data() + i, end - i);
-    if (const std::string* value = find(name)) {
-      size = size - name.size() + value->size();
-      filled.push_back({i, end, value});
+    const bool clear =
+        end != 0 && (i == 0 || (!IsNameChar(text_[i - 1]) && text_[i - 1] != '#')) &&
+        (end == text_.size() || (!IsNameChar(text_[end]) && text_[end] != '#'));
+    if (!clear) {
+      // Placeholders that touch one another or the text around them: step
+      // by step, as the steps were asked for.
+      for (const auto& [placeholder, value] : pending_) ReplaceAll(text_, placeholder, value);
+      pending_.clear();
+      return;
+    }
+    if (const std::string* value = find(std::string_view(text_.data() + i, end - i))) {
+      size = size - (end - i) + value->size();
     }
     i = end;
-  }
-  if (!clear) {
-    // Placeholders that touch one another or the text around them: step by
-    // step, as the steps were asked for.
-    for (const auto& [placeholder, value] : pending_) ReplaceAll(text_, placeholder, value);
-    pending_.clear();
-    return;
   }
   if (size > kMaxText) RaiseTooLarge();
   std::string out;
   out.reserve(size);
   size_t from = 0;
-  for (const Filled& f : filled) {
-    out.append(text_, from, f.at - from);
-    out.append(*f.value);
-    from = f.end;
+  for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
+    const size_t end = PlaceholderEnd(text_, i);
+    if (const std::string* value = find(std::string_view(text_.data() + i, end - i))) {
+      out.append(text_, from, i - from);
+      out.append(*value);
+      from = end;
+    }
+    i = end;
   }
   out.append(text_, from, std::string::npos);
   text_ = std::move(out);
