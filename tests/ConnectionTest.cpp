@@ -3,12 +3,15 @@
 
 #include <set>
 
+#include "TestData.h"
 #include "TestSupport.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
 #include "connection/UIdGenerator.h"
 #include "engine/TableDef.h"
 #include "engine/sqlite/SqliteDatabase.h"
+#include "ztkdb/CAuftrag.h"
+#include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CTkDb.h"
 #include "ztkdb/Error.h"
 
@@ -193,4 +196,34 @@ TEST(UIdGenerator, DistinctAcrossProcesses) {
   waitpid(child, nullptr, 0);
   ASSERT_GT(n, 0);
   EXPECT_NE(std::string(buf, static_cast<size_t>(n)), mine);
+}
+
+// A list hands out records connected to its client as the client stands at
+// that moment: closed, to nothing; opened again on another file, to that file.
+TEST(CTkDb, ListItemsConnectToTheClientAsItStandsWhenHandedOut) {
+  ztktest::TempDb one, two;
+  CTkDb tkdb;
+  tkdb.OpenJetDb("items", one.Path(), false, false);
+  const auto a = ztktest::CreateOrder("items", {.nr = 1});
+  ztktest::CreateOrder("items", {.nr = 2});
+  CAuftragListe orders;
+  orders.ConnectStorage("items");
+  orders.ReadByDone(false);
+  ASSERT_EQ(orders.Count(), 2);
+  auto item = orders.MoveFirst();
+  item->ReadById(a->Id());
+  EXPECT_EQ(item->Nr(), 1);
+
+  tkdb.CloseDb();
+  item = orders.MoveNext();
+  ASSERT_NE(item, nullptr);
+  EXPECT_EQ(ztktest::ErrorNumberOf([&] { item->ReadById(a->Id()); }), 91);
+
+  CTkDb again;
+  again.OpenJetDb("items", two.Path(), false, false);
+  const auto other = ztktest::CreateOrder("items", {.nr = 7});
+  item = orders.MoveFirst();
+  item->ReadById(other->Id());
+  EXPECT_EQ(item->Nr(), 7);
+  again.CloseDb();
 }

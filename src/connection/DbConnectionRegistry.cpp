@@ -22,6 +22,7 @@ DbConnection& DbConnectionRegistry::Add(const std::string& name) {
   const std::lock_guard lock(mutex_);
   auto [it, added] = connections_.emplace(LowerAscii(name), std::make_unique<DbConnection>(name));
   if (!added) RaiseStandard(errDuplicateKeyInCollection, "DbConnectionRegistry.Add");
+  generation_.fetch_add(1, std::memory_order_acq_rel);
   return *it->second;
 }
 
@@ -33,6 +34,7 @@ void DbConnectionRegistry::Remove(const std::string& name) {
     if (it == connections_.end()) return;
     removed = std::move(it->second);
     connections_.erase(it);
+    generation_.fetch_add(1, std::memory_order_acq_rel);
   }
   // Outside the lock: a server's disconnect may take its time, and other
   // clients need not wait for it.

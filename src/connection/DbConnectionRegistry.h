@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -23,10 +25,14 @@ class DbConnectionRegistry {
   DbConnection& Add(const std::string& name);
   // Closes and forgets the connection; nothing happens for an unknown name.
   void Remove(const std::string& name);
+  // Changes whenever a connection is added or removed: an answer of Item
+  // holds for as long as this stays the same.
+  uint64_t Generation() const { return generation_.load(std::memory_order_acquire); }
 
  private:
   DbConnectionRegistry() = default;
   std::mutex mutex_;
+  std::atomic<uint64_t> generation_{0};
   std::map<std::string, std::unique_ptr<DbConnection>> connections_;
 };
 

@@ -8,8 +8,26 @@ namespace ZTkDb::detail {
 
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName) {
   if (clientName.empty()) return nullptr;
-  auto* connection = DbConnectionRegistry::Instance().Item(WorkspaceName(clientName));
-  return connection ? connection->CreateStorage() : nullptr;
+  // A list connects a new record for every row it hands out, all to the
+  // same client: the last lookup holds while no connection came or went.
+  struct Last {
+    uint64_t generation = 0;
+    bool jet = false;
+    std::string client;
+    DbConnection* connection = nullptr;
+  };
+  thread_local Last last;
+  DbConnectionRegistry& registry = DbConnectionRegistry::Instance();
+  const uint64_t generation = registry.Generation();
+  const bool jet = DbDialect::jet;
+  if (last.generation != generation || last.jet != jet || last.client != clientName ||
+      generation == 0) {
+    last.connection = registry.Item(WorkspaceName(clientName));
+    last.generation = generation;
+    last.jet = jet;
+    last.client = clientName;
+  }
+  return last.connection ? last.connection->CreateStorage() : nullptr;
 }
 
 void ShowWriteFailed(const std::string& className, const char* what) {

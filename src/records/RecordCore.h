@@ -71,10 +71,9 @@ class RecordCore {
 
   void ClearFields();
   void ReadFromRecordset(Recordset& rs);
-  void LoadFromRecordset(Recordset& rs) {
-    ClearFields();
-    ReadFromRecordset(rs);
-  }
+  // The list's hook, called on the fresh record it hands out for a row:
+  // nothing to clear first.
+  void LoadFromRecordset(Recordset& rs) { ReadFromRecordset(rs); }
 
   // Opens `sql`; loads its first row without clearing first, or clears the
   // record when nothing is found.
