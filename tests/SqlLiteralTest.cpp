@@ -25,6 +25,17 @@ TEST(SqlTemplate, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
   EXPECT_EQ(self.Text(), "x#a#");
 }
 
+TEST(SqlTemplate, HundredsOfPlaceholdersAreAllFilled) {
+  std::string text, expected;
+  for (int k = 0; k < 300; ++k) {
+    text += "#n" + std::to_string(k % 7) + "#,";
+    expected += "v" + std::to_string(k % 7) + ",";
+  }
+  SqlTemplate t(text);
+  for (int k = 0; k < 7; ++k) t.Replace("#n" + std::to_string(k) + "#", "v" + std::to_string(k));
+  EXPECT_EQ(t.Text(), expected);
+}
+
 // Any template and any values: the same text as replacing step by step over
 // the whole text, including values that hold '#' or placeholder names and
 // placeholders glued to other text.

@@ -311,6 +311,7 @@ class Scanner {
 
   // Whether a prefixed string (below) starts at i.
   bool StartsPrefixedString(size_t i) const {
+    if (At(i + 1) != '\'' && At(i + 1) != '&') return false;
     const char up = static_cast<char>(std::toupper(static_cast<unsigned char>(At(i))));
     if (At(i + 1) == '\'') {
       return (up == 'E' && lx_.e_strings) || (up == 'X' && lx_.hex_strings) ||
@@ -410,6 +411,11 @@ class Scanner {
   // One component of an identifier: a word, or a quoted name.
   size_t ScanNamePart(size_t i) {
     const char c = s_[i];
+    if (WordChar(c)) {
+      size_t j = i + 1;
+      while (j < s_.size() && WordChar(s_[j])) ++j;
+      return j;
+    }
     if (c == '[' && lx_.bracket_names) {
       const size_t end = s_.find(']', i + 1);
       if (end != std::string_view::npos) return end + 1;

@@ -127,8 +127,16 @@ void SqlTemplate::Flush() const {
     }
     return nullptr;
   };
-  // First the check and the size, then the text: nothing is taken before
-  // the size is known to be allowed.
+  // First the check, the places and the size, then the text: nothing is
+  // taken before the size is known to be allowed.
+  struct Filled {
+    size_t at, end;
+    const std::string* value;
+  };
+  constexpr size_t kFilledInPlace = 128;
+  Filled filledInPlace[kFilledInPlace];
+  std::vector<Filled> filledMore;
+  size_t filled = 0;
   size_t size = text_.size();
   for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
     const size_t end = PlaceholderEnd(text_, i);
@@ -144,6 +152,13 @@ void SqlTemplate::Flush() const {
     }
     if (const std::string* value = find(std::string_view(text_.data() + i, end - i))) {
       size = size - (end - i) + value->size();
+      const Filled f{i, end, value};
+      if (filled < kFilledInPlace) {
+        filledInPlace[filled] = f;
+      } else {
+        filledMore.push_back(f);
+      }
+      ++filled;
     }
     i = end;
   }
@@ -151,14 +166,11 @@ void SqlTemplate::Flush() const {
   std::string out;
   out.reserve(size);
   size_t from = 0;
-  for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
-    const size_t end = PlaceholderEnd(text_, i);
-    if (const std::string* value = find(std::string_view(text_.data() + i, end - i))) {
-      out.append(text_, from, i - from);
-      out.append(*value);
-      from = end;
-    }
-    i = end;
+  for (size_t n = 0; n < filled; ++n) {
+    const Filled& f = n < kFilledInPlace ? filledInPlace[n] : filledMore[n - kFilledInPlace];
+    out.append(text_, from, f.at - from);
+    out.append(*f.value);
+    from = f.end;
   }
   out.append(text_, from, std::string::npos);
   text_ = std::move(out);
