@@ -3,6 +3,8 @@
 // copy that cannot be made whole writes nothing.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
@@ -87,6 +89,9 @@ TEST(Copy, ACopyThatCannotBeWholeWritesNothing) {
   const std::string demo = dir.Path() + ".demo.db", target = dir.Path() + ".target.db";
   ASSERT_EQ(Ztk({"demo", demo}).code, 0);
   EXPECT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", target}).code, 1);  // no such file
+  // A copy that fails leaves no file its --init made.
+  EXPECT_EQ(Ztk({"copy", "--from-db", demo + ".missing", "--to-db", target, "--init"}).code, 1);
+  EXPECT_FALSE(std::filesystem::exists(target));
   ASSERT_EQ(Ztk({"copy", "--from-db", demo, "--to-db", target, "--init"}).code, 0);
   const auto copied = Contents(target);
 

@@ -164,6 +164,28 @@ TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
   const auto none = Ztk({"import", Fixture("DateTestDatabase.mdb"), target});
   EXPECT_EQ(none.code, 1);
   EXPECT_NE(none.err.find("--all-tables"), std::string::npos) << none.err;
+
+  // A module table found by its name in any case, holding a column the
+  // module's table does not have: refused by name, and the new target file
+  // is gone again; an existing target is left as it was.
+  std::string renamed = Bytes(Fixture("nwind.mdb"));
+  for (size_t at = renamed.find("Employees"); at != std::string::npos;
+       at = renamed.find("Employees", at)) {
+    renamed.replace(at, 9, "t_meldung");
+  }
+  const std::string foreign = dir.Path() + ".module.mdb";
+  std::ofstream(foreign, std::ios::binary) << renamed;
+  const auto mismatch = Ztk({"import", foreign, target});
+  EXPECT_EQ(mismatch.code, 1);
+  EXPECT_NE(mismatch.err.find("T_Meldung has no column EmployeeID"), std::string::npos)
+      << mismatch.err;
+  EXPECT_FALSE(std::filesystem::exists(target));
+  ASSERT_EQ(Ztk({"init", target}).code, 0);
+  EXPECT_EQ(Ztk({"import", foreign, target, "--all-tables"}).code, 1);
+  ASSERT_TRUE(std::filesystem::exists(target));
+  auto db = detail::SqliteDatabase::Open(target, false, false);
+  EXPECT_EQ(Row(*db, "SELECT count(*) FROM T_Meldung")[0].ToLong(), 0);
+  EXPECT_TRUE(db->FindTable("Orders").empty());
 }
 
 // On the servers: names with blanks and umlauts quoted as each reads them,

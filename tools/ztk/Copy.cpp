@@ -82,6 +82,7 @@ void Copy(const CopyOptions& options) {
   if (!options.from.db.empty() && options.from.db == options.to.db) {
     throw UsageError("copy: the source and the target are the same file");
   }
+  NewTargetFile newFile(options.init ? options.to.db : std::string());
   if (options.init) {
     if (!options.to.db.empty()) ZTkDb::detail::CreateModuleDatabase(options.to.db);
     else ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
@@ -144,6 +145,7 @@ void Copy(const CopyOptions& options) {
     RollbackQuietly(*target.db);
     throw;
   }
+  newFile.Keep();
   for (const Copied& c : copied) {
     std::printf("%-20s %8" PRId64 " rows copied and verified\n", c.name.c_str(), c.rows);
   }

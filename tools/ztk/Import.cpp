@@ -205,6 +205,7 @@ void Import(const ImportOptions& options) {
     throw Failure("'" + options.file + "' holds none of the module's tables (--all-tables copies "
                   "every table); nothing was written");
   }
+  NewTargetFile newFile(options.to.db);
   if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
     ZTkDb::detail::CreateModuleDatabase(options.to.db);
   }
@@ -287,6 +288,7 @@ void Import(const ImportOptions& options) {
     dropCreated();
     throw;
   }
+  newFile.Keep();
   for (const Done& d : done) {
     std::printf("%-24s %8" PRId64 " rows read, %8" PRId64 " written\n", d.name.c_str(), d.read,
                 d.written);

@@ -1,6 +1,7 @@
 #include "Transfer.h"
 
 #include <charconv>
+#include <filesystem>
 
 #include "Session.h"
 #include "engine/RowSet.h"
@@ -68,6 +69,19 @@ uint64_t RowHash(const std::vector<ZTkDb::Variant>& row) {
   Hasher h;
   for (const auto& v : row) h.Add(v);
   return h.Value();
+}
+
+NewTargetFile::NewTargetFile(const std::string& path) {
+  std::error_code ignored;
+  if (!path.empty() && !std::filesystem::exists(path, ignored)) path_ = path;
+}
+
+NewTargetFile::~NewTargetFile() {
+  if (path_.empty()) return;
+  std::error_code ignored;
+  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+    std::filesystem::remove(path_ + suffix, ignored);
+  }
 }
 
 void RollbackQuietly(ZTkDb::detail::Database& db) noexcept {

@@ -28,6 +28,23 @@ uint64_t RowHash(const std::vector<ZTkDb::Variant>& row);
 
 void RollbackQuietly(ZTkDb::detail::Database& db) noexcept;
 
+// A target file the command is about to create, removed again with
+// SQLite's side files unless the command reaches Keep(): a command that
+// fails leaves no file behind. Declared before the target is opened, so
+// that the target is closed by the time the file goes.
+class NewTargetFile {
+ public:
+  // `path` empty, or a file that exists already: nothing is ever removed.
+  explicit NewTargetFile(const std::string& path);
+  ~NewTargetFile();
+  NewTargetFile(const NewTargetFile&) = delete;
+  NewTargetFile& operator=(const NewTargetFile&) = delete;
+  void Keep() { path_.clear(); }
+
+ private:
+  std::string path_;
+};
+
 // The target's spelling of `name` among `columns`, compared without regard
 // to case; raises a Failure naming `table` when there is none.
 std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
