@@ -378,3 +378,28 @@ TEST_P(ServerReading, ReadsOfDifferentShapesInTurnGiveEachItsOwnValues) {
     }
   }
 }
+
+// A snapshot reads the database as one moment left it: what another
+// connection commits meanwhile shows only after it ends.
+TEST_P(ServerReading, ASnapshotSeesOneMomentWhateverOthersCommit) {
+  CTkDb second;
+  db.OpenAgain(second, "srv2");
+  const auto engine = ztktest::EngineOf("srv");
+  const auto count = [&](const char* table) {
+    Recordset rs(engine, "", engine->Query(std::string("SELECT count(*) FROM ") + table));
+    return rs.Fields(0).ToLong();
+  };
+  engine->BeginSnapshot();
+  ASSERT_EQ(count("T_Auftrag"), 1);
+  ztktest::CreateOrder("srv2", {.nr = 2});
+  ztktest::CreateReport("srv2", {.nr = 2});
+  EXPECT_EQ(count("T_Auftrag"), 1);
+  EXPECT_EQ(count("T_Meldung"), 1);
+  engine->CommitTrans();
+  EXPECT_EQ(count("T_Auftrag"), 2);
+  EXPECT_EQ(count("T_Meldung"), 2);
+  // The connection reads as before afterwards: each statement its own moment.
+  ztktest::CreateOrder("srv2", {.nr = 3});
+  EXPECT_EQ(count("T_Auftrag"), 3);
+  second.CloseDb();
+}

@@ -80,6 +80,10 @@ class Database {
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void Rollback() = 0;
+  // A transaction for reading only, every read of which sees the database
+  // as one moment left it, whatever other connections commit meanwhile;
+  // ended by CommitTrans or Rollback.
+  virtual void BeginSnapshot() { BeginTrans(); }
 
   // After Close every call raises 3420; closing twice is harmless.
   virtual void Close() noexcept = 0;

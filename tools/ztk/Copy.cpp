@@ -111,6 +111,13 @@ void Copy(const CopyOptions& options) {
     plan.push_back({name, table, before});
   }
   std::vector<Copied> copied;
+  // Every table as one moment of the source left them, however busy it is:
+  // no link copied without the order it names.
+  source.db->BeginSnapshot();
+  struct EndSnapshot {
+    ZTkDb::detail::Database& db;
+    ~EndSnapshot() { RollbackQuietly(db); }
+  } endSnapshot{*source.db};
   target.db->BeginTrans();
   try {
     // The next table is read from the source while this one is written:

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <mutex>
+#include <utility>
 
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcError.h"
@@ -440,8 +441,27 @@ void OdbcDatabase::BeginTrans() {
   in_transaction_ = true;
 }
 
+// Repeatable reads: one snapshot for the whole transaction on PostgreSQL
+// (where each statement otherwise sees its own moment) and on MariaDB's
+// InnoDB; a driver that cannot set it is already at least this strict.
+void OdbcDatabase::BeginSnapshot() {
+  if (lost_) Reconnect();
+  SQLHDBC dbc = Handle();
+  SQLULEN current = 0;
+  if (Succeeded(SQLGetConnectAttr(dbc, SQL_ATTR_TXN_ISOLATION, &current, 0, nullptr)) &&
+      current != SQL_TXN_REPEATABLE_READ && current != SQL_TXN_SERIALIZABLE) {
+    if (!Succeeded(SQLSetConnectAttr(dbc, SQL_ATTR_TXN_ISOLATION,
+                                     reinterpret_cast<SQLPOINTER>(SQL_TXN_REPEATABLE_READ), 0))) {
+      Fail(SQL_HANDLE_DBC, dbc, "SQLSetConnectAttr");
+    }
+    restore_isolation_ = current;
+  }
+  BeginTrans();
+}
+
 void OdbcDatabase::EndTransaction(SQLSMALLINT completion) {
   in_transaction_ = false;
+  const std::optional<SQLULEN> isolation = std::exchange(restore_isolation_, std::nullopt);
   if (transaction_lost_ || lost_) {
     // The server ended the session and with it the transaction: nothing is
     // left to roll back, and nothing of it was committed.
@@ -456,6 +476,9 @@ void OdbcDatabase::EndTransaction(SQLSMALLINT completion) {
   SQLHDBC dbc = Handle();
   const SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, dbc, completion);
   SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
+  if (isolation) {
+    SQLSetConnectAttr(dbc, SQL_ATTR_TXN_ISOLATION, reinterpret_cast<SQLPOINTER>(*isolation), 0);
+  }
   if (!Succeeded(rc)) Fail(SQL_HANDLE_DBC, dbc, "SQLEndTran");
 }
 

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,7 @@ class OdbcDatabase final : public Database {
   void AddColumn(const std::string& table, const NewColumn& column) override;
   std::vector<std::string> TableNames() override;
   void BeginTrans() override;
+  void BeginSnapshot() override;
   void CommitTrans() override;
   void Rollback() override;
   void Close() noexcept override;
@@ -133,6 +135,8 @@ class OdbcDatabase final : public Database {
   bool lost_ = false;
   ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
   bool in_transaction_ = false;
+  // The isolation level a snapshot replaced, set back when it ends.
+  std::optional<SQLULEN> restore_isolation_;
   // The session died inside a transaction the host has not ended yet.
   bool transaction_lost_ = false;
   // Text goes through the narrow (UTF-8) entry points instead of the wide.

@@ -508,6 +508,8 @@ void SqliteDatabase::ExecuteInternal(const std::string& sql) {
 // timeout applies; a deferred one would take it at its first write and fail
 // at once when another writer holds it.
 void SqliteDatabase::BeginTrans() { ExecuteInternal(read_only_ ? "BEGIN" : "BEGIN IMMEDIATE"); }
+// Deferred: no write lock; the first read fixes what every later read sees.
+void SqliteDatabase::BeginSnapshot() { ExecuteInternal("BEGIN"); }
 
 void SqliteDatabase::CommitTrans() {
   if (!read_only_ && !sqlite3_get_autocommit(Handle())) {

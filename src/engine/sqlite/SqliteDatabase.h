@@ -53,6 +53,7 @@ class SqliteDatabase final : public Database {
   void AddColumn(const std::string& table, const NewColumn& column) override;
   std::vector<std::string> TableNames() override;
   void BeginTrans() override;
+  void BeginSnapshot() override;
   void CommitTrans() override;
   void Rollback() override;
   void Close() noexcept override;
