@@ -21,6 +21,7 @@ class Capturing : public ZTkDb::detail::Database {
             std::function<std::string(const std::string&)> adapt)
       : inner_(std::move(inner)), adapt_(std::move(adapt)) {}
   int16_t Kind() const override { return inner_->Kind(); }
+  int64_t LargestAmount() const override { return inner_->LargestAmount(); }
   const std::string& Path() const override { return inner_->Path(); }
   int64_t Execute(const std::string& sql) override {
     texts.push_back(adapt_(sql));

@@ -22,6 +22,8 @@ class RecordStorage {
   QueryDef& GetQueryDef();
   // 1 = Jet (the embedded engine), 2 = ODBC.
   int16_t DbKind() const { return db_->Kind(); }
+  // The largest amount (scaled) the engine gives back exactly.
+  int64_t LargestAmount() const { return db_->LargestAmount(); }
   // Prepares a temporary statement; the query name is always empty.
   void SetSql(const std::string& queryName, const std::string& sql);
   // Runs the prepared SELECT and holds its result.

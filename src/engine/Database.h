@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,6 +55,8 @@ class Database {
 
   // 1 = the embedded (Jet-kind) engine, 2 = ODBC.
   virtual int16_t Kind() const = 0;
+  // The largest amount (scaled by 10,000) the engine gives back exactly.
+  virtual int64_t LargestAmount() const { return std::numeric_limits<int64_t>::max(); }
   virtual const std::string& Path() const = 0;
 
   // Runs one statement that returns no rows; gives the rows it affected.

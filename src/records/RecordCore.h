@@ -68,6 +68,7 @@ class RecordCore {
   // The storage; raises 91 while unconnected.
   RecordStorage& Storage(const char* member);
   int16_t DbKind(const char* member) { return Storage(member).DbKind(); }
+  int64_t LargestAmount(const char* member) { return Storage(member).LargestAmount(); }
 
   void ClearFields();
   void ReadFromRecordset(Recordset& rs);
@@ -98,7 +99,7 @@ class RecordCore {
 // templates expect).
 template <typename Fields>
 void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
-                int16_t kind);
+                int16_t kind, int64_t largestAmount);
 
 // Shared by RecordCore and the lists: a new storage for a client, or nullptr.
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);

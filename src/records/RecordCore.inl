@@ -148,7 +148,7 @@ void RecordCore<Fields>::ExecutePlain(const char* member, const std::string& sql
 
 template <typename Fields>
 void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
-                int16_t kind) {
+                int16_t kind, int64_t largestAmount) {
   for (const auto& slot : slots) {
     std::visit(
         [&](auto member) {
@@ -157,7 +157,7 @@ void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueS
           if constexpr (std::is_same_v<T, std::string>) sql.Replace(slot.placeholder, TextValue(value));
           else if constexpr (std::is_same_v<T, bool>) sql.Replace(slot.placeholder, FlagLiteral(value, kind));
           else if constexpr (std::is_same_v<T, Date>) sql.Replace(slot.placeholder, RecordDateText(value));
-          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value, kind));
+          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value, kind, largestAmount));
           else if constexpr (std::is_same_v<T, double>) sql.Replace(slot.placeholder, NumberLiteral(value));
           else sql.Replace(slot.placeholder, LongLiteral(value));
         },

@@ -77,11 +77,12 @@ class TableRecord {
   void Create(const char* member, const Fields& row) {
     core.ClearFields();
     const int16_t kind = core.DbKind(member);
+    const int64_t largest = core.LargestAmount(member);
     const std::string uid = UIdGenerator::Instance().NewUId();
     SqlTemplate sql = Statement(statements_.insert);
     sql.Replace("#stUId#", TextValue(uid));
-    FillValues(sql, row, insert_values_, kind);
-    FillValues(sql, row, update_tail_, kind);
+    FillValues(sql, row, insert_values_, kind, largest);
+    FillValues(sql, row, update_tail_, kind, largest);
     core.ExecuteChecked(member, Text(sql), "Create");
     core.Storage(member).CloseRecordset();
     ReadByUId(uid);
@@ -102,12 +103,13 @@ class TableRecord {
   void Update(const char* member) {
     Fields& f = core.F();
     const int16_t kind = core.DbKind(member);
+    const int64_t largest = core.LargestAmount(member);
     const std::string newUid = UIdGenerator::Instance().NewUId();
     SqlTemplate sql = Statement(statements_.update);
     sql.Replace("#stNewUId#", newUid);
-    FillValues(sql, f, update_values_, kind);
+    FillValues(sql, f, update_values_, kind, largest);
     sql.Replace("#lId#", LongLiteral(f.id)).Replace("#stUId#", f.uid);
-    FillValues(sql, f, update_tail_, kind);
+    FillValues(sql, f, update_tail_, kind, largest);
     core.ExecuteChecked(member, Text(sql), "Update");
     f.uid = newUid;
     core.Storage(member).CloseRecordset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "ztkdb/Currency.h"
@@ -14,13 +15,19 @@ namespace ZTkDb::detail {
 // statement is ever sent with a date it would store differently.
 void CheckStorableDate(const Date& value);
 
-// Raises 6 on the embedded engine (kind 1) for an amount its REAL storage
-// cannot give back exactly (beyond ±2^39): refused before any statement.
-void CheckStorableCurrency(const Currency& value, int16_t kind);
+// Raises 6 for an amount the storage cannot give back exactly: on the
+// embedded engine (kind 1) beyond ±2^39 (its REAL storage), elsewhere
+// beyond ±`largest` (scaled; a data source that says how far it reaches
+// exactly). Refused before any statement.
+void CheckStorableCurrency(const Currency& value, int16_t kind,
+                           int64_t largest = std::numeric_limits<int64_t>::max());
 
 // The largest amount (scaled by 10,000) the embedded engine's REAL
 // storage gives back exactly.
 constexpr int64_t kLargestJetAmount = (int64_t{1} << 39) * 10000;
+// The largest amount a driver that reads REAL through its 15-digit text
+// gives back exactly: 99,999,999,999.9999.
+constexpr int64_t kLargestFifteenDigitAmount = 999999999999999;
 
 // Every value of `rows` checked as above (and doubles for being finite,
 // amounts for lying within ±`largestAmount`, scaled), and each row for

@@ -19,8 +19,8 @@ std::string FlagLiteral(bool value, int16_t kind) {
 
 std::string NumberLiteral(double value) { return InvariantNumberText(value); }
 
-std::string CurrencyLiteral(const Currency& value, int16_t kind) {
-  CheckStorableCurrency(value, kind);
+std::string CurrencyLiteral(const Currency& value, int16_t kind, int64_t largest) {
+  CheckStorableCurrency(value, kind, largest);
   return value.Text();
 }
 

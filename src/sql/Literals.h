@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -21,9 +22,10 @@ std::string FlagLiteral(bool value, int16_t kind);
 inline std::string TrueLiteral(int16_t kind) { return FlagLiteral(true, kind); }
 // " 2.5", "-3": invariant, with a leading blank when not negative.
 std::string NumberLiteral(double value);
-// Raises 6 on the embedded engine (kind 1) for an amount its REAL storage
-// cannot give back exactly (beyond ±2^39): refused before any statement.
-std::string CurrencyLiteral(const Currency& value, int16_t kind);
+// Raises 6 for an amount the storage cannot give back exactly (see
+// CheckStorableCurrency): refused before any statement.
+std::string CurrencyLiteral(const Currency& value, int16_t kind,
+                            int64_t largest = std::numeric_limits<int64_t>::max());
 // A date in a filter: DateLiteral (unquoted slot) on Jet, "dd.mm.yyyy"
 // (quoted slot) otherwise. Raises 6 for a date outside the storable range.
 std::string FilterDateLiteral(const Date& value, int16_t kind);

@@ -284,14 +284,17 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
   return count < 0 ? 0 : count;
 }
 
+// A driver that reads REAL through its 15-digit text gives back amounts
+// exactly below 10^11 only.
+int64_t OdbcDatabase::LargestAmount() const {
+  return dialect_->StoresAmountsAsDouble() ? kLargestFifteenDigitAmount
+                                           : std::numeric_limits<int64_t>::max();
+}
+
 int64_t OdbcDatabase::InsertRows(const std::string& table, const std::vector<std::string>& columns,
                                  const std::vector<std::vector<Variant>>& rows) {
   if (read_only_) RaiseReadOnly(kSource);
-  // A driver that reads REAL through its 15-digit text gives back amounts
-  // exactly below 10^11 only.
-  CheckStorableRows(rows, columns.size(),
-                    dialect_->StoresAmountsAsDouble() ? int64_t{999999999999999}
-                                                      : std::numeric_limits<int64_t>::max());
+  CheckStorableRows(rows, columns.size(), LargestAmount());
   std::string head = "INSERT INTO " + table + " (";
   for (size_t i = 0; i < columns.size(); ++i) head += (i ? ", " : "") + columns[i];
   head += ") VALUES ";

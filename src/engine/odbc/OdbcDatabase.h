@@ -45,6 +45,7 @@ class OdbcDatabase final : public Database {
   ~OdbcDatabase() override;
 
   int16_t Kind() const override { return 2; }
+  int64_t LargestAmount() const override;
   const std::string& Path() const override { return connect_; }
   int64_t Execute(const std::string& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,

@@ -9,6 +9,7 @@
 #include "engine/Database.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
+#include "runtime/Storable.h"
 #include "engine/StatementAdapter.h"
 
 struct sqlite3;
@@ -42,6 +43,7 @@ class SqliteDatabase final : public Database {
   ~SqliteDatabase() override;
 
   int16_t Kind() const override { return 1; }
+  int64_t LargestAmount() const override { return kLargestJetAmount; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,
