@@ -2,14 +2,12 @@
 // twice (so that its form is learnt), then in variants with its integers
 // and strings replaced by others; every reading the memo gives must equal
 // the full path's, refusals included.
-#include <strings.h>
-
 #include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "../tests/EngineRules.h"
 #include "engine/AdaptationMemo.h"
-#include "engine/SchemaCache.h"
 #include "engine/dialect/ServerDialect.h"
 #include "ztkdb/Error.h"
 
@@ -17,44 +15,6 @@ using namespace ZTkDb;
 using namespace ZTkDb::detail;
 
 namespace {
-
-std::vector<ColumnInfo> Catalogue(const std::string& table) {
-  if (strcasecmp(table.c_str(), "T_Auftrag") != 0 && strcasecmp(table.c_str(), "T_Meldung") != 0) {
-    return {};
-  }
-  std::vector<ColumnInfo> columns;
-  for (const char* name : {"lId", "lNr", "stUId", "stAuftrag", "AuftragsDatum", "ErledDatum"}) {
-    ColumnInfo c;
-    c.name = name;
-    c.is_date = c.name.ends_with("Datum");
-    c.is_text = c.name.starts_with("st");
-    c.declared_type = c.is_date ? "TIMESTAMP" : c.is_text ? "VARCHAR(255)" : "INTEGER";
-    columns.push_back(c);
-  }
-  return columns;
-}
-
-// Each engine's rules as the engine sets them up.
-struct Rules {
-  SchemaCache schema{Catalogue};
-  LiftingRules lifting;
-  AdaptationRules rules;
-  explicit Rules(const ServerDialect& dialect) {
-    rules = schema.Rules([&dialect](const Date& d) { return dialect.DateLiteral(d); });
-    if (&dialect == &SqliteDialect()) {
-      lifting.any_string = true;
-      rules.lexicon = &LibraryLexicon();
-      rules.final_lexicon = &dialect.Lexical();
-    } else {
-      lifting = schema.Lifting();
-      lifting.any_string = dialect.StringsReadAsBoundText();
-      lifting.refuse_question_marks = true;
-      rules.lexicon = &dialect.Lexical();
-      rules.harden_string = [&dialect](const Token& t) { return dialect.HardenString(t); };
-    }
-    rules.lifting = &lifting;
-  }
-};
 
 const char* const kNumbers[] = {"0", "1", "42", "123456789012345678", "9070000000000001"};
 const char* const kStrings[] = {"'x'", "''", "'O''B'", "'1.2.2024'", "'?'", "'\\'", "'12.05.2024 10:00'",
@@ -90,9 +50,10 @@ std::string Read(const std::string& sql, const AdaptationRules& rules, Adaptatio
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // The first byte picks the engine.
   if (size == 0) return 0;
-  static Rules engines[] = {Rules(SqliteDialect()), Rules(PostgresDialect()),
-                            Rules(MariaDbDialect())};
-  Rules& r = engines[data[0] % 3];
+  static ztktest::EngineRules engines[] = {ztktest::EngineRules(SqliteDialect()),
+                                           ztktest::EngineRules(PostgresDialect()),
+                                           ztktest::EngineRules(MariaDbDialect())};
+  ztktest::EngineRules& r = engines[data[0] % 3];
   const std::string sql(reinterpret_cast<const char*>(data) + 1, size - 1);
   AdaptationMemo memo(r.rules);
   std::vector<std::string> texts = {sql, sql};

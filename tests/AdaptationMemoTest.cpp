@@ -3,56 +3,14 @@
 // every literal a host may send in every place a literal may stand.
 #include <gtest/gtest.h>
 
+#include "EngineRules.h"
 #include "engine/AdaptationMemo.h"
-#include "engine/SchemaCache.h"
-#include "engine/dialect/ServerDialect.h"
 #include "ztkdb/Error.h"
 
 using namespace ZTkDb;
 using namespace ZTkDb::detail;
 
 namespace {
-
-// Two tables whose *Datum columns hold dates and st* columns texts, as the
-// engines' catalogues would report them.
-std::vector<ColumnInfo> Catalogue(const std::string& table) {
-  if (table != "T_Auftrag" && table != "T_AuftragMeldung") return {};
-  std::vector<ColumnInfo> columns;
-  for (const char* name : {"lId", "lNr", "lAuftragId", "lMeldungId", "stUId", "stAuftrag",
-                           "AuftragsDatum", "ErledigtDatum"}) {
-    ColumnInfo c;
-    c.name = name;
-    c.is_date = c.name.ends_with("Datum");
-    c.is_text = c.name.starts_with("st");
-    c.declared_type = c.is_date ? "TIMESTAMP" : c.is_text ? "VARCHAR(255)" : "INTEGER";
-    columns.push_back(c);
-  }
-  return columns;
-}
-
-// An engine's rules as the engine sets them up: the embedded one binds
-// every string; a server binds strings only beside text and date columns,
-// never one holding '?', and hardens backslashes its own way.
-struct EngineRules {
-  SchemaCache schema{Catalogue};
-  LiftingRules lifting;
-  AdaptationRules rules;
-  explicit EngineRules(const ServerDialect& dialect) {
-    rules = schema.Rules([&dialect](const Date& d) { return dialect.DateLiteral(d); });
-    if (&dialect == &SqliteDialect()) {
-      lifting.any_string = true;
-      rules.lexicon = &LibraryLexicon();
-      rules.final_lexicon = &dialect.Lexical();
-    } else {
-      lifting = schema.Lifting();
-      lifting.any_string = dialect.StringsReadAsBoundText();
-      lifting.refuse_question_marks = true;
-      rules.lexicon = &dialect.Lexical();
-      rules.harden_string = [&dialect](const Token& t) { return dialect.HardenString(t); };
-    }
-    rules.lifting = &lifting;
-  }
-};
 
 // Texts that could be taken for something else: quotes, dates and
 // near-dates, markers, backslashes, and the stand-ins learning uses.
@@ -115,7 +73,7 @@ TEST_P(AdaptationMemoOn, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S} -- {S}\n AND lNr = {N};",
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S}; DELETE FROM T_Auftrag WHERE lId = {N}",
   };
-  EngineRules engine(*GetParam());
+  ztktest::EngineRules engine(*GetParam());
   AdaptationMemo memo(engine.rules);
   int recalled = 0;
   for (size_t round = 0; round < 24; ++round) {

@@ -102,7 +102,7 @@ class Scanner {
     }
     // Most tokens are names and punctuation. A letter opens nothing but a
     // name unless a quote or '&' follows it (a prefixed string), and these
-    // four characters open nothing at all in any lexicon: both are settled
+    // five characters open nothing at all in any lexicon: both are settled
     // before the chain of constructs below is asked.
     if ((IsAsciiLetter(c) || c == '_' || IsHigh(c)) && next != '\'' && next != '&') {
       kind = TokenKind::kIdentifier;
@@ -117,6 +117,9 @@ class Scanner {
         return i + 1;
       case ')':
         kind = TokenKind::kRParen;
+        return i + 1;
+      case ';':
+        kind = TokenKind::kSemicolon;
         return i + 1;
       case '=':
         kind = TokenKind::kOperator;
@@ -170,22 +173,10 @@ class Scanner {
     if ((c == '{' || c == '}') && lx_.refuse_braces) {
       Suspect("an ODBC escape the driver would rewrite", i);
     }
+    // Punctuation that opens nothing was settled above.
     switch (c) {
-      case '(':
-        kind = TokenKind::kLParen;
-        return i + 1;
-      case ')':
-        kind = TokenKind::kRParen;
-        return i + 1;
-      case ',':
-        kind = TokenKind::kComma;
-        return i + 1;
-      case ';':
-        kind = TokenKind::kSemicolon;
-        return i + 1;
       case '<':
       case '>':
-      case '=':
       case '!':
         kind = TokenKind::kOperator;
         return i + ((next == '=' || (c == '<' && next == '>')) ? 2 : 1);
