@@ -1,8 +1,11 @@
 #include "engine/AdaptationMemo.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <optional>
+#include <unordered_map>
 
 #include "engine/StatementCache.h"
 #include "ztkdb/Error.h"
@@ -89,11 +92,10 @@ bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& 
 
 }  // namespace
 
-struct AdaptationMemo::Form {
-  // A form is learnt when it comes a second time: one seen once may never
-  // come again, and learning costs a second adaptation.
-  bool learnt = false;
-  bool usable = false;
+// What a learnt form gives back: the lifted statement, which of its values
+// each plain literal fills, and the form as text where it can be matched
+// without reading the statement again.
+struct AdaptationMemo::Recall {
   bool plain_query = false;
   LiftedStatement lifted;
   // Which value each literal fills, and whether a sign before it went
@@ -103,6 +105,19 @@ struct AdaptationMemo::Form {
     bool negate = false;
   };
   std::vector<Slot> slots;  // by literal
+  // The bytes between the literals, one piece before each literal and one
+  // after the last (`ends` marks where each piece ends in `fixed`), and
+  // each literal's kind. Empty `ends`: the form is only found by its key.
+  std::string fixed;
+  std::vector<uint32_t> ends;
+  std::vector<Plain> kinds;
+};
+
+struct AdaptationMemo::Form {
+  // A form is learnt when it comes a second time: one seen once may never
+  // come again, and learning costs a second adaptation.
+  bool learnt = false;
+  std::shared_ptr<const Recall> recall;  // null: the form takes the full path
 };
 
 class AdaptationMemo::Forms : public StatementCache<Form> {
@@ -113,6 +128,16 @@ class AdaptationMemo::Forms : public StatementCache<Form> {
   std::string key;
   std::vector<Token> tokens;
   std::vector<size_t> literals;
+  std::vector<std::string_view> texts;
+  // Learnt forms matched as text, by the statement's head (Head below);
+  // bounded like the forms, the most recently learnt first.
+  struct HeadHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view s) const { return std::hash<std::string_view>()(s); }
+  };
+  std::unordered_map<std::string, std::vector<std::shared_ptr<const Recall>>, HeadHash,
+                     std::equal_to<>>
+      by_head;
 };
 
 namespace {
@@ -135,58 +160,160 @@ class Borrowed {
 
 }  // namespace
 
+namespace {
+
+constexpr size_t kHeadLimit = 256;
+constexpr size_t kHeads = 64;
+constexpr size_t kRecallsPerHead = 8;
+
+// The statement up to its first quote or digit: where no literal can have
+// started yet. A text that matches a learnt form has the form's head.
+std::string_view Head(std::string_view sql) {
+  const size_t n = std::min(sql.size(), kHeadLimit);
+  size_t i = 0;
+  while (i < n && sql[i] != '\'' && (sql[i] < '0' || sql[i] > '9')) ++i;
+  return sql.substr(0, i);
+}
+
+}  // namespace
+
+// Whether `sql` is the form's fixed bytes with a plain literal of the right
+// kind in each gap; `texts` receives the literals. Such a text is read as
+// the form was: the server's reading of the fixed bytes cannot depend on
+// which digits or which quoted text fill a gap (Learn keeps no skeleton
+// where it could), so the statement's tokens are the form's with these
+// literals in place, and its key is the form's key.
+bool AdaptationMemo::Matches(const Recall& r, std::string_view sql,
+                             std::vector<std::string_view>& texts) {
+  texts.clear();
+  size_t at = 0;
+  uint32_t from = 0;
+  const size_t n = sql.size();
+  for (size_t k = 0;; ++k) {
+    const uint32_t to = r.ends[k];
+    const size_t piece = to - from;
+    if (n - at < piece || std::memcmp(sql.data() + at, r.fixed.data() + from, piece) != 0) {
+      return false;
+    }
+    at += piece;
+    from = to;
+    if (k == r.kinds.size()) return at == n;
+    const size_t start = at;
+    if (r.kinds[k] == Plain::kInteger) {
+      while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
+      if (at == start || at - start > 18) return false;
+    } else {
+      if (at == n || sql[at] != '\'') return false;
+      ++at;
+      for (;;) {
+        if (at == n) return false;
+        const char c = sql[at];
+        if (c == '\'') {
+          if (at + 1 < n && sql[at + 1] == '\'') {
+            at += 2;
+            continue;
+          }
+          ++at;
+          break;
+        }
+        // What makes a string other than plain (see PlainKind), and NUL,
+        // which the full path refuses.
+        if (c == '\\' || c == '?' || c == '\0') return false;
+        ++at;
+      }
+      const std::string_view text = sql.substr(start, at - start);
+      if (text.size() > 3 && text[1] >= '0' && text[1] <= '9' && (text[2] == '.' || text[3] == '.')) {
+        return false;
+      }
+    }
+    texts.push_back(sql.substr(start, at - start));
+  }
+}
+
 AdaptationMemo::AdaptationMemo(const AdaptationRules& rules)
     : rules_(rules), forms_(std::make_unique<Forms>()) {}
 
 AdaptationMemo::~AdaptationMemo() = default;
 
-void AdaptationMemo::Clear() { forms_->Clear(); }
+void AdaptationMemo::Clear() {
+  forms_->Clear();
+  forms_->by_head.clear();
+}
+
+void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& texts,
+                          StatementFacts& facts) {
+  LiftedStatement lifted = r.lifted;
+  for (size_t k = 0; k < texts.size(); ++k) {
+    LiftedValue& v = lifted.values[r.slots[k].value];
+    if (v.kind == LiftedValue::kInteger) {
+      const int64_t n = IntegerOf(texts[k]);
+      v.integer = r.slots[k].negate ? -n : n;
+    } else {
+      v.text = StringValue(Token{TokenKind::kString, texts[k]});
+    }
+  }
+  facts.plain_query = r.plain_query;
+  facts.lifted = std::move(lifted);
+}
 
 std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts) {
   // A NUL is refused by the full path, whatever it stands in.
   if (sql.find('\0') != std::string::npos) return AdaptStatement(sql, rules_, &facts);
+  Borrowed<std::vector<std::string_view>> borrowedTexts(forms_->texts);
+  std::vector<std::string_view>& texts = *borrowedTexts;
+  if (!forms_->by_head.empty()) {
+    auto it = forms_->by_head.find(Head(sql));
+    if (it != forms_->by_head.end()) {
+      for (const auto& r : it->second) {
+        if (Matches(*r, sql, texts)) {
+          Fill(*r, texts, facts);
+          return {};
+        }
+      }
+    }
+  }
   Borrowed<std::vector<Token>> borrowedTokens(forms_->tokens);
   Borrowed<std::vector<size_t>> borrowedLiterals(forms_->literals);
   Borrowed<std::string> borrowedKey(forms_->key);
   std::vector<Token>& tokens = *borrowedTokens;
   std::vector<size_t>& literals = *borrowedLiterals;
   std::string& key = *borrowedKey;
-  if (!FormOf(sql, rules_.lexicon ? *rules_.lexicon : LibraryLexicon(), tokens, key, literals)) {
-    return AdaptStatement(sql, rules_, &facts);
-  }
+  const Lexicon& lexicon = rules_.lexicon ? *rules_.lexicon : LibraryLexicon();
+  if (!FormOf(sql, lexicon, tokens, key, literals)) return AdaptStatement(sql, rules_, &facts);
   if (literals.empty()) return AdaptStatement(sql, rules_, &facts, &tokens);
   Form* form = forms_->Find(key);
-  if (form && form->usable) {
-    LiftedStatement lifted = form->lifted;
-    for (size_t k = 0; k < literals.size(); ++k) {
-      const Token& t = tokens[literals[k]];
-      LiftedValue& v = lifted.values[form->slots[k].value];
-      if (v.kind == LiftedValue::kInteger) {
-        const int64_t n = IntegerOf(t.text);
-        v.integer = form->slots[k].negate ? -n : n;
-      } else {
-        v.text = StringValue(t);
-      }
-    }
-    facts.plain_query = form->plain_query;
-    facts.lifted = std::move(lifted);
+  if (form && form->recall) {
+    texts.clear();
+    for (size_t k : literals) texts.push_back(tokens[k].text);
+    Fill(*form->recall, texts, facts);
     return {};
   }
   std::string text = AdaptStatement(sql, rules_, &facts, &tokens);
   if (!form) {
     forms_->Insert(key, Form{});
   } else if (!form->learnt) {
-    Learn(*form, sql, tokens, literals, facts);
+    form->learnt = true;
+    form->recall = Learn(sql, tokens, literals, facts);
+    if (form->recall && !form->recall->ends.empty()) {
+      auto& recalls = forms_->by_head[std::string(Head(sql))];
+      if (forms_->by_head.size() > kHeads) {
+        forms_->by_head.clear();
+        forms_->by_head[std::string(Head(sql))].push_back(form->recall);
+      } else {
+        if (recalls.size() == kRecallsPerHead) recalls.pop_back();
+        recalls.insert(recalls.begin(), form->recall);
+      }
+    }
   }
   return text;
 }
 
-void AdaptationMemo::Learn(Form& form, const std::string& sql, const std::vector<Token>& tokens,
-                           const std::vector<size_t>& literals, const StatementFacts& facts) {
-  form.learnt = true;
-  form.plain_query = facts.plain_query;
+std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
+    const std::string& sql, const std::vector<Token>& tokens, const std::vector<size_t>& literals,
+    const StatementFacts& facts) {
+  if (!facts.lifted) return nullptr;
   std::optional<StatementFacts> probed;
-  if (facts.lifted) {
+  {
     std::string probe;
     probe.reserve(sql.size() + 32 * literals.size());
     size_t next = 0;
@@ -207,50 +334,67 @@ void AdaptationMemo::Learn(Form& form, const std::string& sql, const std::vector
       // A stand-in the full path refuses: the form is not learnt.
     }
   }
-  if (probed && probed->lifted && probed->plain_query == facts.plain_query &&
-      probed->lifted->shape == facts.lifted->shape &&
-      probed->lifted->values.size() == facts.lifted->values.size()) {
-    const auto& actual = facts.lifted->values;
-    const auto& stand = probed->lifted->values;
-    std::vector<int> filled(literals.size(), 0);
-    form.slots.assign(literals.size(), {});
-    bool ok = true;
-    for (size_t v = 0; v < actual.size() && ok; ++v) {
-      if (SameValue(actual[v], stand[v])) continue;
-      // A value that differs must be one literal, passed through.
-      size_t k = 0;
-      bool negate = false;
-      if (stand[v].kind == LiftedValue::kInteger && actual[v].kind == LiftedValue::kInteger) {
-        negate = stand[v].integer < 0;
-        const int64_t magnitude = negate ? -stand[v].integer : stand[v].integer;
-        k = static_cast<size_t>(magnitude - kProbeBase);
-        ok = magnitude >= kProbeBase && k < literals.size() &&
-             PlainKind(tokens[literals[k]]) == Plain::kInteger &&
-             actual[v].integer == (negate ? -1 : 1) * IntegerOf(tokens[literals[k]].text);
-      } else if (stand[v].kind == LiftedValue::kText && actual[v].kind == LiftedValue::kText) {
-        const std::string& s = stand[v].text;
-        ok = s.size() > 13 && s.starts_with("ZtkMemoProbe") && s.back() == 'x';
-        if (ok) {
-          k = static_cast<size_t>(std::strtoull(s.c_str() + 12, nullptr, 10));
-          ok = k < literals.size() && s == ProbeString(k) &&
-               PlainKind(tokens[literals[k]]) == Plain::kString &&
-               actual[v].text == StringValue(tokens[literals[k]]);
-        }
-      } else {
-        ok = false;
-      }
+  if (!probed || !probed->lifted || probed->plain_query != facts.plain_query ||
+      probed->lifted->shape != facts.lifted->shape ||
+      probed->lifted->values.size() != facts.lifted->values.size()) {
+    return nullptr;
+  }
+  auto r = std::make_shared<Recall>();
+  const auto& actual = facts.lifted->values;
+  const auto& stand = probed->lifted->values;
+  std::vector<int> filled(literals.size(), 0);
+  r->slots.assign(literals.size(), {});
+  for (size_t v = 0; v < actual.size(); ++v) {
+    if (SameValue(actual[v], stand[v])) continue;
+    // A value that differs must be one literal, passed through.
+    size_t k = 0;
+    bool negate = false;
+    bool ok = false;
+    if (stand[v].kind == LiftedValue::kInteger && actual[v].kind == LiftedValue::kInteger) {
+      negate = stand[v].integer < 0;
+      const int64_t magnitude = negate ? -stand[v].integer : stand[v].integer;
+      k = static_cast<size_t>(magnitude - kProbeBase);
+      ok = magnitude >= kProbeBase && k < literals.size() &&
+           PlainKind(tokens[literals[k]]) == Plain::kInteger &&
+           actual[v].integer == (negate ? -1 : 1) * IntegerOf(tokens[literals[k]].text);
+    } else if (stand[v].kind == LiftedValue::kText && actual[v].kind == LiftedValue::kText) {
+      const std::string& s = stand[v].text;
+      ok = s.size() > 13 && s.starts_with("ZtkMemoProbe") && s.back() == 'x';
       if (ok) {
-        form.slots[k] = {v, negate};
-        ++filled[k];
+        k = static_cast<size_t>(std::strtoull(s.c_str() + 12, nullptr, 10));
+        ok = k < literals.size() && s == ProbeString(k) &&
+             PlainKind(tokens[literals[k]]) == Plain::kString &&
+             actual[v].text == StringValue(tokens[literals[k]]);
       }
     }
-    for (int n : filled) ok = ok && n == 1;
-    if (ok) {
-      form.usable = true;
-      form.lifted = *facts.lifted;
+    if (!ok) return nullptr;
+    r->slots[k] = {v, negate};
+    ++filled[k];
+  }
+  for (int n : filled) {
+    if (n != 1) return nullptr;
+  }
+  r->plain_query = facts.plain_query;
+  r->lifted = *facts.lifted;
+  // The form as text, unless some token's end could depend on bytes past
+  // a literal: a '#' that did not open a date looked for its closing '#'
+  // up to forty bytes on, across whatever literal follows.
+  const Lexicon& lexicon = rules_.lexicon ? *rules_.lexicon : LibraryLexicon();
+  for (const Token& t : tokens) {
+    if (lexicon.jet_dates && t.text.front() == '#' && t.kind != TokenKind::kJetDate) return r;
+  }
+  size_t next = 0;
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    if (next < literals.size() && literals[next] == i) {
+      r->ends.push_back(static_cast<uint32_t>(r->fixed.size()));
+      r->kinds.push_back(PlainKind(tokens[i]));
+      ++next;
+    } else {
+      r->fixed.append(tokens[i].text);
     }
   }
-  if (!form.usable) form.slots.clear();
+  r->ends.push_back(static_cast<uint32_t>(r->fixed.size()));
+  return r;
 }
 
 }  // namespace ZTkDb::detail

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/StatementAdapter.h"
@@ -17,12 +18,20 @@ namespace ZTkDb::detail {
 // of its form.
 //
 // A form is learnt, the second time it comes, from two runs of the full
-// adaptation: the statement as
-// it came, and the same statement with each plain literal replaced by a
-// distinct stand-in of its kind. Only when both give the same shape, and
-// every value that differs between them is one literal passed through, is
-// the form kept; any other form keeps taking the full path. Recall then
-// fills the learnt values with the statement's own literals.
+// adaptation: the statement as it came, and the same statement with each
+// plain literal replaced by a distinct stand-in of its kind. Only when both
+// give the same shape, and every value that differs between them is one
+// literal passed through, is the form kept; any other form keeps taking the
+// full path. Recall then fills the learnt values with the statement's own
+// literals.
+//
+// A learnt form is also kept as text: its bytes between the literals. A
+// statement that is those bytes with a plain literal of the right kind in
+// each gap is that form without being tokenised again, since no rule of any
+// server's reading lets the bytes around a gap read differently for other
+// digits or another quoted text there. The one rule that looks further (a
+// '#' that might open a date searches for its closing '#') keeps a form
+// with such a '#' out of this shortcut.
 class AdaptationMemo {
  public:
   explicit AdaptationMemo(const AdaptationRules& rules);
@@ -38,10 +47,15 @@ class AdaptationMemo {
   void Clear();
 
  private:
+  struct Recall;
   struct Form;
   class Forms;
-  void Learn(Form& form, const std::string& sql, const std::vector<Token>& tokens,
-             const std::vector<size_t>& literals, const StatementFacts& facts);
+  std::shared_ptr<const Recall> Learn(const std::string& sql, const std::vector<Token>& tokens,
+                                      const std::vector<size_t>& literals,
+                                      const StatementFacts& facts);
+  static bool Matches(const Recall& r, std::string_view sql, std::vector<std::string_view>& texts);
+  static void Fill(const Recall& r, const std::vector<std::string_view>& texts,
+                   StatementFacts& facts);
   const AdaptationRules& rules_;
   std::unique_ptr<Forms> forms_;
 };
