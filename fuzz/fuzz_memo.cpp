@@ -27,7 +27,7 @@ const char* const kStrings[] = {"'x'", "''", "'O''B'", "'1.2.2024'", "'?'", "'\\
 std::string Describe(const StatementFacts& f) {
   std::string out = f.plain_query ? "q|" : "o|";
   if (!f.lifted) return out + "-";
-  out += f.lifted->shape;
+  out += f.lifted->Shape();
   for (const LiftedValue& v : f.lifted->values) {
     out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text + ":" +
            std::to_string(v.year) + "-" + std::to_string(v.month) + "-" + std::to_string(v.day) +

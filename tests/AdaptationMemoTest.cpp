@@ -43,7 +43,7 @@ std::string Fill(const std::string& form, size_t seed) {
 std::string Describe(const StatementFacts& f) {
   std::string out = f.plain_query ? "query|" : "other|";
   if (!f.lifted) return out + "(not lifted)";
-  out += f.lifted->shape;
+  out += f.lifted->Shape();
   for (const LiftedValue& v : f.lifted->values) {
     out += "|" + std::to_string(v.kind) + ":" + std::to_string(v.integer) + ":" + v.text + ":" +
            std::to_string(v.year) + "-" + std::to_string(v.month) + "-" + std::to_string(v.day) +

@@ -9,9 +9,9 @@ QueryDef& RecordStorage::GetQueryDef() {
   return *query_;
 }
 
-void RecordStorage::SetSql(const std::string& /*queryName*/, const std::string& sql) {
+void RecordStorage::SetSql(const std::string& /*queryName*/, std::string sql) {
   recordset_.reset();
-  query_ = std::make_unique<QueryDef>(db_, sql);
+  query_ = std::make_unique<QueryDef>(db_, std::move(sql));
 }
 
 void RecordStorage::OpenRecordset(ResultSize size) {

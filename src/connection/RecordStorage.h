@@ -25,7 +25,7 @@ class RecordStorage {
   // The largest amount (scaled) the engine gives back exactly.
   int64_t LargestAmount() const { return db_->LargestAmount(); }
   // Prepares a temporary statement; the query name is always empty.
-  void SetSql(const std::string& queryName, const std::string& sql);
+  void SetSql(const std::string& queryName, std::string sql);
   // Runs the prepared SELECT and holds its result.
   void OpenRecordset(ResultSize size = ResultSize::kFew);
   // Harmless when nothing is open.

@@ -162,9 +162,9 @@ class Borrowed {
 
 namespace {
 
-constexpr size_t kHeadLimit = 256;
+constexpr size_t kHeadLimit = 64;
 constexpr size_t kHeads = 64;
-constexpr size_t kRecallsPerHead = 8;
+constexpr size_t kRecallsPerHead = 16;
 
 // The statement up to its first quote or digit: where no literal can have
 // started yet. A text that matches a learnt form has the form's head.
@@ -335,7 +335,7 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
     }
   }
   if (!probed || !probed->lifted || probed->plain_query != facts.plain_query ||
-      probed->lifted->shape != facts.lifted->shape ||
+      probed->lifted->Shape() != facts.lifted->Shape() ||
       probed->lifted->values.size() != facts.lifted->values.size()) {
     return nullptr;
   }
@@ -375,7 +375,8 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
     if (n != 1) return nullptr;
   }
   r->plain_query = facts.plain_query;
-  r->lifted = *facts.lifted;
+  r->lifted.values = facts.lifted->values;
+  r->lifted.shared_shape = std::make_shared<const std::string>(facts.lifted->Shape());
   // The form as text, unless some token's end could depend on bytes past
   // a literal: a '#' that did not open a date looked for its closing '#'
   // up to forty bytes on, across whatever literal follows.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,8 +32,13 @@ struct LiftedValue {
 // statement that differs only in those literals, so one prepared statement
 // serves them all.
 struct LiftedStatement {
-  std::string shape;
+  std::string shape;  // as built; read it through Shape()
   std::vector<LiftedValue> values;
+  // A statement recalled from a learnt form shares the form's shape
+  // instead of copying it (`shape` is then empty): it runs to kilobytes
+  // and is the same for every statement of the form.
+  std::shared_ptr<const std::string> shared_shape;
+  const std::string& Shape() const { return shared_shape ? *shared_shape : shape; }
 };
 
 // Which literals an engine may bind instead of sending them as text. A

@@ -3,15 +3,15 @@
 namespace ZTkDb::detail {
 
 QueryDef::QueryDef(std::shared_ptr<Database> db, std::string sql)
-    : db_(std::move(db)), sql_(std::move(sql)) {}
+    : db_(std::move(db)), sql_(std::make_shared<const std::string>(std::move(sql))) {}
 
 void QueryDef::Execute() {
   records_affected_ = 0;
-  records_affected_ = db_->Execute(sql_);
+  records_affected_ = db_->Execute(*sql_);
 }
 
 std::unique_ptr<Recordset> QueryDef::OpenRecordset(ResultSize size) const {
-  auto rows = db_->Query(sql_, size);
+  auto rows = db_->Query(*sql_, size);
   return std::make_unique<Recordset>(db_, sql_, std::move(rows));
 }
 

@@ -15,7 +15,7 @@ class QueryDef {
  public:
   QueryDef(std::shared_ptr<Database> db, std::string sql);
 
-  const std::string& SQL() const { return sql_; }
+  const std::string& SQL() const { return *sql_; }
   void Execute();
   // Rows affected by the last Execute (0 before the first).
   int64_t RecordsAffected() const { return records_affected_; }
@@ -23,7 +23,8 @@ class QueryDef {
 
  private:
   std::shared_ptr<Database> db_;
-  std::string sql_;
+  // Shared with the recordsets it opens: a statement runs to kilobytes.
+  std::shared_ptr<const std::string> sql_;
   int64_t records_affected_ = 0;
 };
 

@@ -11,6 +11,11 @@ constexpr const char* kSource = "DAO.Recordset";
 
 Recordset::Recordset(std::shared_ptr<detail::Database> db, std::string sql,
                      std::shared_ptr<const detail::RowSet> rows)
+    : Recordset(std::move(db), std::make_shared<const std::string>(std::move(sql)),
+                std::move(rows)) {}
+
+Recordset::Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const std::string> sql,
+                     std::shared_ptr<const detail::RowSet> rows)
     : db_(std::move(db)), sql_(std::move(sql)), rows_(std::move(rows)) {
   position_ = rows_->RowCount() > 0 ? 0 : -1;
 }
@@ -65,7 +70,7 @@ std::unique_ptr<Recordset> Recordset::Clone() const {
 }
 
 void Recordset::Requery() {
-  rows_ = db_->Query(sql_);
+  rows_ = db_->Query(*sql_);
   decoded_position_ = -1;
   MoveFirst();
 }

@@ -10,6 +10,19 @@ namespace {
 
 constexpr size_t kChunkSize = size_t{1} << 20;
 constexpr size_t kFirstChunkSize = size_t{1} << 12;
+constexpr size_t kLargestSparePending = size_t{1} << 16;
+
+// The first chunk and the row buffer of the last result dropped on this
+// thread, for the next result built here: a read by key builds and drops a
+// one-row result every call, and two fresh blocks of kilobytes cost the
+// allocator more than reading the row does (a block that size makes it
+// sweep its small free lists first).
+struct Spares {
+  std::unique_ptr<char[]> chunk;  // kFirstChunkSize bytes
+  std::unique_ptr<char[]> pending;
+  size_t pending_capacity = 0;
+};
+thread_local Spares spares;
 
 template <typename T>
 T Get(const char*& p) {
@@ -66,7 +79,26 @@ int32_t RowSet::Columns::IndexOf(const std::string& name) const {
   return it == index_.end() ? -1 : it->second;
 }
 
+RowSet::~RowSet() {
+  Spares& s = spares;
+  if (!s.chunk && !chunks_.empty() && chunk_capacities_.front() == kFirstChunkSize) {
+    s.chunk = std::move(chunks_.front());
+  }
+  if (pending_.data && pending_.capacity <= kLargestSparePending &&
+      pending_.capacity > s.pending_capacity) {
+    s.pending = std::move(pending_.data);
+    s.pending_capacity = pending_.capacity;
+  }
+}
+
 void RowSet::Pending::Grow(size_t n) {
+  Spares& s = spares;
+  if (!data && s.pending && s.pending_capacity >= n) {
+    data = std::move(s.pending);
+    capacity = s.pending_capacity;
+    s.pending_capacity = 0;
+    return;
+  }
   const size_t wanted = std::max(size + n, std::max<size_t>(capacity * 2, 256));
   auto bigger = std::make_unique<char[]>(wanted);
   if (size) std::memcpy(bigger.get(), data.get(), size);
@@ -81,7 +113,11 @@ char* RowSet::Reserve(size_t bytes) {
     // written before it is read.
     const size_t grown = chunks_.empty() ? kFirstChunkSize : std::min(kChunkSize, 2 * chunk_capacity_);
     const size_t capacity = std::max(bytes, grown);
-    chunks_.push_back(std::make_unique_for_overwrite<char[]>(capacity));
+    if (capacity == kFirstChunkSize && spares.chunk) {
+      chunks_.push_back(std::move(spares.chunk));
+    } else {
+      chunks_.push_back(std::make_unique_for_overwrite<char[]>(capacity));
+    }
     chunk_capacities_.push_back(capacity);
     chunk_capacity_ = capacity;
     chunk_used_ = 0;

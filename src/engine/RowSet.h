@@ -47,6 +47,7 @@ class RowSet {
 
   explicit RowSet(std::vector<std::string> names);
   explicit RowSet(std::shared_ptr<const Columns> columns);
+  ~RowSet();
   // The name index views into the names: a RowSet stays where it was built.
   RowSet(const RowSet&) = delete;
   RowSet& operator=(const RowSet&) = delete;

@@ -78,12 +78,12 @@ class RecordCore {
 
   // Opens `sql`; loads its first row without clearing first, or clears the
   // record when nothing is found.
-  void ReadBy(const char* member, const std::string& sql);
+  void ReadBy(const char* member, std::string sql);
   // Runs an INSERT or UPDATE; shows "<class>.<what> fehlgeschlagen. Bitte an
   // TORQ melden!" when it affected no row. Returns the rows affected.
-  int64_t ExecuteChecked(const char* member, const std::string& sql, const char* what);
+  int64_t ExecuteChecked(const char* member, std::string sql, const char* what);
   // Runs a statement without looking at what it affected.
-  void ExecutePlain(const char* member, const std::string& sql);
+  void ExecutePlain(const char* member, std::string sql);
 
  private:
   void ReleaseStorageQuietly() noexcept;

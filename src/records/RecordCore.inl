@@ -114,9 +114,9 @@ void RecordCore<Fields>::ReadFromRecordset(Recordset& rs) {
 }
 
 template <typename Fields>
-void RecordCore<Fields>::ReadBy(const char* member, const std::string& sql) {
+void RecordCore<Fields>::ReadBy(const char* member, std::string sql) {
   RecordStorage& storage = Storage(member);
-  storage.SetSql("", sql);
+  storage.SetSql("", std::move(sql));
   storage.OpenRecordset();
   Recordset& rs = *storage.GetRecordset();
   if (rs.RecordCount() >= 1) {
@@ -129,10 +129,10 @@ void RecordCore<Fields>::ReadBy(const char* member, const std::string& sql) {
 }
 
 template <typename Fields>
-int64_t RecordCore<Fields>::ExecuteChecked(const char* member, const std::string& sql,
+int64_t RecordCore<Fields>::ExecuteChecked(const char* member, std::string sql,
                                            const char* what) {
   RecordStorage& storage = Storage(member);
-  storage.SetSql("", sql);
+  storage.SetSql("", std::move(sql));
   storage.GetQueryDef().Execute();
   const int64_t affected = storage.GetQueryDef().RecordsAffected();
   if (affected == 0) ShowWriteFailed(class_name_, what);
@@ -140,9 +140,9 @@ int64_t RecordCore<Fields>::ExecuteChecked(const char* member, const std::string
 }
 
 template <typename Fields>
-void RecordCore<Fields>::ExecutePlain(const char* member, const std::string& sql) {
+void RecordCore<Fields>::ExecutePlain(const char* member, std::string sql) {
   RecordStorage& storage = Storage(member);
-  storage.SetSql("", sql);
+  storage.SetSql("", std::move(sql));
   storage.GetQueryDef().Execute();
 }
 

@@ -67,9 +67,10 @@ class TableRecord {
     sql.Replace("#Tabelle#", statements_.table);
     return sql;
   }
+  // Takes the filled text out of `sql`, which is spent.
   std::string Text(SqlTemplate& sql) const {
     if (statements_.detail_table) sql.Replace("#DetailTabelle#", statements_.detail_table);
-    return sql.Text();
+    return std::move(sql).Text();
   }
 
   // Clears the record, inserts `row` under a fresh UId (a box when nothing

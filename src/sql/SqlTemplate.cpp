@@ -22,7 +22,7 @@ constexpr NameChars kNameChars;
 bool IsNameChar(char c) { return kNameChars.is[static_cast<unsigned char>(c)]; }
 
 // "#name#" at `at`; gives the position after it, or 0 when there is none.
-size_t PlaceholderEnd(const std::string& text, size_t at) {
+size_t PlaceholderEnd(std::string_view text, size_t at) {
   size_t j = at + 1;
   while (j < text.size() && IsNameChar(text[j])) ++j;
   return j > at + 1 && j < text.size() && text[j] == '#' ? j + 1 : 0;
@@ -68,20 +68,33 @@ void SqlTemplate::ReplaceAll(std::string& text, std::string_view placeholder,
   text = std::move(out);
 }
 
+void SqlTemplate::TakeConstant() const {
+  if (!pending_constant_) return;
+  text_.assign(constant_);
+  pending_constant_ = false;
+}
+
 SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view value) {
   if (placeholder.empty()) return *this;
   if (!stepwise_ && value.find('#') == std::string_view::npos && IsPlainPlaceholder(placeholder)) {
+    // A read has a few steps, an update some forty: room for a read's at once.
+    if (pending_.empty()) pending_.reserve(8);
     pending_.emplace_back(placeholder, value);
     return *this;
   }
   Flush();
+  TakeConstant();
   stepwise_ = true;
   ReplaceAll(text_, placeholder, value);
   return *this;
 }
 
 void SqlTemplate::Flush() const {
-  if (pending_.empty()) return;
+  if (pending_.empty()) {
+    TakeConstant();
+    return;
+  }
+  const std::string_view text = Current();
   // One pass: each placeholder of the text takes the value of the first step
   // that named it (a later step with the same name would find nothing). An
   // update fills some forty names at eighty places: the steps are found by
@@ -137,20 +150,21 @@ void SqlTemplate::Flush() const {
   Filled filledInPlace[kFilledInPlace];
   std::vector<Filled> filledMore;
   size_t filled = 0;
-  size_t size = text_.size();
-  for (size_t i = text_.find('#'); i != std::string::npos; i = text_.find('#', i)) {
-    const size_t end = PlaceholderEnd(text_, i);
+  size_t size = text.size();
+  for (size_t i = text.find('#'); i != std::string_view::npos; i = text.find('#', i)) {
+    const size_t end = PlaceholderEnd(text, i);
     const bool clear =
-        end != 0 && (i == 0 || (!IsNameChar(text_[i - 1]) && text_[i - 1] != '#')) &&
-        (end == text_.size() || (!IsNameChar(text_[end]) && text_[end] != '#'));
+        end != 0 && (i == 0 || (!IsNameChar(text[i - 1]) && text[i - 1] != '#')) &&
+        (end == text.size() || (!IsNameChar(text[end]) && text[end] != '#'));
     if (!clear) {
       // Placeholders that touch one another or the text around them: step
       // by step, as the steps were asked for.
+      TakeConstant();
       for (const auto& [placeholder, value] : pending_) ReplaceAll(text_, placeholder, value);
       pending_.clear();
       return;
     }
-    if (const std::string* value = find(std::string_view(text_.data() + i, end - i))) {
+    if (const std::string* value = find(text.substr(i, end - i))) {
       size = size - (end - i) + value->size();
       const Filled f{i, end, value};
       if (filled < kFilledInPlace) {
@@ -168,12 +182,13 @@ void SqlTemplate::Flush() const {
   size_t from = 0;
   for (size_t n = 0; n < filled; ++n) {
     const Filled& f = n < kFilledInPlace ? filledInPlace[n] : filledMore[n - kFilledInPlace];
-    out.append(text_, from, f.at - from);
+    out.append(text.substr(from, f.at - from));
     out.append(*f.value);
     from = f.end;
   }
-  out.append(text_, from, std::string::npos);
+  out.append(text.substr(from));
   text_ = std::move(out);
+  pending_constant_ = false;
   pending_.clear();
 }
 

@@ -28,6 +28,10 @@ class SqlTemplate {
   static constexpr size_t kMaxText = size_t{16} << 20;
 
   explicit SqlTemplate(std::string text) : text_(std::move(text)) {}
+  // A template given as a C string (the statements are constants of the
+  // program) is read where it stands until a step has to edit it; it must
+  // outlive the template.
+  explicit SqlTemplate(const char* constant) : constant_(constant), pending_constant_(true) {}
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
   const std::string& Text() const& {
@@ -41,10 +45,15 @@ class SqlTemplate {
 
  private:
   void Flush() const;
+  // The text as it stands: the constant until the first edit.
+  std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
+  void TakeConstant() const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
   [[noreturn]] static void RaiseTooLarge();
 
   mutable std::string text_;
+  const char* constant_ = nullptr;
+  mutable bool pending_constant_ = false;
   mutable std::vector<std::pair<std::string, std::string>> pending_;
   bool stepwise_ = false;
 };

@@ -260,7 +260,7 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
   const std::string text = Read(sql, facts);
   // A statement recalled from the memo comes without its text; its shape
   // starts with the same word (a literal is never a statement's keyword).
-  if (StartsWithWord(facts.lifted ? facts.lifted->shape : text, "SELECT")) {
+  if (StartsWithWord(facts.lifted ? facts.lifted->Shape() : text, "SELECT")) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
   if (read_only_) RaiseReadOnly(kSource);

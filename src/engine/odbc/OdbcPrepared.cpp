@@ -30,7 +30,7 @@ char TypeLetter(LiftedValue::Kind kind) {
 // prepared statement's parameters once. A Null counts as the type it is
 // bound with.
 std::string KeyOf(const LiftedStatement& lifted) {
-  std::string key = lifted.shape;
+  std::string key = lifted.Shape();
   key += '\x01';
   for (const LiftedValue& v : lifted.values) {
     if (v.kind == LiftedValue::kInteger && (v.integer > INT32_MAX || v.integer < INT32_MIN)) {
@@ -103,7 +103,7 @@ OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted)
   const std::string key = KeyOf(lifted);
   if (Prepared* found = statements_->Find(key)) return *found;
   static std::atomic<uint64_t> serials{0};
-  return statements_->Insert(key, Prepared{PrepareText(lifted.shape), nullptr, {}, ++serials});
+  return statements_->Insert(key, Prepared{PrepareText(lifted.Shape()), nullptr, {}, ++serials});
 }
 
 bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {

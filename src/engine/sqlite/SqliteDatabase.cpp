@@ -214,10 +214,11 @@ SqliteDatabase::~SqliteDatabase() = default;
 
 SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
   sqlite3* db = Handle();
-  Prepared* p = statements_->Find(lifted.shape);
+  const std::string& shape = lifted.Shape();
+  Prepared* p = statements_->Find(shape);
   if (!p) {
-    Prepared fresh{Prepare(db, lifted.shape, true), {}, {}};
-    p = &statements_->Insert(lifted.shape, std::move(fresh));
+    Prepared fresh{Prepare(db, shape, true), {}, {}};
+    p = &statements_->Insert(shape, std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
   int k = 1;
