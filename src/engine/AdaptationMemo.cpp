@@ -242,9 +242,32 @@ void AdaptationMemo::Clear() {
 
 void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& texts,
                           StatementFacts& facts) {
-  LiftedStatement lifted = r.lifted;
-  for (size_t k = 0; k < texts.size(); ++k) {
-    LiftedValue& v = lifted.values[r.slots[k].value];
+  // The learnt values are copied but for the texts the literals replace.
+  LiftedStatement& lifted = facts.lifted.emplace();
+  lifted.shared_shape = r.lifted.shared_shape;
+  thread_local std::vector<int32_t> slotOf;
+  slotOf.assign(r.lifted.values.size(), -1);
+  for (size_t k = 0; k < texts.size(); ++k) slotOf[r.slots[k].value] = static_cast<int32_t>(k);
+  lifted.values.reserve(r.lifted.values.size());
+  for (size_t i = 0; i < r.lifted.values.size(); ++i) {
+    const LiftedValue& learnt = r.lifted.values[i];
+    if (slotOf[i] < 0) {
+      lifted.values.push_back(learnt);
+      continue;
+    }
+    const size_t k = static_cast<size_t>(slotOf[i]);
+    // Everything but the text, which the literal gives.
+    LiftedValue& v = lifted.values.emplace_back();
+    v.kind = learnt.kind;
+    v.number = learnt.number;
+    v.null_as = learnt.null_as;
+    v.integer = learnt.integer;
+    v.year = learnt.year;
+    v.month = learnt.month;
+    v.day = learnt.day;
+    v.hour = learnt.hour;
+    v.minute = learnt.minute;
+    v.second = learnt.second;
     if (v.kind == LiftedValue::kInteger) {
       const int64_t n = IntegerOf(texts[k]);
       v.integer = r.slots[k].negate ? -n : n;
@@ -253,7 +276,6 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
     }
   }
   facts.plain_query = r.plain_query;
-  facts.lifted = std::move(lifted);
 }
 
 std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts) {

@@ -478,13 +478,18 @@ void Tokenize(std::string_view sql, const Lexicon& lexicon, std::vector<Token>& 
 }
 
 std::string StringValue(const Token& t) {
-  std::string out;
   std::string_view body = t.text.substr(t.text.find('\'') + 1);
   if (!body.empty() && body.back() == '\'') body.remove_suffix(1);
-  for (size_t i = 0; i < body.size(); ++i) {
-    out += body[i];
-    if (body[i] == '\'' && i + 1 < body.size() && body[i + 1] == '\'') ++i;
+  // Runs between quotes copied whole: an update's values come this way.
+  std::string out;
+  out.reserve(body.size());
+  size_t from = 0;
+  for (size_t q = body.find('\''); q != std::string_view::npos; q = body.find('\'', from)) {
+    out.append(body.substr(from, q + 1 - from));
+    from = q + 1;
+    if (from < body.size() && body[from] == '\'') ++from;
   }
+  out.append(body.substr(from));
   return out;
 }
 

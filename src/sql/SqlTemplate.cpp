@@ -36,6 +36,19 @@ bool IsPlainPlaceholder(std::string_view p) {
   return true;
 }
 
+// Whether `value` holds a placeholder's form, "#name#": only then can a
+// later step find anything in it. A '#' at a value's edge cannot join the
+// text around it into one, since a placeholder filled in one pass stands
+// clear of name characters and '#' on both sides (Flush checks that).
+bool HoldsPlaceholder(std::string_view value) {
+  for (size_t i = value.find('#'); i != std::string_view::npos; i = value.find('#', i + 1)) {
+    size_t j = i + 1;
+    while (j < value.size() && IsNameChar(value[j])) ++j;
+    if (j > i + 1 && j < value.size() && value[j] == '#') return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void SqlTemplate::RaiseTooLarge() {
@@ -76,7 +89,7 @@ void SqlTemplate::TakeConstant() const {
 
 SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view value) {
   if (placeholder.empty()) return *this;
-  if (!stepwise_ && value.find('#') == std::string_view::npos && IsPlainPlaceholder(placeholder)) {
+  if (!stepwise_ && !HoldsPlaceholder(value) && IsPlainPlaceholder(placeholder)) {
     // A read has a few steps, an update some forty: room for a read's at once.
     if (pending_.empty()) pending_.reserve(8);
     pending_.emplace_back(placeholder, value);

@@ -14,10 +14,11 @@ namespace ZTkDb::detail {
 //
 // The usual template fills forty placeholders of a two-kilobyte text; doing
 // each step as a pass over the text costs more than the engine's own work.
-// So while no inserted value holds a '#' and the template's placeholders
-// stand clear of one another, the steps are collected and done in one pass,
-// which gives the same text; the first value with a '#' turns every step
-// back into a pass of its own.
+// So while no inserted value holds a placeholder's form (#name#; a date
+// such as #11/22/2026# is none) and the template's placeholders stand clear
+// of one another, the steps are collected and done in one pass, which gives
+// the same text; the first value with one turns every step back into a pass
+// of its own.
 //
 // A filled text never grows past kMaxText: a step that would take it there
 // raises error 7 (Out of memory) before it takes the memory, and nothing is
