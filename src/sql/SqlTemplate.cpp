@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "runtime/Raise.h"
 
@@ -90,9 +91,17 @@ void SqlTemplate::TakeConstant() const {
 SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view value) {
   if (placeholder.empty()) return *this;
   if (!stepwise_ && !HoldsPlaceholder(value) && IsPlainPlaceholder(placeholder)) {
-    // A read has a few steps, an update some forty: room for a read's at once.
-    if (pending_.empty()) pending_.reserve(8);
-    pending_.emplace_back(placeholder, value);
+    // Names and values side by side in one buffer: an update collects some
+    // forty steps, and a pair of strings per step cost more than filling.
+    if (steps_.empty()) {
+      steps_.reserve(8);
+      arena_.reserve(128);
+    }
+    const auto at = static_cast<uint32_t>(arena_.size());
+    arena_.append(placeholder);
+    arena_.append(value);
+    steps_.push_back({at, static_cast<uint32_t>(placeholder.size()),
+                      static_cast<uint32_t>(value.size())});
     return *this;
   }
   Flush();
@@ -102,23 +111,104 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
   return *this;
 }
 
+namespace {
+
+// A placeholder's name hashed from its length and its first and last eight
+// bytes: names differ there, and every place and step asks.
+uint32_t NameHash(std::string_view name) {
+  uint64_t a = 0, b = 0;
+  if (name.size() >= 8) {
+    std::memcpy(&a, name.data(), 8);
+    std::memcpy(&b, name.data() + name.size() - 8, 8);
+  } else {
+    std::memcpy(&a, name.data(), name.size());
+  }
+  uint64_t h = (a * 0x9E3779B97F4A7C15ull) ^ (b * 0xC2B2AE3D27D4EB4Full) ^ name.size();
+  return static_cast<uint32_t>(h ^ (h >> 29));
+}
+
+// Where a template's placeholders stand, each with its name's hash; `clear`
+// when every one stands clear of the text around it (otherwise the steps
+// are done one by one).
+struct Places {
+  struct Place {
+    uint32_t at, end, hash;
+  };
+  std::vector<Place> places;
+  bool clear = true;
+};
+
+void FindPlaces(std::string_view text, Places& out) {
+  out.places.clear();
+  out.clear = true;
+  for (size_t i = text.find('#'); i != std::string_view::npos; i = text.find('#', i)) {
+    const size_t end = PlaceholderEnd(text, i);
+    const bool clear =
+        end != 0 && (i == 0 || (!IsNameChar(text[i - 1]) && text[i - 1] != '#')) &&
+        (end == text.size() || (!IsNameChar(text[end]) && text[end] != '#'));
+    if (!clear) {
+      out.clear = false;
+      return;
+    }
+    out.places.push_back({static_cast<uint32_t>(i), static_cast<uint32_t>(end),
+                          NameHash(text.substr(i, end - i))});
+    i = end;
+  }
+}
+
+// The places of the constant templates this thread filled last, checked
+// against the text itself (a constant is usually a literal of the program,
+// but nothing stops a caller from reusing a buffer).
+const Places& PlacesOf(const char* constant, std::string_view text) {
+  struct Known {
+    const char* constant = nullptr;
+    std::string text;
+    Places places;
+  };
+  constexpr size_t kKnown = 32;
+  thread_local Known known[kKnown];
+  Known& k = known[(reinterpret_cast<uintptr_t>(constant) >> 4) % kKnown];
+  if (k.constant != constant || k.text != text) {
+    k.constant = constant;
+    k.text.assign(text);
+    FindPlaces(text, k.places);
+  }
+  return k.places;
+}
+
+}  // namespace
+
 void SqlTemplate::Flush() const {
-  if (pending_.empty()) {
+  if (steps_.empty()) {
     TakeConstant();
     return;
   }
   const std::string_view text = Current();
+  const auto nameOf = [this](const Step& step) {
+    return std::string_view(arena_).substr(step.at, step.name_size);
+  };
+  const auto valueOf = [this](const Step& step) {
+    return std::string_view(arena_).substr(step.at + step.name_size, step.value_size);
+  };
+  Places local;
+  if (!pending_constant_) FindPlaces(text, local);
+  const Places& found = pending_constant_ ? PlacesOf(constant_, text) : local;
+  if (!found.clear) {
+    // Placeholders that touch one another or the text around them: step
+    // by step, as the steps were asked for.
+    TakeConstant();
+    for (const Step& step : steps_) ReplaceAll(text_, nameOf(step), valueOf(step));
+    steps_.clear();
+    arena_.clear();
+    return;
+  }
   // One pass: each placeholder of the text takes the value of the first step
-  // that named it (a later step with the same name would find nothing). An
-  // update fills some forty names at eighty places: the steps are found by
-  // name in a small open-addressed table that keeps the first of a name, on
-  // the stack for any usual number of steps; a read's few steps are simply
-  // compared in order.
-  constexpr size_t kInPlace = 128;
-  constexpr size_t kCompared = 8;
-  const bool hashed = pending_.size() > kCompared;
-  size_t slots = hashed ? 16 : 1;
-  while (hashed && slots < pending_.size() * 2) slots *= 2;
+  // that named it (a later step with the same name would find nothing). The
+  // steps are found by name in a small open-addressed table that keeps the
+  // first of a name, on the stack for any usual number of steps.
+  constexpr size_t kInPlace = 256;
+  size_t slots = 16;
+  while (slots < steps_.size() * 2) slots *= 2;
   int32_t inPlace[kInPlace];
   std::vector<int32_t> onHeap;
   int32_t* table = inPlace;
@@ -127,82 +217,56 @@ void SqlTemplate::Flush() const {
     table = onHeap.data();
   }
   std::fill(table, table + slots, -1);
-  const auto home = [slots](std::string_view name) {
-    uint32_t h = 2166136261u;
-    for (char c : name) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
-    return h & (slots - 1);
-  };
-  for (size_t k = 0; hashed && k < pending_.size(); ++k) {
-    const std::string& name = pending_[k].first;
-    size_t at = home(name);
-    while (table[at] >= 0 && pending_[static_cast<size_t>(table[at])].first != name) {
+  for (size_t k = 0; k < steps_.size(); ++k) {
+    const std::string_view name = nameOf(steps_[k]);
+    size_t at = NameHash(name) & (slots - 1);
+    while (table[at] >= 0 && nameOf(steps_[static_cast<size_t>(table[at])]) != name) {
       at = (at + 1) & (slots - 1);
     }
     if (table[at] < 0) table[at] = static_cast<int32_t>(k);
   }
-  const auto find = [&](std::string_view name) -> const std::string* {
-    if (!hashed) {
-      for (const auto& step : pending_) {
-        if (step.first == name) return &step.second;
-      }
-      return nullptr;
-    }
-    for (size_t at = home(name); table[at] >= 0; at = (at + 1) & (slots - 1)) {
-      const auto& step = pending_[static_cast<size_t>(table[at])];
-      if (step.first == name) return &step.second;
-    }
-    return nullptr;
-  };
-  // First the check, the places and the size, then the text: nothing is
-  // taken before the size is known to be allowed.
-  struct Filled {
-    size_t at, end;
-    const std::string* value;
-  };
+  // First the places and the size, then the text: nothing is taken before
+  // the size is known to be allowed.
   constexpr size_t kFilledInPlace = 128;
-  Filled filledInPlace[kFilledInPlace];
-  std::vector<Filled> filledMore;
-  size_t filled = 0;
+  const Step* filledInPlace[kFilledInPlace];
+  std::vector<const Step*> filledMore;
+  const size_t places = found.places.size();
+  if (places > kFilledInPlace) filledMore.resize(places - kFilledInPlace);
+  const auto filledAt = [&](size_t n) -> const Step*& {
+    return n < kFilledInPlace ? filledInPlace[n] : filledMore[n - kFilledInPlace];
+  };
   size_t size = text.size();
-  for (size_t i = text.find('#'); i != std::string_view::npos; i = text.find('#', i)) {
-    const size_t end = PlaceholderEnd(text, i);
-    const bool clear =
-        end != 0 && (i == 0 || (!IsNameChar(text[i - 1]) && text[i - 1] != '#')) &&
-        (end == text.size() || (!IsNameChar(text[end]) && text[end] != '#'));
-    if (!clear) {
-      // Placeholders that touch one another or the text around them: step
-      // by step, as the steps were asked for.
-      TakeConstant();
-      for (const auto& [placeholder, value] : pending_) ReplaceAll(text_, placeholder, value);
-      pending_.clear();
-      return;
-    }
-    if (const std::string* value = find(text.substr(i, end - i))) {
-      size = size - (end - i) + value->size();
-      const Filled f{i, end, value};
-      if (filled < kFilledInPlace) {
-        filledInPlace[filled] = f;
-      } else {
-        filledMore.push_back(f);
+  for (size_t n = 0; n < places; ++n) {
+    const Places::Place& place = found.places[n];
+    const std::string_view name = text.substr(place.at, place.end - place.at);
+    const Step* step = nullptr;
+    for (size_t at = place.hash & (slots - 1); table[at] >= 0; at = (at + 1) & (slots - 1)) {
+      const Step& candidate = steps_[static_cast<size_t>(table[at])];
+      if (nameOf(candidate) == name) {
+        step = &candidate;
+        size = size - name.size() + candidate.value_size;
+        break;
       }
-      ++filled;
     }
-    i = end;
+    filledAt(n) = step;
   }
   if (size > kMaxText) RaiseTooLarge();
   std::string out;
   out.reserve(size);
   size_t from = 0;
-  for (size_t n = 0; n < filled; ++n) {
-    const Filled& f = n < kFilledInPlace ? filledInPlace[n] : filledMore[n - kFilledInPlace];
-    out.append(text.substr(from, f.at - from));
-    out.append(*f.value);
-    from = f.end;
+  for (size_t n = 0; n < places; ++n) {
+    const Step* step = filledAt(n);
+    if (!step) continue;
+    const Places::Place& place = found.places[n];
+    out.append(text.substr(from, place.at - from));
+    out.append(valueOf(*step));
+    from = place.end;
   }
   out.append(text.substr(from));
   text_ = std::move(out);
   pending_constant_ = false;
-  pending_.clear();
+  steps_.clear();
+  arena_.clear();
 }
 
 }  // namespace ZTkDb::detail

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -55,7 +56,12 @@ class SqlTemplate {
   mutable std::string text_;
   const char* constant_ = nullptr;
   mutable bool pending_constant_ = false;
-  mutable std::vector<std::pair<std::string, std::string>> pending_;
+  // Collected steps: a name and its value, side by side in `arena_`.
+  struct Step {
+    uint32_t at, name_size, value_size;
+  };
+  mutable std::string arena_;
+  mutable std::vector<Step> steps_;
   bool stepwise_ = false;
 };
 
