@@ -127,20 +127,32 @@ uint32_t NameHash(std::string_view name) {
   return static_cast<uint32_t>(h ^ (h >> 29));
 }
 
+}  // namespace
+
 // Where a template's placeholders stand, each with its name's hash; `clear`
 // when every one stands clear of the text around it (otherwise the steps
-// are done one by one).
-struct Places {
+// are done one by one). With them, which step filled each place the last
+// time, and the names of that time's steps: the same steps in the same
+// order fill the same places.
+struct TemplatePlaces {
   struct Place {
     uint32_t at, end, hash;
   };
   std::vector<Place> places;
   bool clear = true;
+  std::string step_names;
+  std::vector<uint32_t> step_name_ends;
+  std::vector<int32_t> step_of_place;
 };
 
-void FindPlaces(std::string_view text, Places& out) {
+namespace {
+
+void FindPlaces(std::string_view text, TemplatePlaces& out) {
   out.places.clear();
   out.clear = true;
+  out.step_names.clear();
+  out.step_name_ends.clear();
+  out.step_of_place.clear();
   for (size_t i = text.find('#'); i != std::string_view::npos; i = text.find('#', i)) {
     const size_t end = PlaceholderEnd(text, i);
     const bool clear =
@@ -159,11 +171,11 @@ void FindPlaces(std::string_view text, Places& out) {
 // The places of the constant templates this thread filled last, checked
 // against the text itself (a constant is usually a literal of the program,
 // but nothing stops a caller from reusing a buffer).
-const Places& PlacesOf(const char* constant, std::string_view text) {
+TemplatePlaces& PlacesOf(const char* constant, std::string_view text) {
   struct Known {
     const char* constant = nullptr;
     std::string text;
-    Places places;
+    TemplatePlaces places;
   };
   constexpr size_t kKnown = 32;
   thread_local Known known[kKnown];
@@ -190,9 +202,9 @@ void SqlTemplate::Flush() const {
   const auto valueOf = [this](const Step& step) {
     return std::string_view(arena_).substr(step.at + step.name_size, step.value_size);
   };
-  Places local;
+  TemplatePlaces local;
   if (!pending_constant_) FindPlaces(text, local);
-  const Places& found = pending_constant_ ? PlacesOf(constant_, text) : local;
+  TemplatePlaces& found = pending_constant_ ? PlacesOf(constant_, text) : local;
   if (!found.clear) {
     // Placeholders that touch one another or the text around them: step
     // by step, as the steps were asked for.
@@ -202,10 +214,55 @@ void SqlTemplate::Flush() const {
     arena_.clear();
     return;
   }
-  // One pass: each placeholder of the text takes the value of the first step
-  // that named it (a later step with the same name would find nothing). The
-  // steps are found by name in a small open-addressed table that keeps the
-  // first of a name, on the stack for any usual number of steps.
+  const size_t places = found.places.size();
+  bool same = found.step_name_ends.size() == steps_.size();
+  for (size_t k = 0, from = 0; same && k < steps_.size(); from = found.step_name_ends[k++]) {
+    same = std::string_view(found.step_names).substr(from, found.step_name_ends[k] - from) ==
+           nameOf(steps_[k]);
+  }
+  if (!same) MatchSteps(text, found);
+  // First the size, then the text: nothing is taken before the size is
+  // known to be allowed.
+  size_t size = text.size();
+  for (size_t n = 0; n < places; ++n) {
+    const int32_t k = found.step_of_place[n];
+    if (k < 0) continue;
+    const TemplatePlaces::Place& place = found.places[n];
+    size = size - (place.end - place.at) + steps_[static_cast<size_t>(k)].value_size;
+  }
+  if (size > kMaxText) RaiseTooLarge();
+  std::string out;
+  out.resize(size);
+  char* w = out.data();
+  const auto put = [&w](std::string_view piece) {
+    std::memcpy(w, piece.data(), piece.size());
+    w += piece.size();
+  };
+  size_t from = 0;
+  for (size_t n = 0; n < places; ++n) {
+    const int32_t k = found.step_of_place[n];
+    if (k < 0) continue;
+    const TemplatePlaces::Place& place = found.places[n];
+    put(text.substr(from, place.at - from));
+    put(valueOf(steps_[static_cast<size_t>(k)]));
+    from = place.end;
+  }
+  put(text.substr(from));
+  text_ = std::move(out);
+  pending_constant_ = false;
+  steps_.clear();
+  arena_.clear();
+}
+
+// Which step fills each place of `found`: each placeholder takes the value
+// of the first step that named it (a later step with the same name would
+// find nothing). The steps are found by name in a small open-addressed
+// table that keeps the first of a name, on the stack for any usual number
+// of steps.
+void SqlTemplate::MatchSteps(std::string_view text, TemplatePlaces& found) const {
+  const auto nameOf = [this](const Step& step) {
+    return std::string_view(arena_).substr(step.at, step.name_size);
+  };
   constexpr size_t kInPlace = 256;
   size_t slots = 16;
   while (slots < steps_.size() * 2) slots *= 2;
@@ -217,56 +274,29 @@ void SqlTemplate::Flush() const {
     table = onHeap.data();
   }
   std::fill(table, table + slots, -1);
+  found.step_names.clear();
+  found.step_name_ends.clear();
   for (size_t k = 0; k < steps_.size(); ++k) {
     const std::string_view name = nameOf(steps_[k]);
+    found.step_names.append(name);
+    found.step_name_ends.push_back(static_cast<uint32_t>(found.step_names.size()));
     size_t at = NameHash(name) & (slots - 1);
     while (table[at] >= 0 && nameOf(steps_[static_cast<size_t>(table[at])]) != name) {
       at = (at + 1) & (slots - 1);
     }
     if (table[at] < 0) table[at] = static_cast<int32_t>(k);
   }
-  // First the places and the size, then the text: nothing is taken before
-  // the size is known to be allowed.
-  constexpr size_t kFilledInPlace = 128;
-  const Step* filledInPlace[kFilledInPlace];
-  std::vector<const Step*> filledMore;
-  const size_t places = found.places.size();
-  if (places > kFilledInPlace) filledMore.resize(places - kFilledInPlace);
-  const auto filledAt = [&](size_t n) -> const Step*& {
-    return n < kFilledInPlace ? filledInPlace[n] : filledMore[n - kFilledInPlace];
-  };
-  size_t size = text.size();
-  for (size_t n = 0; n < places; ++n) {
-    const Places::Place& place = found.places[n];
+  found.step_of_place.assign(found.places.size(), -1);
+  for (size_t n = 0; n < found.places.size(); ++n) {
+    const TemplatePlaces::Place& place = found.places[n];
     const std::string_view name = text.substr(place.at, place.end - place.at);
-    const Step* step = nullptr;
     for (size_t at = place.hash & (slots - 1); table[at] >= 0; at = (at + 1) & (slots - 1)) {
-      const Step& candidate = steps_[static_cast<size_t>(table[at])];
-      if (nameOf(candidate) == name) {
-        step = &candidate;
-        size = size - name.size() + candidate.value_size;
+      if (nameOf(steps_[static_cast<size_t>(table[at])]) == name) {
+        found.step_of_place[n] = table[at];
         break;
       }
     }
-    filledAt(n) = step;
   }
-  if (size > kMaxText) RaiseTooLarge();
-  std::string out;
-  out.reserve(size);
-  size_t from = 0;
-  for (size_t n = 0; n < places; ++n) {
-    const Step* step = filledAt(n);
-    if (!step) continue;
-    const Places::Place& place = found.places[n];
-    out.append(text.substr(from, place.at - from));
-    out.append(valueOf(*step));
-    from = place.end;
-  }
-  out.append(text.substr(from));
-  text_ = std::move(out);
-  pending_constant_ = false;
-  steps_.clear();
-  arena_.clear();
 }
 
 }  // namespace ZTkDb::detail

@@ -8,6 +8,8 @@
 
 namespace ZTkDb::detail {
 
+struct TemplatePlaces;
+
 // A statement text with placeholders (a name between two '#'), filled by
 // successive case-sensitive replace-all steps. Each step scans the whole text
 // as it stands, so a value holding a later placeholder's name is replaced by
@@ -50,6 +52,7 @@ class SqlTemplate {
   // The text as it stands: the constant until the first edit.
   std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
   void TakeConstant() const;
+  void MatchSteps(std::string_view text, TemplatePlaces& found) const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
   [[noreturn]] static void RaiseTooLarge();
 
