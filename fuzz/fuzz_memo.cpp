@@ -43,7 +43,10 @@ std::string Read(const std::string& sql, const AdaptationRules& rules, Adaptatio
     StatementFacts facts;
     const std::string text = memo ? memo->Adapt(sql, facts) : AdaptStatement(sql, rules, &facts);
     (void)text;
-    return Describe(facts);
+    std::string described = Describe(facts);
+    // As the engine does: the values go back and serve the next recall.
+    if (memo && facts.lifted) AdaptationMemo::GiveBack(std::move(facts.lifted->values));
+    return described;
   } catch (const Error& e) {
     return "error " + std::to_string(e.Number());
   }

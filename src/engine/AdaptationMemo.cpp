@@ -240,6 +240,14 @@ void AdaptationMemo::Clear() {
   forms_->by_head.clear();
 }
 
+namespace {
+thread_local std::vector<LiftedValue> spareValues;
+}  // namespace
+
+void AdaptationMemo::GiveBack(std::vector<LiftedValue>&& values) {
+  if (values.capacity() > spareValues.capacity()) spareValues = std::move(values);
+}
+
 void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& texts,
                           StatementFacts& facts) {
   // The learnt values are copied but for the texts the literals replace.
@@ -248,16 +256,17 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
   thread_local std::vector<int32_t> slotOf;
   slotOf.assign(r.lifted.values.size(), -1);
   for (size_t k = 0; k < texts.size(); ++k) slotOf[r.slots[k].value] = static_cast<int32_t>(k);
-  lifted.values.reserve(r.lifted.values.size());
+  lifted.values = std::move(spareValues);
+  lifted.values.resize(r.lifted.values.size());
   for (size_t i = 0; i < r.lifted.values.size(); ++i) {
     const LiftedValue& learnt = r.lifted.values[i];
+    LiftedValue& v = lifted.values[i];
     if (slotOf[i] < 0) {
-      lifted.values.push_back(learnt);
+      v = learnt;
       continue;
     }
     const size_t k = static_cast<size_t>(slotOf[i]);
     // Everything but the text, which the literal gives.
-    LiftedValue& v = lifted.values.emplace_back();
     v.kind = learnt.kind;
     v.number = learnt.number;
     v.null_as = learnt.null_as;
@@ -271,8 +280,9 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
     if (v.kind == LiftedValue::kInteger) {
       const int64_t n = IntegerOf(texts[k]);
       v.integer = r.slots[k].negate ? -n : n;
+      v.text.assign(learnt.text);
     } else {
-      v.text = StringValue(Token{TokenKind::kString, texts[k]});
+      StringValueInto(Token{TokenKind::kString, texts[k]}, v.text);
     }
   }
   facts.plain_query = r.plain_query;

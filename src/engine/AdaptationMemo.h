@@ -45,6 +45,9 @@ class AdaptationMemo {
   std::string Adapt(const std::string& sql, StatementFacts& facts);
   // Forms depend on the schema (which columns hold dates).
   void Clear();
+  // Values of a recalled statement the engine is done with, kept (per
+  // thread) so that the next recall fills their strings in place.
+  static void GiveBack(std::vector<LiftedValue>&& values);
 
  private:
   struct Recall;

@@ -478,10 +478,16 @@ void Tokenize(std::string_view sql, const Lexicon& lexicon, std::vector<Token>& 
 }
 
 std::string StringValue(const Token& t) {
+  std::string out;
+  StringValueInto(t, out);
+  return out;
+}
+
+void StringValueInto(const Token& t, std::string& out) {
   std::string_view body = t.text.substr(t.text.find('\'') + 1);
   if (!body.empty() && body.back() == '\'') body.remove_suffix(1);
   // Runs between quotes copied whole: an update's values come this way.
-  std::string out;
+  out.clear();
   out.reserve(body.size());
   size_t from = 0;
   for (size_t q = body.find('\''); q != std::string_view::npos; q = body.find('\'', from)) {
@@ -490,7 +496,6 @@ std::string StringValue(const Token& t) {
     if (from < body.size() && body[from] == '\'') ++from;
   }
   out.append(body.substr(from));
-  return out;
 }
 
 std::string ColumnName(const Token& t, std::string* qualifier) {

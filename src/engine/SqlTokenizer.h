@@ -161,6 +161,8 @@ inline bool IsKeyword(const Token& t, std::string_view keyword) {
 // The contents of a plain '...' string token without its quotes and with ''
 // undone (a prefixed string's text is given as it stands after its prefix).
 std::string StringValue(const Token& t);
+// The same into `out`, whose memory is reused.
+void StringValueInto(const Token& t, std::string& out);
 
 // The last component of a dotted identifier, brackets and quotes removed
 // ("T_Auftrag.[lId]" -> "lId"); `qualifier` receives the part before it.

@@ -184,6 +184,13 @@ struct SqliteDatabase::Prepared {
 
 class SqliteDatabase::Statements : public StatementCache<Prepared> {};
 
+// Hands a statement's values back to the memo once it has run (its
+// strings then serve the next statement of the form).
+struct ValuesBack {
+  LiftedStatement& lifted;
+  ~ValuesBack() { AdaptationMemo::GiveBack(std::move(lifted.values)); }
+};
+
 // Leaves a statement ready for its next run, whatever happened in this one:
 // a statement left mid-result would hold its read lock.
 struct ResetGuard {
@@ -354,6 +361,7 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
   StatementFacts facts;
   const std::string text = Read(sql, facts);
   if (facts.lifted) {
+    const ValuesBack back{*facts.lifted};
     Prepared& p = Bound(*facts.lifted);
     const ResetGuard reset{p.stmt.get()};
     if (sqlite3_column_count(p.stmt.get()) > 0) {
@@ -425,6 +433,7 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
   const std::string text = Read(sql, facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly();
   if (facts.lifted) {
+    const ValuesBack back{*facts.lifted};
     Prepared& p = Bound(*facts.lifted);
     const ResetGuard reset{p.stmt.get()};
     return ReadRows(p);
