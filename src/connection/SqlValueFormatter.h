@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "ztkdb/Date.h"
 
@@ -16,6 +17,8 @@ class SqlValueFormatter {
   std::string DateLiteral(const Date& date) const;
   // The text made safe between single quotes: each quote doubled.
   std::string TextLiteral(const std::string& text) const;
+  // The same appended to `out`.
+  void AppendTextLiteral(std::string& out, std::string_view text) const;
 };
 
 }  // namespace ZTkDb::detail

@@ -154,7 +154,10 @@ void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueS
         [&](auto member) {
           const auto& value = fields.*member;
           using T = std::decay_t<decltype(value)>;
-          if constexpr (std::is_same_v<T, std::string>) sql.Replace(slot.placeholder, TextValue(value));
+          if constexpr (std::is_same_v<T, std::string>) {
+            sql.ReplaceWith(slot.placeholder,
+                            [&value](std::string& out) { AppendTextValue(out, value); });
+          }
           else if constexpr (std::is_same_v<T, bool>) sql.Replace(slot.placeholder, FlagLiteral(value, kind));
           else if constexpr (std::is_same_v<T, Date>) sql.Replace(slot.placeholder, RecordDateText(value));
           else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value, kind, largestAmount));

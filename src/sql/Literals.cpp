@@ -70,6 +70,10 @@ std::string TextValue(const std::string& value) {
   return SqlValueFormatter::Instance().TextLiteral(value);
 }
 
+void AppendTextValue(std::string& out, std::string_view value) {
+  SqlValueFormatter::Instance().AppendTextLiteral(out, value);
+}
+
 std::string IdListLiteral(const std::vector<std::string>& ids) {
   std::string out = "IN(";
   for (const auto& id : ids) out += id + ",";

@@ -34,6 +34,8 @@ std::string FilterDateLiteral(const Date& value, int16_t kind);
 std::string RecordDateText(const Date& value);
 // A text for a quoted slot, through the formatter's TextLiteral.
 std::string TextValue(const std::string& value);
+// The same appended to `out`.
+void AppendTextValue(std::string& out, std::string_view value);
 // "IN(" + the elements as they stand, comma-separated + ")". An empty list
 // gives "IN)": the removed last character is then the opening bracket.
 std::string IdListLiteral(const std::vector<std::string>& ids);

@@ -111,6 +111,39 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
   return *this;
 }
 
+std::string& SqlTemplate::OpenStep(std::string_view placeholder) {
+  if (!placeholder.empty() && !stepwise_ && IsPlainPlaceholder(placeholder)) {
+    if (steps_.empty()) {
+      steps_.reserve(8);
+      arena_.reserve(128);
+    }
+    open_side_ = false;
+    open_at_ = arena_.size();
+    open_name_size_ = placeholder.size();
+    arena_.append(placeholder);
+    return arena_;
+  }
+  open_side_ = true;
+  side_name_.assign(placeholder);
+  side_.clear();
+  return side_;
+}
+
+SqlTemplate& SqlTemplate::CloseStep() {
+  if (open_side_) return Replace(side_name_, side_);
+  const std::string_view value = std::string_view(arena_).substr(open_at_ + open_name_size_);
+  if (HoldsPlaceholder(value)) {
+    // Not one to collect: taken out again and filled as Replace would.
+    side_name_.assign(arena_, open_at_, open_name_size_);
+    side_.assign(value);
+    arena_.resize(open_at_);
+    return Replace(side_name_, side_);
+  }
+  steps_.push_back({static_cast<uint32_t>(open_at_), static_cast<uint32_t>(open_name_size_),
+                    static_cast<uint32_t>(value.size())});
+  return *this;
+}
+
 namespace {
 
 // A placeholder's name hashed from its length and its first and last eight

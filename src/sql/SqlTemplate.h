@@ -38,6 +38,13 @@ class SqlTemplate {
   explicit SqlTemplate(const char* constant) : constant_(constant), pending_constant_(true) {}
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
+  // The same with the value that `write` appends to the string it is given
+  // (written where the template keeps it, without a string of its own).
+  template <typename Write>
+  SqlTemplate& ReplaceWith(std::string_view placeholder, Write&& write) {
+    write(OpenStep(placeholder));
+    return CloseStep();
+  }
   const std::string& Text() const& {
     Flush();
     return text_;
@@ -52,6 +59,8 @@ class SqlTemplate {
   // The text as it stands: the constant until the first edit.
   std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
   void TakeConstant() const;
+  std::string& OpenStep(std::string_view placeholder);
+  SqlTemplate& CloseStep();
   void MatchSteps(std::string_view text, TemplatePlaces& found) const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
   [[noreturn]] static void RaiseTooLarge();
@@ -65,6 +74,12 @@ class SqlTemplate {
   };
   mutable std::string arena_;
   mutable std::vector<Step> steps_;
+  // A step being written by ReplaceWith: in `arena_` from `open_at_`, or
+  // (when steps are not collected) in `side_`.
+  size_t open_at_ = 0;
+  size_t open_name_size_ = 0;
+  bool open_side_ = false;
+  std::string side_name_, side_;
   bool stepwise_ = false;
 };
 
