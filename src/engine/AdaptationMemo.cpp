@@ -105,6 +105,7 @@ struct AdaptationMemo::Recall {
     bool negate = false;
   };
   std::vector<Slot> slots;  // by literal
+  std::vector<int32_t> literal_of;  // by value: the literal that fills it, or -1
   // The bytes between the literals, one piece before each literal and one
   // after the last (`ends` marks where each piece ends in `fixed`), and
   // each literal's kind. Empty `ends`: the form is only found by its key.
@@ -253,19 +254,16 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
   // The learnt values are copied but for the texts the literals replace.
   LiftedStatement& lifted = facts.lifted.emplace();
   lifted.shared_shape = r.lifted.shared_shape;
-  thread_local std::vector<int32_t> slotOf;
-  slotOf.assign(r.lifted.values.size(), -1);
-  for (size_t k = 0; k < texts.size(); ++k) slotOf[r.slots[k].value] = static_cast<int32_t>(k);
   lifted.values = std::move(spareValues);
   lifted.values.resize(r.lifted.values.size());
   for (size_t i = 0; i < r.lifted.values.size(); ++i) {
     const LiftedValue& learnt = r.lifted.values[i];
     LiftedValue& v = lifted.values[i];
-    if (slotOf[i] < 0) {
+    if (r.literal_of[i] < 0) {
       v = learnt;
       continue;
     }
-    const size_t k = static_cast<size_t>(slotOf[i]);
+    const size_t k = static_cast<size_t>(r.literal_of[i]);
     // Everything but the text, which the literal gives.
     v.kind = learnt.kind;
     v.number = learnt.number;
@@ -406,6 +404,8 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
   for (int n : filled) {
     if (n != 1) return nullptr;
   }
+  r->literal_of.assign(actual.size(), -1);
+  for (size_t k = 0; k < r->slots.size(); ++k) r->literal_of[r->slots[k].value] = static_cast<int32_t>(k);
   r->plain_query = facts.plain_query;
   r->lifted.values = facts.lifted->values;
   r->lifted.shared_shape = std::make_shared<const std::string>(facts.lifted->Shape());
