@@ -1,9 +1,22 @@
 #include "engine/QueryDef.h"
 
+#include "runtime/SpareText.h"
+
 namespace ZTkDb::detail {
 
+namespace {
+// The text's buffer serves the next statement built on this thread (see
+// SpareText.h); the string was made non-const, so it may be emptied.
+struct GiveTextBack {
+  void operator()(const std::string* text) const noexcept {
+    GiveBackText(std::move(*const_cast<std::string*>(text)));
+    delete text;
+  }
+};
+}  // namespace
+
 QueryDef::QueryDef(std::shared_ptr<Database> db, std::string sql)
-    : db_(std::move(db)), sql_(std::make_shared<const std::string>(std::move(sql))) {}
+    : db_(std::move(db)), sql_(new std::string(std::move(sql)), GiveTextBack{}) {}
 
 void QueryDef::Execute() {
   records_affected_ = 0;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "runtime/Raise.h"
+#include "runtime/SpareText.h"
 
 namespace ZTkDb::detail {
 namespace {
@@ -88,6 +89,11 @@ void SqlTemplate::TakeConstant() const {
   pending_constant_ = false;
 }
 
+SqlTemplate::~SqlTemplate() {
+  GiveBackText(std::move(arena_));
+  GiveBackText(std::move(text_));
+}
+
 SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view value) {
   if (placeholder.empty()) return *this;
   if (!stepwise_ && !HoldsPlaceholder(value) && IsPlainPlaceholder(placeholder)) {
@@ -95,6 +101,7 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
     // forty steps, and a pair of strings per step cost more than filling.
     if (steps_.empty()) {
       steps_.reserve(8);
+      if (arena_.capacity() < 128) arena_ = TakeSpareText();
       arena_.reserve(128);
     }
     const auto at = static_cast<uint32_t>(arena_.size());
@@ -115,6 +122,7 @@ std::string& SqlTemplate::OpenStep(std::string_view placeholder) {
   if (!placeholder.empty() && !stepwise_ && IsPlainPlaceholder(placeholder)) {
     if (steps_.empty()) {
       steps_.reserve(8);
+      if (arena_.capacity() < 128) arena_ = TakeSpareText();
       arena_.reserve(128);
     }
     open_side_ = false;
@@ -264,7 +272,7 @@ void SqlTemplate::Flush() const {
     size = size - (place.end - place.at) + steps_[static_cast<size_t>(k)].value_size;
   }
   if (size > kMaxText) RaiseTooLarge();
-  std::string out;
+  std::string out = TakeSpareText();
   out.resize(size);
   char* w = out.data();
   const auto put = [&w](std::string_view piece) {
@@ -281,6 +289,7 @@ void SqlTemplate::Flush() const {
     from = place.end;
   }
   put(text.substr(from));
+  GiveBackText(std::move(text_));
   text_ = std::move(out);
   pending_constant_ = false;
   steps_.clear();

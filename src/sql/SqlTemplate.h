@@ -36,6 +36,11 @@ class SqlTemplate {
   // program) is read where it stands until a step has to edit it; it must
   // outlive the template.
   explicit SqlTemplate(const char* constant) : constant_(constant), pending_constant_(true) {}
+  SqlTemplate(const SqlTemplate&) = default;
+  SqlTemplate(SqlTemplate&&) noexcept = default;
+  SqlTemplate& operator=(const SqlTemplate&) = default;
+  SqlTemplate& operator=(SqlTemplate&&) noexcept = default;
+  ~SqlTemplate();
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
   // The same with the value that `write` appends to the string it is given
