@@ -7,6 +7,7 @@
 #include "engine/RowSet.h"
 #include "engine/TableDef.h"
 #include "engine/sqlite/SqliteDatabase.h"
+#include "sql/SqlTemplate.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/Recordset.h"
 
@@ -117,6 +118,20 @@ TEST_F(SqliteEngine, CloneHasItsOwnPositionAndRequerySeesNewRows) {
   EXPECT_EQ(rs->RecordCount(), 5);
   EXPECT_EQ(rs->AbsolutePosition(), 0);
   EXPECT_EQ(clone->RecordCount(), 2);
+}
+
+TEST_F(SqliteEngine, ALongTextStaysWithItsRecordsetWhileOtherStatementsAreBuilt) {
+  // Buffers of dropped texts serve later statements on the thread: a text
+  // still shared by a recordset must not be among them.
+  InsertDocs(3);
+  const std::string padding = "/*" + std::string(3000, 'x') + "*/ ";
+  auto rs = Open(padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId > 1");
+  for (int i = 0; i < 4; ++i) {
+    detail::SqlTemplate t(padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #lId#");
+    EXPECT_EQ(Open(t.Replace("#lId#", std::to_string(i)).Text())->RecordCount(), i >= 1 ? 1 : 0);
+  }
+  rs->Requery();
+  EXPECT_EQ(rs->RecordCount(), 2);
 }
 
 TEST_F(SqliteEngine, ErrorsCarryDaoNumbersAndEngineText) {
