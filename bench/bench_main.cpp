@@ -152,9 +152,12 @@ void Walk(benchmark::State& state, const std::string& target, bool odbc) {
 void Create(benchmark::State& state, const std::string& target, bool odbc) {
   std::string uid;
   std::vector<std::string> sent;
-  const std::string ztkTarget = odbc ? target : bench::WritableCopy(target, "ztk-create.db");
+  // The texts are taken on a copy of their own: every side starts on a file
+  // in the same state, so that their logs fill, and their checkpoints (a
+  // pair of syncs each) fall, at the same iterations.
   {
-    bench::CaptureClient capture("capture", ztkTarget, odbc);
+    const std::string scratch = odbc ? target : bench::WritableCopy(target, "capture-create.db");
+    bench::CaptureClient capture("capture", scratch, odbc);
     CAuftrag o;
     o.ConnectStorage("capture");
     CreateOrder(o);
@@ -168,7 +171,7 @@ void Create(benchmark::State& state, const std::string& target, bool odbc) {
   const size_t rereadUid = IndexOfText(reread.values, uid);
   Field field = odbc ? ServerField(target) : SqliteField(target, true, "create");
   CTkDb tkdb;
-  Open(tkdb, ztkTarget, odbc);
+  Open(tkdb, odbc ? target : bench::WritableCopy(target, "ztk-create.db"), odbc);
   CAuftrag o;
   o.ConnectStorage("bench");
   std::vector<Side> sides = {{"ztk", [&o] {
