@@ -265,16 +265,7 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
     }
     const size_t k = static_cast<size_t>(r.literal_of[i]);
     // Everything but the text, which the literal gives.
-    v.kind = learnt.kind;
-    v.number = learnt.number;
-    v.null_as = learnt.null_as;
-    v.integer = learnt.integer;
-    v.year = learnt.year;
-    v.month = learnt.month;
-    v.day = learnt.day;
-    v.hour = learnt.hour;
-    v.minute = learnt.minute;
-    v.second = learnt.second;
+    static_cast<LiftedScalars&>(v) = learnt;
     if (v.kind == LiftedValue::kInteger) {
       const int64_t n = IntegerOf(texts[k]);
       v.integer = r.slots[k].negate ? -n : n;

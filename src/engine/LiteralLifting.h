@@ -16,15 +16,19 @@ enum class ColumnClass { kUnknown, kText, kDate, kOther };
 
 // A literal taken out of a statement, to be bound in its place.
 // Whole rows bound for an insert add doubles, exact decimals and Nulls.
-struct LiftedValue {
+// Everything of a lifted value but its text, apart so that a recalled
+// value can take it while its text is written into a reused buffer.
+struct LiftedScalars {
   enum Kind { kText, kInteger, kTimestamp, kDouble, kDecimal, kNull } kind = kText;
-  std::string text;     // kText: the string's value ('' undone); kDecimal: its digits
   double number = 0;    // kDouble
   Kind null_as = kText;  // kNull: the type the Null is bound with
   int64_t integer = 0;  // kInteger
   // kTimestamp: the parts of 'YYYY-MM-DD HH:MM:SS'
   int16_t year = 0;
   uint16_t month = 0, day = 0, hour = 0, minute = 0, second = 0;
+};
+struct LiftedValue : LiftedScalars {
+  std::string text;  // kText: the string's value ('' undone); kDecimal: its digits
 };
 
 // A statement split into its shape (each lifted literal replaced by '?')
