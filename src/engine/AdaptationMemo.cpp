@@ -1,6 +1,7 @@
 #include "engine/AdaptationMemo.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -242,11 +243,29 @@ void AdaptationMemo::Clear() {
 }
 
 namespace {
-thread_local std::vector<LiftedValue> spareValues;
+// A few sets, so that statements of different sizes taking turns (an
+// insert of forty values, the read of its row by one) each find theirs: a
+// set cut down to one value and grown again frees and makes forty strings.
+thread_local std::array<std::vector<LiftedValue>, 4> spareValues;
+
+// The set of at least `n` values with the fewest, else the largest there is.
+std::vector<LiftedValue> TakeValues(size_t n) {
+  std::vector<LiftedValue>* fit = nullptr;
+  std::vector<LiftedValue>* largest = nullptr;
+  for (auto& v : spareValues) {
+    if (v.size() >= n && (!fit || v.size() < fit->size())) fit = &v;
+    if (!largest || v.size() > largest->size()) largest = &v;
+  }
+  return std::move(fit ? *fit : *largest);
+}
 }  // namespace
 
 void AdaptationMemo::GiveBack(std::vector<LiftedValue>&& values) {
-  if (values.capacity() > spareValues.capacity()) spareValues = std::move(values);
+  std::vector<LiftedValue>* smallest = nullptr;
+  for (auto& v : spareValues) {
+    if (!smallest || v.size() < smallest->size()) smallest = &v;
+  }
+  if (values.size() > smallest->size()) *smallest = std::move(values);
 }
 
 void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& texts,
@@ -254,7 +273,7 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
   // The learnt values are copied but for the texts the literals replace.
   LiftedStatement& lifted = facts.lifted.emplace();
   lifted.shared_shape = r.lifted.shared_shape;
-  lifted.values = std::move(spareValues);
+  lifted.values = TakeValues(r.lifted.values.size());
   lifted.values.resize(r.lifted.values.size());
   for (size_t i = 0; i < r.lifted.values.size(); ++i) {
     const LiftedValue& learnt = r.lifted.values[i];
