@@ -4,19 +4,22 @@
 
 namespace ZTkDb::detail {
 
-namespace {
-// The text's buffer serves the next statement built on this thread (see
-// SpareText.h); the string was made non-const, so it may be emptied.
-struct GiveTextBack {
-  void operator()(const std::string* text) const noexcept {
-    GiveBackText(std::move(*const_cast<std::string*>(text)));
-    delete text;
-  }
-};
-}  // namespace
-
 QueryDef::QueryDef(std::shared_ptr<Database> db, std::string sql)
-    : db_(std::move(db)), sql_(new std::string(std::move(sql)), GiveTextBack{}) {}
+    : db_(std::move(db)), sql_(std::make_shared<std::string>(std::move(sql))) {}
+
+QueryDef::~QueryDef() {
+  if (sql_.use_count() == 1) GiveBackText(std::move(*sql_));
+}
+
+void QueryDef::SQL(std::string sql) {
+  records_affected_ = 0;
+  if (sql_.use_count() == 1) {
+    GiveBackText(std::move(*sql_));
+    *sql_ = std::move(sql);
+  } else {
+    sql_ = std::make_shared<std::string>(std::move(sql));
+  }
+}
 
 void QueryDef::Execute() {
   records_affected_ = 0;

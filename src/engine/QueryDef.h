@@ -14,8 +14,13 @@ namespace ZTkDb::detail {
 class QueryDef {
  public:
   QueryDef(std::shared_ptr<Database> db, std::string sql);
+  QueryDef(const QueryDef&) = delete;
+  QueryDef& operator=(const QueryDef&) = delete;
+  ~QueryDef();
 
   const std::string& SQL() const { return *sql_; }
+  // A new statement in place of the old (whose recordsets keep theirs).
+  void SQL(std::string sql);
   void Execute();
   // Rows affected by the last Execute (0 before the first).
   int64_t RecordsAffected() const { return records_affected_; }
@@ -24,7 +29,9 @@ class QueryDef {
  private:
   std::shared_ptr<Database> db_;
   // Shared with the recordsets it opens: a statement runs to kilobytes.
-  std::shared_ptr<const std::string> sql_;
+  // Its buffer serves the next statement built on the thread once no
+  // recordset holds it any more (see SpareText.h).
+  std::shared_ptr<std::string> sql_;
   int64_t records_affected_ = 0;
 };
 

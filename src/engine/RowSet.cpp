@@ -21,7 +21,12 @@ struct Spares {
   std::unique_ptr<char[]> chunk;  // kFirstChunkSize bytes
   std::unique_ptr<char[]> pending;
   size_t pending_capacity = 0;
+  // The bookkeeping of a small result, empty, for the next one.
+  std::vector<std::unique_ptr<char[]>> chunks;
+  std::vector<size_t> chunk_capacities;
+  std::vector<uint64_t> row_start;
 };
+constexpr size_t kLargestSpareRows = 512;
 thread_local Spares spares;
 
 template <typename T>
@@ -89,6 +94,14 @@ RowSet::~RowSet() {
     s.pending = std::move(pending_.data);
     s.pending_capacity = pending_.capacity;
   }
+  if (row_start_.capacity() <= kLargestSpareRows && s.row_start.capacity() == 0) {
+    chunks_.clear();
+    chunk_capacities_.clear();
+    row_start_.clear();
+    s.chunks = std::move(chunks_);
+    s.chunk_capacities = std::move(chunk_capacities_);
+    s.row_start = std::move(row_start_);
+  }
 }
 
 void RowSet::Pending::Grow(size_t n) {
@@ -113,6 +126,11 @@ char* RowSet::Reserve(size_t bytes) {
     // written before it is read.
     const size_t grown = chunks_.empty() ? kFirstChunkSize : std::min(kChunkSize, 2 * chunk_capacity_);
     const size_t capacity = std::max(bytes, grown);
+    if (chunks_.capacity() == 0 && spares.row_start.capacity() != 0) {
+      chunks_ = std::move(spares.chunks);
+      chunk_capacities_ = std::move(spares.chunk_capacities);
+      row_start_ = std::move(spares.row_start);
+    }
     if (capacity == kFirstChunkSize && spares.chunk) {
       chunks_.push_back(std::move(spares.chunk));
     } else {

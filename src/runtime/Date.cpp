@@ -172,8 +172,7 @@ static void PutTriple(std::string& out, int a, int wa, int b, int c, int wc, cha
 
 std::string Date::ShortText() const {
   const Parts p = Split(value_);
-  std::string out;
-  out.reserve(19);
+  std::string out;  // a date alone fits the string itself: no block of its own
   PutTriple(out, p.day, 2, p.month, p.year, 4, '.');
   if (p.hour || p.minute || p.second) {
     out += ' ';

@@ -100,7 +100,7 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
     // Names and values side by side in one buffer: an update collects some
     // forty steps, and a pair of strings per step cost more than filling.
     if (steps_.empty()) {
-      steps_.reserve(8);
+      steps_.reserve(48);  // an update's forty-odd values, in one block
       if (arena_.capacity() < 128) arena_ = TakeSpareText();
       arena_.reserve(128);
     }
@@ -121,7 +121,7 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
 std::string& SqlTemplate::OpenStep(std::string_view placeholder) {
   if (!placeholder.empty() && !stepwise_ && IsPlainPlaceholder(placeholder)) {
     if (steps_.empty()) {
-      steps_.reserve(8);
+      steps_.reserve(48);  // an update's forty-odd values, in one block
       if (arena_.capacity() < 128) arena_ = TakeSpareText();
       arena_.reserve(128);
     }
