@@ -132,6 +132,13 @@ TEST_F(SqliteEngine, ALongTextStaysWithItsRecordsetWhileOtherStatementsAreBuilt)
   }
   rs->Requery();
   EXPECT_EQ(rs->RecordCount(), 2);
+  // A query given a new statement leaves its recordsets the old one.
+  QueryDef q(db, padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = 3");
+  auto three = q.OpenRecordset();
+  q.SQL(padding + "SELECT lMsgId FROM T_MsgOrderDokument");
+  EXPECT_EQ(q.OpenRecordset()->RecordCount(), 3);
+  three->Requery();
+  EXPECT_EQ(three->RecordCount(), 1);
 }
 
 TEST_F(SqliteEngine, ErrorsCarryDaoNumbersAndEngineText) {
