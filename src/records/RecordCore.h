@@ -43,7 +43,7 @@ struct ColumnBinding {
 // TextLiteral, currency and doubles invariant with the leading blank.
 template <typename Fields>
 struct ValueSlot {
-  const char* placeholder;
+  PlainPlaceholder placeholder;
   typename ColumnBinding<Fields>::Target source;
 };
 

@@ -155,14 +155,13 @@ void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueS
           const auto& value = fields.*member;
           using T = std::decay_t<decltype(value)>;
           if constexpr (std::is_same_v<T, std::string>) {
-            sql.ReplaceWith(slot.placeholder,
-                            [&value](std::string& out) { AppendTextValue(out, value); });
+            sql.FillWith(slot.placeholder, [&value](std::string& out) { AppendTextValue(out, value); });
           }
-          else if constexpr (std::is_same_v<T, bool>) sql.Replace(slot.placeholder, FlagLiteral(value, kind));
-          else if constexpr (std::is_same_v<T, Date>) sql.Replace(slot.placeholder, RecordDateText(value));
-          else if constexpr (std::is_same_v<T, Currency>) sql.Replace(slot.placeholder, CurrencyLiteral(value, kind, largestAmount));
-          else if constexpr (std::is_same_v<T, double>) sql.Replace(slot.placeholder, NumberLiteral(value));
-          else sql.Replace(slot.placeholder, LongLiteral(value));
+          else if constexpr (std::is_same_v<T, bool>) sql.Fill(slot.placeholder, FlagLiteral(value, kind));
+          else if constexpr (std::is_same_v<T, Date>) sql.Fill(slot.placeholder, RecordDateText(value));
+          else if constexpr (std::is_same_v<T, Currency>) sql.Fill(slot.placeholder, CurrencyLiteral(value, kind, largestAmount));
+          else if constexpr (std::is_same_v<T, double>) sql.Fill(slot.placeholder, NumberLiteral(value));
+          else sql.Fill(slot.placeholder, LongLiteral(value));
         },
         slot.source);
   }

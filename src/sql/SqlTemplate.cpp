@@ -94,9 +94,15 @@ SqlTemplate::~SqlTemplate() {
   GiveBackText(std::move(text_));
 }
 
+bool SqlTemplate::IsPlain(std::string_view placeholder) { return IsPlainPlaceholder(placeholder); }
+
 SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view value) {
   if (placeholder.empty()) return *this;
-  if (!stepwise_ && !HoldsPlaceholder(value) && IsPlainPlaceholder(placeholder)) {
+  return AddStep(placeholder, value, IsPlainPlaceholder(placeholder));
+}
+
+SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view value, bool plain) {
+  if (!stepwise_ && plain && !HoldsPlaceholder(value)) {
     // Names and values side by side in one buffer: an update collects some
     // forty steps, and a pair of strings per step cost more than filling.
     if (steps_.empty()) {
@@ -118,8 +124,8 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
   return *this;
 }
 
-std::string& SqlTemplate::OpenStep(std::string_view placeholder) {
-  if (!placeholder.empty() && !stepwise_ && IsPlainPlaceholder(placeholder)) {
+std::string& SqlTemplate::OpenStep(std::string_view placeholder, bool plain) {
+  if (!stepwise_ && plain) {
     if (steps_.empty()) {
       steps_.reserve(48);  // an update's forty-odd values, in one block
       if (arena_.capacity() < 128) arena_ = TakeSpareText();

@@ -10,6 +10,30 @@ namespace ZTkDb::detail {
 
 struct TemplatePlaces;
 
+// A placeholder the compiler has checked to be plain: '#', then letters,
+// digits or '_', then '#'. A record's forty value slots are such constants;
+// steps named by them skip the check a step named by any text needs.
+class PlainPlaceholder {
+ public:
+  consteval PlainPlaceholder(const char* text) : text_(text) {  // NOLINT: converts by design
+    if (!IsPlain(text_)) throw "a plain placeholder is #name#";  // fails the compilation
+  }
+  std::string_view Text() const { return text_; }
+
+ private:
+  static constexpr bool IsPlain(std::string_view p) {
+    if (p.size() < 3 || p.front() != '#' || p.back() != '#') return false;
+    for (size_t i = 1; i + 1 < p.size(); ++i) {
+      const char c = p[i];
+      if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_')) {
+        return false;
+      }
+    }
+    return true;
+  }
+  std::string_view text_;
+};
+
 // A statement text with placeholders (a name between two '#'), filled by
 // successive case-sensitive replace-all steps. Each step scans the whole text
 // as it stands, so a value holding a later placeholder's name is replaced by
@@ -43,11 +67,20 @@ class SqlTemplate {
   ~SqlTemplate();
 
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
+  // Replace for a placeholder checked when compiled.
+  SqlTemplate& Fill(PlainPlaceholder placeholder, std::string_view value) {
+    return AddStep(placeholder.Text(), value, true);
+  }
   // The same with the value that `write` appends to the string it is given
   // (written where the template keeps it, without a string of its own).
   template <typename Write>
   SqlTemplate& ReplaceWith(std::string_view placeholder, Write&& write) {
-    write(OpenStep(placeholder));
+    write(OpenStep(placeholder, IsPlain(placeholder)));
+    return CloseStep();
+  }
+  template <typename Write>
+  SqlTemplate& FillWith(PlainPlaceholder placeholder, Write&& write) {
+    write(OpenStep(placeholder.Text(), true));
     return CloseStep();
   }
   const std::string& Text() const& {
@@ -64,7 +97,9 @@ class SqlTemplate {
   // The text as it stands: the constant until the first edit.
   std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
   void TakeConstant() const;
-  std::string& OpenStep(std::string_view placeholder);
+  static bool IsPlain(std::string_view placeholder);
+  SqlTemplate& AddStep(std::string_view placeholder, std::string_view value, bool plain);
+  std::string& OpenStep(std::string_view placeholder, bool plain);
   SqlTemplate& CloseStep();
   void MatchSteps(std::string_view text, TemplatePlaces& found) const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
