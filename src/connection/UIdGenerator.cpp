@@ -8,14 +8,14 @@
 
 namespace ZTkDb::detail {
 namespace {
-// Process-wide services are never destroyed: a host's CTkDb, record or list
-// in a global or static may still use them while statics are torn down.
 // `digits` upper-case hex digits of the low bits of `value`, leading zeros kept.
 void PutHex(char* out, uint64_t value, int digits) {
   static constexpr char kHex[] = "0123456789ABCDEF";
   for (int i = digits - 1; i >= 0; --i, value >>= 4) out[i] = kHex[value & 15];
 }
 
+// Process-wide services are never destroyed: a host's CTkDb, record or list
+// in a global or static may still use them while statics are torn down.
 std::mutex& Guard() {
   static auto* m = new std::mutex;
   return *m;
