@@ -73,15 +73,20 @@ class RawOdbcContender final : public Contender {
     } else {
       std::vector<std::basic_string<SQLWCHAR>> texts;
       std::vector<SQLBIGINT> integers;
+      std::vector<double> numbers;
       std::vector<SQLLEN> lengths;
       texts.reserve(values.size());
       integers.reserve(values.size());
+      numbers.reserve(values.size());
       lengths.reserve(values.size());
       SQLUSMALLINT k = 1;
       for (const LiftedValue& v : values) {
         if (v.kind == LiftedValue::kInteger) {
           integers.push_back(v.integer);
           SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_INTEGER, 0, 0, &integers.back(), 0, nullptr);
+        } else if (v.kind == LiftedValue::kDouble) {
+          numbers.push_back(v.number);
+          SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &numbers.back(), 0, nullptr);
         } else {
           texts.push_back(ZTkDb::detail::ToUtf16(v.text));
           lengths.push_back(static_cast<SQLLEN>(texts.back().size() * sizeof(SQLWCHAR)));
@@ -214,11 +219,13 @@ class SociContender final : public Contender {
     }
     p->query = shape.rfind("SELECT", 0) == 0;
     p->integers.resize(sample.size());
+    p->numbers.resize(sample.size());
     p->texts.resize(sample.size());
     p->st = std::make_unique<soci::statement>(session_);
     if (p->query) p->st->exchange(soci::into(p->row));
     for (size_t i = 0; i < sample.size(); ++i) {
       if (sample[i].kind == LiftedValue::kInteger) p->st->exchange(soci::use(p->integers[i]));
+      else if (sample[i].kind == LiftedValue::kDouble) p->st->exchange(soci::use(p->numbers[i]));
       else p->st->exchange(soci::use(p->texts[i]));
     }
     p->st->alloc();
@@ -232,6 +239,7 @@ class SociContender final : public Contender {
     Prepared& p = *prepared_[which];
     for (size_t i = 0; i < values.size(); ++i) {
       if (values[i].kind == LiftedValue::kInteger) p.integers[i] = values[i].integer;
+      else if (values[i].kind == LiftedValue::kDouble) p.numbers[i] = values[i].number;
       else p.texts[i] = values[i].text;
     }
     if (!p.query) {
@@ -264,6 +272,7 @@ class SociContender final : public Contender {
     soci::row row;
     bool query = false;
     std::vector<long long> integers;
+    std::vector<double> numbers;
     std::vector<std::string> texts;
   };
   soci::session session_;

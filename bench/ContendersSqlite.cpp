@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "Contenders.h"
 #include "engine/dialect/ServerDialect.h"
@@ -77,6 +78,7 @@ class RawSqliteContender final : public Contender {
       int k = 1;
       for (const LiftedValue& v : values) {
         if (v.kind == LiftedValue::kInteger) sqlite3_bind_int64(s, k++, v.integer);
+        else if (v.kind == LiftedValue::kDouble) sqlite3_bind_double(s, k++, v.number);
         else sqlite3_bind_text(s, k++, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
       }
     }
@@ -122,6 +124,7 @@ class SqliteCppContender final : public Contender {
     int k = 1;
     for (const LiftedValue& v : values) {
       if (v.kind == LiftedValue::kInteger) st.bind(k++, static_cast<int64_t>(v.integer));
+      else if (v.kind == LiftedValue::kDouble) st.bind(k++, v.number);
       else st.bind(k++, v.text);
     }
     int64_t rows = 0;
@@ -166,11 +169,24 @@ ZTkDb::detail::LiftedStatement Shape(const std::string& sent, bool server) {
   // The bench's texts hold strings beside text and date columns only: on a
   // server each is bound as text and the server converts.
   rules.any_string = true;
+  // An amount, as a host program binds it: a double.
+  constexpr std::string_view kDecimal = "?/*decimal*/";
+  rules.decimal_marker = kDecimal.data();
   const Lexicon& lexicon = server ? PostgresDialect().Lexical() : SqliteDialect().Lexical();
   auto lifted = LiftLiterals(Tokenize(sent, lexicon), rules);
   if (!lifted) {
     std::fprintf(stderr, "bench: no shape for %s\n", sent.c_str());
     std::abort();
+  }
+  size_t value = 0;
+  for (size_t at = lifted->shape.find('?'); at != std::string::npos; at = lifted->shape.find('?', at + 1)) {
+    if (lifted->shape.compare(at, kDecimal.size(), kDecimal) == 0) {
+      LiftedValue& v = lifted->values[value];
+      v.kind = LiftedValue::kDouble;
+      v.number = std::strtod(v.text.c_str(), nullptr);
+      lifted->shape.erase(at + 1, kDecimal.size() - 1);
+    }
+    ++value;
   }
   return *lifted;
 }
@@ -186,6 +202,10 @@ std::string LiteralText(const std::string& shape, const Values& values) {
     const LiftedValue& v = values[next++];
     if (v.kind == LiftedValue::kInteger) {
       out += std::to_string(v.integer);
+      continue;
+    }
+    if (v.kind == LiftedValue::kDouble) {
+      out += v.text;
       continue;
     }
     out += '\'';

@@ -55,13 +55,20 @@ std::string NextUId() {
                 static_cast<unsigned>(getpid()));
   return buf;
 }
-void CreateOrder(CAuftrag& o) {
+// A different amount on every call, as bookings and orders have: never a
+// whole number, so that every call's statement holds a decimal.
+Currency Amount(int run) { return Currency::FromScaled(1250000 + 100 * (run % 9000) + 50); }
+void SetAmount(Values& values, size_t at, int run) {
+  values[at].number = static_cast<double>(Amount(run).Scaled()) / 10000.0;
+  values[at].text = Amount(run).Text();
+}
+
+void CreateOrder(CAuftrag& o, int run) {
   const Date d = Date::Today();
   o.CreateNew7(1, 17, d, "08:15", 100, sotRoom, "Heizung im Raum 2.14 bleibt kalt", d, "", NoDate,
                "", false, NoDate, "", 0, 0, 2, 31, 1, 12, 1, hetTikora, "A", "Meier",
                "0711 4711", "Hausverwaltung", 5, "K100", "Stuttgart", "Bürogebäude Nord", "KST-7",
-               "Zentrale", false, "", "Reparatur", Currency::FromScaled(1250000), "Wartung",
-               "Schulz");
+               "Zentrale", false, "", "Reparatur", Amount(run), "Wartung", "Schulz");
 }
 
 // A client opened on the SQLite file or the ODBC connection string.
@@ -101,6 +108,14 @@ size_t IndexOfText(const Values& values, const std::string& text) {
     if (values[i].text == text) return i;
   }
   std::fprintf(stderr, "bench: '%s' not among the statement's values\n", text.c_str());
+  std::abort();
+}
+
+size_t IndexOfDouble(const Values& values) {
+  for (size_t i = 0; i < values.size(); ++i) {
+    if (values[i].kind == ZTkDb::detail::LiftedValue::kDouble) return i;
+  }
+  std::fprintf(stderr, "bench: no amount among the statement's values\n");
   std::abort();
 }
 
@@ -160,7 +175,7 @@ void Create(benchmark::State& state, const std::string& target, bool odbc) {
     bench::CaptureClient capture("capture", scratch, odbc);
     CAuftrag o;
     o.ConnectStorage("capture");
-    CreateOrder(o);
+    CreateOrder(o, 0);
     uid = o.UId();
     const auto& t = capture.engine->texts;
     sent = {t[t.size() - 2], t.back()};
@@ -169,13 +184,14 @@ void Create(benchmark::State& state, const std::string& target, bool odbc) {
   const auto reread = bench::Shape(sent[1], odbc);
   const size_t insertUid = IndexOfText(insert.values, uid);
   const size_t rereadUid = IndexOfText(reread.values, uid);
+  const size_t insertAmount = IndexOfDouble(insert.values);
   Field field = odbc ? ServerField(target) : SqliteField(target, true, "create");
   CTkDb tkdb;
   Open(tkdb, odbc ? target : bench::WritableCopy(target, "ztk-create.db"), odbc);
   CAuftrag o;
   o.ConnectStorage("bench");
-  std::vector<Side> sides = {{"ztk", [&o] {
-                                CreateOrder(o);
+  std::vector<Side> sides = {{"ztk", [&o, run = 0]() mutable {
+                                CreateOrder(o, ++run);
                                 benchmark::DoNotOptimize(TouchOrder(o));
                                 return int64_t{1};
                               }}};
@@ -183,9 +199,10 @@ void Create(benchmark::State& state, const std::string& target, bool odbc) {
     const size_t ins = c->Add(insert.shape, insert.values);
     const size_t re = c->Add(reread.shape, reread.values);
     sides.push_back({name, [&c = *c, ins, re, a = insert.values, b = reread.values, insertUid,
-                            rereadUid]() mutable {
+                            rereadUid, insertAmount, run = 0]() mutable {
                        const std::string fresh = NextUId();
                        a[insertUid].text = fresh;
+                       SetAmount(a, insertAmount, ++run);
                        b[rereadUid].text = fresh;
                        c.Run(ins, a);
                        return c.Run(re, b);
@@ -243,6 +260,7 @@ void Update(benchmark::State& state, const std::string& path) {
     o.ReadById(1);
     oldUid = o.UId();
     o.Bemerkung("@BEMERKUNG@");
+    o.Kosten(Amount(0));
     o.Update();
     capturedNew = o.UId();
     sent = capture.engine->texts.back();
@@ -251,6 +269,7 @@ void Update(benchmark::State& state, const std::string& path) {
   const size_t newAt = IndexOfText(update.values, capturedNew);
   const size_t guardAt = IndexOfText(update.values, oldUid);
   const size_t noteAt = IndexOfText(update.values, "@BEMERKUNG@");
+  const size_t amountAt = IndexOfDouble(update.values);
   Field field = SqliteField(path, true, "update");
   CTkDb tkdb;
   Open(tkdb, bench::WritableCopy(path, "ztk-update.db"), false);
@@ -259,17 +278,19 @@ void Update(benchmark::State& state, const std::string& path) {
   o.ReadById(1);
   std::vector<Side> sides = {{"ztk", [&o, run = 0]() mutable {
                                 o.Bemerkung("Durchlauf " + std::to_string(++run));
+                                o.Kosten(Amount(run));
                                 o.Update();
                                 return int64_t{1};
                               }}};
   for (auto& [name, c] : field.contenders) {
     const size_t id = c->Add(update.shape, update.values);
-    sides.push_back({name, [&c = *c, id, v = update.values, newAt, guardAt, noteAt, oldUid,
-                            run = 0]() mutable {
+    sides.push_back({name, [&c = *c, id, v = update.values, newAt, guardAt, noteAt, amountAt,
+                            oldUid, run = 0]() mutable {
                        const std::string fresh = NextUId();
                        if (run == 0) v[guardAt].text = oldUid;
                        v[newAt].text = fresh;
                        v[noteAt].text = "Durchlauf " + std::to_string(++run);
+                       SetAmount(v, amountAt, run);
                        const int64_t changed = c.Run(id, v);
                        if (changed != 1) std::abort();
                        v[guardAt].text = fresh;

@@ -25,7 +25,7 @@ sqlite3* Db() {
                  "AuftragsDatum DATETIME, bErledigt BIT);"
                  "INSERT INTO T_Auftrag VALUES (1, 'Ulm', 12.5, '2026-11-15 00:00:00', -1),"
                  "(2, '5', 0, '1899-12-30 00:00:00', 0), (3, NULL, -3, NULL, 0),"
-                 "(4, 'a''b', 1e3, '9999-12-31 00:00:00', -1);",
+                 "(4, 'a''b', 1e3, '9999-12-31 00:00:00', -1), (5, '1.50', 0.1, '1.5', 0);",
                  nullptr, nullptr, nullptr);
     // Nothing a statement does may outlast it.
     sqlite3_exec(d, "PRAGMA query_only=1", nullptr, nullptr, nullptr);
@@ -81,6 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (doubt) return 0;
   LiftingRules rules;
   rules.any_string = true;
+  rules.decimal_marker = SqliteDialect().BoundDecimal();
   const auto lifted = LiftLiterals(tokens, rules);
   if (!lifted || lifted->values.empty()) return 0;
   sqlite3_stmt* literal = Prepare(sql);

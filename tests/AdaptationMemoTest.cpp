@@ -21,13 +21,20 @@ const std::vector<std::string> kStrings = {
 };
 const std::vector<std::string> kNumbers = {"0", "7", "123456789012345678", "2147483648", "00012",
                                            "9070000000000000"};
+// Decimals, the stand-in among them, and numbers a decimal slot may meet.
+const std::vector<std::string> kDecimals = {"1.5", "0.0", "125.5000", "9070000000000000.25",
+                                            "00.10", "12345678901234567890.0123456789", "3",
+                                            "99999999999999.9999"};
 
 // `form` with each {N} and {S} filled, starting at `seed` in the pools.
 std::string Fill(const std::string& form, size_t seed) {
   std::string out;
-  size_t n = seed, s = seed * 7;
+  size_t n = seed, s = seed * 7, d = seed * 3;
   for (size_t i = 0; i < form.size(); ++i) {
-    if (form.compare(i, 3, "{N}") == 0) {
+    if (form.compare(i, 3, "{D}") == 0) {
+      out += kDecimals[d++ % kDecimals.size()];
+      i += 2;
+    } else if (form.compare(i, 3, "{N}") == 0) {
       out += kNumbers[n++ % kNumbers.size()];
       i += 2;
     } else if (form.compare(i, 3, "{S}") == 0) {
@@ -72,6 +79,9 @@ TEST_P(AdaptationMemoOn, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
       "SELECT * FROM T_Auftrag WHERE AuftragsDatum = {S} AND #01/02/2024# < ErledigtDatum",
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S} -- {S}\n AND lNr = {N};",
       "SELECT * FROM T_Auftrag WHERE stAuftrag = {S}; DELETE FROM T_Auftrag WHERE lId = {N}",
+      "UPDATE T_Auftrag SET T_Auftrag.lNr = {D}, T_Auftrag.stAuftrag = {S} WHERE "
+      "T_Auftrag.lId = {N} AND T_Auftrag.lNr <> -{D}",
+      "SELECT {D} AS x, lNr * {D} FROM T_Auftrag WHERE lNr IN ({D}, -{D}, {N}) ORDER BY {N}",
   };
   ztktest::EngineRules engine(*GetParam());
   AdaptationMemo memo(engine.rules);
@@ -135,6 +145,17 @@ TEST_P(AdaptationMemoOn, ATextThatOnlyLooksLikeALearntFormIsReadAfresh) {
        "SELECT * FROM T_Auftrag WHERE lNr = 5 AND stAuftrag = 'x' AND lId = 6 -- ",
        "SELECT * FROM T_Auftrag WHERE lNr = 5 AND stAuftrag = 'x' AND lId = 6;",
        "SELECT * FROM T_Auftrag WHERE lNr = 5 AND stAuftrag = '' AND lId = 00"},
+      // A decimal's gap filled with what only begins like one.
+      {"SELECT * FROM T_Auftrag WHERE lNr = 1.5 AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 2.5 AND lId = 3",
+       "SELECT * FROM T_Auftrag WHERE lNr = 1.5e3 AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 1. AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 1.5.5 AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 15 AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 0x1.5 AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = '1.5' AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 1.5' AND lId = 2",
+       "SELECT * FROM T_Auftrag WHERE lNr = 00000000000000000000000.1 AND lId = 2"},
       // Literals side by side, and a string before a line break.
       {"SELECT 1'a' FROM T_Auftrag WHERE stAuftrag = 'a'\n",
        "SELECT 2'b' FROM T_Auftrag WHERE stAuftrag = 'b'\n",

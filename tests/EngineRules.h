@@ -55,6 +55,7 @@ struct EngineRules {
       rules.lexicon = &dialect.Lexical();
       rules.harden_string = [&dialect](const Token& t) { return dialect.HardenString(t); };
     }
+    lifting.decimal_marker = dialect.BoundDecimal();
     rules.lifting = &lifting;
   }
   EngineRules(const EngineRules&) = delete;

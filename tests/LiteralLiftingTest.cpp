@@ -2,6 +2,7 @@
 // bound value could read differently would change a result, and one lifted
 // where a name or a column position stands would break the statement.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include "engine/LiteralLifting.h"
 #include "engine/dialect/ServerDialect.h"
@@ -21,6 +22,7 @@ std::string ShapeOf(const std::string& sql, const LiftingRules& rules,
 LiftingRules Sqlite() {
   LiftingRules rules;
   rules.any_string = true;
+  rules.decimal_marker = SqliteDialect().BoundDecimal();
   return rules;
 }
 
@@ -63,9 +65,13 @@ TEST(LiteralLifting, ValuesAreLiftedWhereTheyStandAsValuesOnly) {
       // Subquery select lists keep theirs too; its WHERE is lifted.
       {"SELECT * FROM T_Auftrag WHERE lId IN (SELECT 1 FROM T_Meldung WHERE lNr = 9)",
        "SELECT * FROM T_Auftrag WHERE lId IN (SELECT 1 FROM T_Meldung WHERE lNr = ?)"},
-      // Only plain decimal integers: no decimals, hex, or prefixed strings.
+      // Plain decimal integers and decimals: no exponents, hex, prefixed
+      // strings or integers too long for 64 bits.
       {"SELECT * FROM t WHERE a = 1.5 AND b = 0x10 AND c = X'00' AND d = 99999999999999999999",
-       "SELECT * FROM t WHERE a = 1.5 AND b = 0x10 AND c = X'00' AND d = 99999999999999999999"},
+       "SELECT * FROM t WHERE a = +CAST(? AS REAL) AND b = 0x10 AND c = X'00' AND d = "
+       "99999999999999999999"},
+      {"SELECT * FROM t WHERE a IN (1e5, 1.5e3, .5, 5.) AND b = -0.25",
+       "SELECT * FROM t WHERE a IN (1e5, 1.5e3, .5, 5.) AND b = -+CAST(? AS REAL)"},
   };
   for (const auto& c : cases) EXPECT_EQ(ShapeOf(c.sql, Sqlite()), c.shape) << c.sql;
   EXPECT_EQ(ShapeOf("CREATE TABLE t (a TEXT DEFAULT 'x')", Sqlite()), "(not lifted)");
@@ -119,4 +125,71 @@ TEST(LiteralLifting, AStatementWithMoreValuesThanAServerBindsRunsAsText) {
   EXPECT_EQ(ShapeOf(sql, rules), "(not lifted)");
   rules.max_values = 2001;
   EXPECT_NE(ShapeOf(sql, rules), "(not lifted)");
+}
+
+// A decimal is bound as its digits and cast by SQLite itself: whatever it
+// meets (a text column, a sign, arithmetic, a comparison across types), it
+// must read as its literal does, down to the last bit of the double.
+TEST(LiteralLifting, ABoundDecimalReadsOnSqliteAsItsLiteral) {
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(db,
+                         "CREATE TABLE t (stOrt TEXT, cuKosten CURRENCY, dStunden DOUBLE, lNr INTEGER);"
+                         "INSERT INTO t VALUES ('1.50', 1.5, 1.5, 2), ('1.5', 2, 0.1, 3);",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  const auto rows = [db](const std::string& sql, const std::vector<LiftedValue>* values) {
+    sqlite3_stmt* s = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &s, nullptr), SQLITE_OK) << sql;
+    for (size_t k = 0; values && k < values->size(); ++k) {
+      const LiftedValue& v = (*values)[k];
+      const int at = static_cast<int>(k) + 1;
+      if (v.kind == LiftedValue::kInteger) sqlite3_bind_int64(s, at, v.integer);
+      else sqlite3_bind_text(s, at, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
+    }
+    std::string out;
+    while (sqlite3_step(s) == SQLITE_ROW) {
+      for (int i = 0; i < sqlite3_column_count(s); ++i) {
+        out += std::to_string(sqlite3_column_type(s, i)) + ":";
+        // Seventeen digits tell every double apart.
+        if (sqlite3_column_type(s, i) == SQLITE_FLOAT) {
+          char buf[40];
+          std::snprintf(buf, sizeof buf, "%.17g", sqlite3_column_double(s, i));
+          out += buf;
+        } else if (const auto* t = sqlite3_column_text(s, i)) {
+          out += reinterpret_cast<const char*>(t);
+        }
+        out += "|";
+      }
+      out += "\n";
+    }
+    sqlite3_finalize(s);
+    return out;
+  };
+  for (const char* sql : {
+           "SELECT stOrt FROM t WHERE stOrt = 1.5",
+           "SELECT stOrt FROM t WHERE 1.50 = stOrt OR stOrt < 1.0",
+           "SELECT lNr FROM t WHERE cuKosten = 1.5 AND dStunden > 0.5",
+           "SELECT lNr FROM t WHERE dStunden = 0.1 OR dStunden = -0.0",
+           "SELECT lNr, lNr * 0.1, lNr + 0.30000000000000004441, lNr - -0.0 FROM t WHERE lNr > 0.5",
+           "SELECT lNr FROM t WHERE lNr = 2.0 OR stOrt || 0.5 = '1.50.5'",
+           "SELECT lNr, 1 / 3.0 FROM t WHERE lNr IN (3.0, 2.000000000000000000001)",
+           "SELECT typeof(x), x FROM (SELECT lNr * 123456789012345.6789 AS x FROM t) WHERE x > 9.999999999999999e22 OR x > 0.1",
+           "SELECT lNr FROM t WHERE 2.2250738585072011e-308 < 0.000000000000000000000000000000001",
+           "SELECT lNr FROM t WHERE 179769313486231570000000000000000000000000000000000000000000000"
+           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
+           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
+           "0000000000000000000000000000000000000000000000000000000000000000000000000000000000000.9 > 1.1",
+       }) {
+    std::vector<LiftedValue> values;
+    const std::string shape = ShapeOf(sql, Sqlite(), &values);
+    ASSERT_NE(shape, sql) << "nothing lifted: " << sql;
+    EXPECT_EQ(rows(shape, &values), rows(sql, nullptr)) << sql << "\n" << shape;
+  }
+  // The cast alone carries REAL affinity: '1.50' would then equal 1.5.
+  std::vector<LiftedValue> values;
+  ShapeOf("SELECT stOrt FROM t WHERE stOrt = 1.5", Sqlite(), &values);
+  EXPECT_NE(rows("SELECT stOrt FROM t WHERE stOrt = CAST(? AS REAL)", &values),
+            rows("SELECT stOrt FROM t WHERE stOrt = 1.5", nullptr));
+  sqlite3_close(db);
 }

@@ -14,11 +14,13 @@
 namespace ZTkDb::detail {
 namespace {
 
-enum class Plain { kNone, kInteger, kString };
+enum class Plain { kNone, kInteger, kString, kDecimal };
 
-Plain PlainKind(const Token& t) {
+// `decimals`: whether the engine lifts plain decimals (see LiftingRules).
+Plain PlainKind(const Token& t, bool decimals) {
   const std::string_view text = t.text;
   if (t.kind == TokenKind::kNumber) {
+    if (decimals && IsPlainDecimal(text)) return Plain::kDecimal;
     if (text.empty() || text.size() > 18) return Plain::kNone;
     for (char c : text) {
       if (c < '0' || c > '9') return Plain::kNone;
@@ -47,6 +49,7 @@ int64_t IntegerOf(std::string_view digits) {
 // Stand-ins no statement holds, each of its literal's kind and class.
 constexpr int64_t kProbeBase = 9070000000000000;
 std::string ProbeString(size_t k) { return "ZtkMemoProbe" + std::to_string(k) + "x"; }
+std::string ProbeDecimal(size_t k) { return std::to_string(kProbeBase + k) + ".25"; }
 
 bool SameValue(const LiftedValue& a, const LiftedValue& b) {
   return a.kind == b.kind && a.text == b.text && a.integer == b.integer && a.number == b.number &&
@@ -56,8 +59,8 @@ bool SameValue(const LiftedValue& a, const LiftedValue& b) {
 
 // The statement's form (see the header) and its plain literals, in order;
 // false when the text cannot be read with certainty.
-bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& tokens,
-            std::string& key, std::vector<size_t>& literals) {
+bool FormOf(const std::string& sql, const Lexicon& lexicon, bool decimals,
+            std::vector<Token>& tokens, std::string& key, std::vector<size_t>& literals) {
   Doubt doubt;
   Tokenize(sql, lexicon, tokens, &doubt);
   key.clear();
@@ -70,10 +73,10 @@ bool FormOf(const std::string& sql, const Lexicon& lexicon, std::vector<Token>& 
   char* out = key.data();
   for (size_t i = 0; i < tokens.size(); ++i) {
     const Token& t = tokens[i];
-    const Plain plain = PlainKind(t);
+    const Plain plain = PlainKind(t, decimals);
     *out++ = static_cast<char>('A' + static_cast<int>(t.kind));
     if (plain != Plain::kNone) {
-      *out++ = plain == Plain::kInteger ? '#' : '$';
+      *out++ = plain == Plain::kInteger ? '#' : plain == Plain::kDecimal ? '%' : '$';
       literals.push_back(i);
       continue;
     }
@@ -104,6 +107,7 @@ struct AdaptationMemo::Recall {
   struct Slot {
     size_t value = 0;
     bool negate = false;
+    Plain kind = Plain::kNone;
   };
   std::vector<Slot> slots;  // by literal
   std::vector<int32_t> literal_of;  // by value: the literal that fills it, or -1
@@ -204,6 +208,12 @@ bool AdaptationMemo::Matches(const Recall& r, std::string_view sql,
     if (r.kinds[k] == Plain::kInteger) {
       while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
       if (at == start || at - start > 18) return false;
+    } else if (r.kinds[k] == Plain::kDecimal) {
+      while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
+      if (at == start || at == n || sql[at] != '.') return false;
+      const size_t fraction = ++at;
+      while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
+      if (at == fraction) return false;
     } else {
       if (at == n || sql[at] != '\'') return false;
       ++at;
@@ -289,6 +299,8 @@ void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& 
       const int64_t n = IntegerOf(texts[k]);
       v.integer = r.slots[k].negate ? -n : n;
       v.text.assign(learnt.text);
+    } else if (r.slots[k].kind == Plain::kDecimal) {
+      v.text.assign(texts[k]);
     } else {
       StringValueInto(Token{TokenKind::kString, texts[k]}, v.text);
     }
@@ -319,7 +331,9 @@ std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts)
   std::vector<size_t>& literals = *borrowedLiterals;
   std::string& key = *borrowedKey;
   const Lexicon& lexicon = rules_.lexicon ? *rules_.lexicon : LibraryLexicon();
-  if (!FormOf(sql, lexicon, tokens, key, literals)) return AdaptStatement(sql, rules_, &facts);
+  if (!FormOf(sql, lexicon, Decimals(), tokens, key, literals)) {
+    return AdaptStatement(sql, rules_, &facts);
+  }
   if (literals.empty()) return AdaptStatement(sql, rules_, &facts, &tokens);
   Form* form = forms_->Find(key);
   if (form && form->recall) {
@@ -359,8 +373,10 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
     size_t next = 0;
     for (size_t i = 0; i < tokens.size(); ++i) {
       if (next < literals.size() && literals[next] == i) {
-        probe += PlainKind(tokens[i]) == Plain::kInteger ? std::to_string(kProbeBase + next)
-                                                         : "'" + ProbeString(next) + "'";
+        const Plain plain = PlainKind(tokens[i], Decimals());
+        probe += plain == Plain::kInteger   ? std::to_string(kProbeBase + next)
+                 : plain == Plain::kDecimal ? ProbeDecimal(next)
+                                            : "'" + ProbeString(next) + "'";
         ++next;
       } else {
         probe.append(tokens[i].text);
@@ -395,20 +411,26 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
       const int64_t magnitude = negate ? -stand[v].integer : stand[v].integer;
       k = static_cast<size_t>(magnitude - kProbeBase);
       ok = magnitude >= kProbeBase && k < literals.size() &&
-           PlainKind(tokens[literals[k]]) == Plain::kInteger &&
+           PlainKind(tokens[literals[k]], Decimals()) == Plain::kInteger &&
            actual[v].integer == (negate ? -1 : 1) * IntegerOf(tokens[literals[k]].text);
     } else if (stand[v].kind == LiftedValue::kText && actual[v].kind == LiftedValue::kText) {
       const std::string& s = stand[v].text;
-      ok = s.size() > 13 && s.starts_with("ZtkMemoProbe") && s.back() == 'x';
-      if (ok) {
+      if (s.size() > 13 && s.starts_with("ZtkMemoProbe") && s.back() == 'x') {
         k = static_cast<size_t>(std::strtoull(s.c_str() + 12, nullptr, 10));
         ok = k < literals.size() && s == ProbeString(k) &&
-             PlainKind(tokens[literals[k]]) == Plain::kString &&
+             PlainKind(tokens[literals[k]], Decimals()) == Plain::kString &&
              actual[v].text == StringValue(tokens[literals[k]]);
+      } else if (s.ends_with(".25") && s.size() > 4) {
+        const uint64_t whole = std::strtoull(s.c_str(), nullptr, 10);
+        k = static_cast<size_t>(whole - static_cast<uint64_t>(kProbeBase));
+        ok = whole >= static_cast<uint64_t>(kProbeBase) && k < literals.size() &&
+             s == ProbeDecimal(k) &&
+             PlainKind(tokens[literals[k]], Decimals()) == Plain::kDecimal &&
+             actual[v].text == tokens[literals[k]].text;
       }
     }
     if (!ok) return nullptr;
-    r->slots[k] = {v, negate};
+    r->slots[k] = {v, negate, PlainKind(tokens[literals[k]], Decimals())};
     ++filled[k];
   }
   for (int n : filled) {
@@ -430,7 +452,7 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
   for (size_t i = 0; i < tokens.size(); ++i) {
     if (next < literals.size() && literals[next] == i) {
       r->ends.push_back(static_cast<uint32_t>(r->fixed.size()));
-      r->kinds.push_back(PlainKind(tokens[i]));
+      r->kinds.push_back(PlainKind(tokens[i], Decimals()));
       ++next;
     } else {
       r->fixed.append(tokens[i].text);

@@ -12,8 +12,9 @@ namespace ZTkDb::detail {
 // What adaptation and lifting made of a statement's form, so that the next
 // statement of the same form skips both. A form is the statement's tokens
 // with its plain literals left out: decimal integers of up to 18 digits,
-// and '…' strings that hold no backslash and no '?' and could not be read
-// as a date — the literals no adaptation rule reads or rewrites. Whatever
+// '…' strings that hold no backslash and no '?' and could not be read
+// as a date, and where the engine lifts them, decimals of the form
+// digits '.' digits — the literals no adaptation rule reads or rewrites. Whatever
 // else the statement holds (names, keywords, dates, other literals) is part
 // of its form.
 //
@@ -59,6 +60,8 @@ class AdaptationMemo {
   static bool Matches(const Recall& r, std::string_view sql, std::vector<std::string_view>& texts);
   static void Fill(const Recall& r, const std::vector<std::string_view>& texts,
                    StatementFacts& facts);
+  // Whether plain decimals are lifted, and so left out of a form.
+  bool Decimals() const { return rules_.lifting && rules_.lifting->decimal_marker; }
   const AdaptationRules& rules_;
   std::unique_ptr<Forms> forms_;
 };

@@ -60,6 +60,19 @@ bool ParseInteger(std::string_view text, int64_t& out) {
   return true;
 }
 
+}  // namespace
+
+bool IsPlainDecimal(std::string_view text) {
+  const size_t dot = text.find('.');
+  if (dot == 0 || dot == std::string_view::npos || dot + 1 == text.size()) return false;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (i != dot && (text[i] < '0' || text[i] > '9')) return false;
+  }
+  return true;
+}
+
+namespace {
+
 bool ParseTimestamp(const std::string& t, LiftedValue& v) {
   int parts[6];
   if (!SplitIsoTimestamp(t, parts)) return false;
@@ -127,8 +140,10 @@ class Lifter {
                 value->integer = -value->integer;
                 out.shape.resize(starts[static_cast<size_t>(sign)]);
               }
+              const bool decimal = value->kind == LiftedValue::kText && tok.kind == TokenKind::kNumber;
               out.values.push_back(std::move(*value));
-              out.shape += '?';
+              if (decimal) out.shape += rules_.decimal_marker;
+              else out.shape += '?';
               continue;
             }
           }
@@ -232,9 +247,15 @@ class Lifter {
     const Token& tok = At(i);
     LiftedValue v;
     if (tok.kind == TokenKind::kNumber) {
-      if (!ParseInteger(tok.text, v.integer)) return std::nullopt;
-      v.kind = LiftedValue::kInteger;
-      return v;
+      if (ParseInteger(tok.text, v.integer)) {
+        v.kind = LiftedValue::kInteger;
+        return v;
+      }
+      if (rules_.decimal_marker && IsPlainDecimal(tok.text)) {
+        v.text = tok.text;
+        return v;
+      }
+      return std::nullopt;
     }
     if (tok.text.empty() || tok.text.front() != '\'') return std::nullopt;  // prefixed, dollar, "…"
     v.text = StringValue(tok);

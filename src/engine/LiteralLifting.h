@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/SqlTokenizer.h"
@@ -64,11 +65,19 @@ struct LiftingRules {
   // A text that holds '?' anywhere is not lifted: a driver that rewrites
   // markers might read one where the server sees text.
   bool refuse_question_marks = false;
+  // Where set, a plain decimal (digits '.' digits) in a value position is
+  // lifted as a text of its digits, and this stands in its place (see
+  // ServerDialect::BoundDecimal); a sign before it stays in the text.
+  const char* decimal_marker = nullptr;
   // More values than this and the statement runs as text: binding must
   // never make a statement fail that runs as text (SQLite takes 32,766
   // parameters; psqlodbc loses its session on some ten thousand).
   size_t max_values = 2000;
 };
+
+// Digits, one '.', digits: a decimal with nothing a server might read
+// otherwise (no exponent, no sign, no bare dot).
+bool IsPlainDecimal(std::string_view text);
 
 // The shape and values of a SELECT, INSERT, UPDATE or DELETE given as the
 // tokens of `sql`; nothing for other statements (DDL, transaction control).

@@ -63,6 +63,13 @@ class Sqlite final : public ServerDialect {
   bool NarrowText() const override { return true; }
   bool BindsLiterals() const override { return true; }
   bool StringsReadAsBoundText() const override { return true; }
+  // SQLite reads a decimal literal and casts a text to REAL with one and
+  // the same conversion, so the cast of the bound digits is the literal's
+  // number to the last bit (a double bound from our own reading might not
+  // be: SQLite rounds through long double). The unary plus leaves the
+  // value without affinity, as a literal has none; the cast alone would
+  // carry REAL affinity into a comparison with a text column.
+  const char* BoundDecimal() const override { return "+CAST(? AS REAL)"; }
   bool StoresAmountsAsDouble() const override { return true; }
 
  private:

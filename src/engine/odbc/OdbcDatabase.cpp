@@ -146,6 +146,7 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
   if (dialect_->BindsLiterals() && Statements::Enabled()) {
     lifting_ = schema_.Lifting();
     lifting_.any_string = dialect_->StringsReadAsBoundText();
+    lifting_.decimal_marker = dialect_->BoundDecimal();
     // The driver finds its parameter markers with a reading of its own.
     lifting_.refuse_question_marks = true;
     rules_.lifting = &lifting_;

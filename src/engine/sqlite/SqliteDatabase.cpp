@@ -208,6 +208,7 @@ SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::s
   // A bound text and a string literal read alike in SQLite: both have no
   // affinity, and a column compared with either applies its own.
   lifting_.any_string = true;
+  lifting_.decimal_marker = SqliteDialect().BoundDecimal();
   lifting_.max_values =
       static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1));
   if (Statements::Enabled()) {
