@@ -18,8 +18,10 @@ namespace {
 
 // Besides plain literals, fillings that are not one plain literal: a learnt
 // form is matched as text, and these must not pass for one of its gaps.
-const char* const kNumbers[] = {"0",   "1",   "42", "123456789012345678", "9070000000000001",
-                                "1e5", "1.5", "7x", "1234567890123456789", "2 #"};
+const char* const kNumbers[] = {"0",    "1",    "42",   "123456789012345678", "9070000000000001",
+                                "1e5",  "1.5",  "7x",   "1234567890123456789", "2 #",
+                                "0.25", "00.5", "1.",   ".5", "9070000000000001.25",
+                                "12345678901234567.0001", "1.5e3", "1.5.5"};
 const char* const kStrings[] = {"'x'", "''", "'O''B'", "'1.2.2024'", "'?'", "'\\'", "'12.05.2024 10:00'",
                                 "'ZtkMemoProbe1x'", "'a'' OR ''1'", "'2024-05-12 10:00:00'",
                                 "'a' 'b'", "'x'\n'y'", "'#'", "'a'--"};

@@ -21,10 +21,12 @@ const std::vector<std::string> kStrings = {
 };
 const std::vector<std::string> kNumbers = {"0", "7", "123456789012345678", "2147483648", "00012",
                                            "9070000000000000"};
-// Decimals, the stand-in among them, and numbers a decimal slot may meet.
-const std::vector<std::string> kDecimals = {"1.5", "0.0", "125.5000", "9070000000000000.25",
-                                            "00.10", "12345678901234567890.0123456789", "3",
-                                            "99999999999999.9999"};
+// Decimals, the stand-in among them, and numbers a decimal slot may meet;
+// the first rounds' fit an amount's column, so that its form is learnt
+// before digits that do not fit it come.
+const std::vector<std::string> kDecimals = {"1.5", "0.0", "125.5000", "00.10", "99999999999999.9999",
+                                            "12345678901234567890.0123456789", "3",
+                                            "9070000000000000.25"};
 
 // `form` with each {N} and {S} filled, starting at `seed` in the pools.
 std::string Fill(const std::string& form, size_t seed) {
@@ -82,6 +84,8 @@ TEST_P(AdaptationMemoOn, ALearntFormRunsAsTheFullReadingWouldForAnyLiteral) {
       "UPDATE T_Auftrag SET T_Auftrag.lNr = {D}, T_Auftrag.stAuftrag = {S} WHERE "
       "T_Auftrag.lId = {N} AND T_Auftrag.lNr <> -{D}",
       "SELECT {D} AS x, lNr * {D} FROM T_Auftrag WHERE lNr IN ({D}, -{D}, {N}) ORDER BY {N}",
+      "UPDATE T_Auftrag SET cuKosten = {D}, dStunden = {D}, stAuftrag = {S} WHERE lId = {N}",
+      "INSERT INTO T_Auftrag (cuKosten, dStunden, lNr) VALUES ({D}, {D}, {N})",
   };
   ztktest::EngineRules engine(*GetParam());
   AdaptationMemo memo(engine.rules);
@@ -156,6 +160,12 @@ TEST_P(AdaptationMemoOn, ATextThatOnlyLooksLikeALearntFormIsReadAfresh) {
        "SELECT * FROM T_Auftrag WHERE lNr = '1.5' AND lId = 2",
        "SELECT * FROM T_Auftrag WHERE lNr = 1.5' AND lId = 2",
        "SELECT * FROM T_Auftrag WHERE lNr = 00000000000000000000000.1 AND lId = 2"},
+      // A server binds a decimal only where its digits fit the column.
+      {"UPDATE T_Auftrag SET cuKosten = 1.5 WHERE lId = 1",
+       "UPDATE T_Auftrag SET cuKosten = 2.5 WHERE lId = 2",
+       "UPDATE T_Auftrag SET cuKosten = 1.23456 WHERE lId = 3",
+       "UPDATE T_Auftrag SET cuKosten = 1234567890123456.5 WHERE lId = 4",
+       "UPDATE T_Auftrag SET cuKosten = 3.5 WHERE lId = 5"},
       // Literals side by side, and a string before a line break.
       {"SELECT 1'a' FROM T_Auftrag WHERE stAuftrag = 'a'\n",
        "SELECT 2'b' FROM T_Auftrag WHERE stAuftrag = 'b'\n",

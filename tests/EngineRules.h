@@ -13,7 +13,8 @@
 
 namespace ztktest {
 
-// Three tables whose *Datum columns hold dates and st* columns texts, as the
+// Three tables whose *Datum columns hold dates, st* columns texts, cuKosten
+// an amount (19 digits, 4 after the point) and dStunden a double, as the
 // engines' catalogues would report them.
 inline std::vector<ZTkDb::detail::ColumnInfo> MemoCatalogue(const std::string& table) {
   bool known = false;
@@ -23,12 +24,17 @@ inline std::vector<ZTkDb::detail::ColumnInfo> MemoCatalogue(const std::string& t
   if (!known) return {};
   std::vector<ZTkDb::detail::ColumnInfo> columns;
   for (const char* name : {"lId", "lNr", "lAuftragId", "lMeldungId", "stUId", "stAuftrag",
-                           "AuftragsDatum", "ErledDatum", "ErledigtDatum"}) {
+                           "AuftragsDatum", "ErledDatum", "ErledigtDatum", "cuKosten", "dStunden"}) {
     ZTkDb::detail::ColumnInfo c;
     c.name = name;
     c.is_date = c.name.ends_with("Datum");
     c.is_text = c.name.starts_with("st");
     c.declared_type = c.is_date ? "TIMESTAMP" : c.is_text ? "VARCHAR(255)" : "INTEGER";
+    c.is_float = c.name == "dStunden";
+    if (c.name == "cuKosten") {
+      c.precision = 19;
+      c.scale = 4;
+    }
     columns.push_back(c);
   }
   return columns;

@@ -38,6 +38,13 @@ LiftingRules Server() {
     return ColumnClass::kUnknown;
   };
   rules.refuse_question_marks = true;
+  // cuKosten: an amount of 19 digits, 4 after the point; dStunden floating.
+  rules.decimal_marker = "?";
+  rules.holds_decimal = [](const std::string& t, const std::string& c, std::string_view d) {
+    if (t != "T_Auftrag") return false;
+    if (c == "dStunden") return true;
+    return c == "cuKosten" && d.size() - d.find('.') - 1 <= 4;
+  };
   return rules;
 }
 
@@ -112,6 +119,21 @@ TEST(LiteralLifting, OnAServerStringsAreBoundOnlyBesideAColumnOfKnownType) {
                     "'2026-01-02 03:04:05', 'b', 7)",
                     Server()),
             "INSERT INTO T_Auftrag (stOrt, AuftragsDatum, stAuftrag, lNr) VALUES (?, ?, 'b', ?)");
+  // Decimals only where assigned to a column that holds them unrounded;
+  // never compared (a server may compare a bound text as a double), nor
+  // with a sign (a minus before an untyped value is ambiguous).
+  values.clear();
+  EXPECT_EQ(ShapeOf("UPDATE T_Auftrag SET cuKosten = 1.5, dStunden = 0.123456, cuKosten = 0.12345, "
+                    "lNr = 2.5, dStunden = -1.5, dStunden = 1.5 + 1 WHERE dStunden = 1.5",
+                    Server(), &values),
+            "UPDATE T_Auftrag SET cuKosten = ?, dStunden = ?, cuKosten = 0.12345, lNr = 2.5, "
+            "dStunden = -1.5, dStunden = 1.5 + ? WHERE dStunden = 1.5");
+  ASSERT_EQ(values.size(), 3u);
+  EXPECT_EQ(values[0].kind, LiftedValue::kDecimal);
+  EXPECT_EQ(values[1].text, "0.123456");
+  EXPECT_EQ(ShapeOf("INSERT INTO T_Auftrag (cuKosten, lNr, dStunden) VALUES (12.25, 3.5, (1.5))",
+                    Server()),
+            "INSERT INTO T_Auftrag (cuKosten, lNr, dStunden) VALUES (?, 3.5, (1.5))");
   // A '?' anywhere: the driver's own marker reading must not meet a new one.
   EXPECT_EQ(ShapeOf("SELECT * FROM T_Auftrag WHERE stOrt = 'why?' AND lId = 1", Server()),
             "(not lifted)");

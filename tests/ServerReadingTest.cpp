@@ -403,3 +403,38 @@ TEST_P(ServerReading, ASnapshotSeesOneMomentWhateverOthersCommit) {
   EXPECT_EQ(count("T_Auftrag"), 3);
   second.CloseDb();
 }
+
+// A decimal may be bound instead of sent; it must land as the server would
+// have read its literal, to the last digit of a double and of an amount,
+// and whatever its leading zeros or excess digits. Each row is then found
+// by the same literals in its WHERE.
+TEST_P(ServerReading, ADecimalIsStoredAsItsLiteralWouldBe) {
+  const struct {
+    const char* hours;
+    const char* amount;
+  } cases[] = {
+      {"0.1", "0.1"},
+      {"1.5", "1234.5678"},
+      {"0.30000000000000004", "0.0001"},
+      {"2.000000000000000000001", "99999999999.9999"},
+      {"123456789.123456789", "007.10"},
+      {"00.25", "0.5"},
+      {"0.000000000000000000000000000000000000001", "12.3456"},
+  };
+  int i = 0;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.hours) + " / " + c.amount);
+    const std::string uid = "dec-" + std::to_string(++i);
+    const auto found = [&](const std::string& hours, const std::string& amount) {
+      return ztktest::Scalar("srv", "SELECT count(*) FROM T_Leistung WHERE stUId = '" + uid +
+                                        "' AND dStunden = " + hours + " AND cuPreisProStd = " + amount)
+          .ToLong();
+    };
+    ztktest::Exec("srv", "INSERT INTO T_Leistung (stUId, dStunden, cuPreisProStd) VALUES ('" + uid +
+                             "', " + c.hours + ", " + c.amount + ")");
+    EXPECT_EQ(found(c.hours, c.amount), 1);
+    ztktest::Exec("srv", std::string("UPDATE T_Leistung SET dStunden = ") + c.amount +
+                             ", cuPreisProStd = " + c.amount + " WHERE stUId = '" + uid + "'");
+    EXPECT_EQ(found(c.amount, c.amount), 1);
+  }
+}

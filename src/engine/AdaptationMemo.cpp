@@ -413,7 +413,8 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
       ok = magnitude >= kProbeBase && k < literals.size() &&
            PlainKind(tokens[literals[k]], Decimals()) == Plain::kInteger &&
            actual[v].integer == (negate ? -1 : 1) * IntegerOf(tokens[literals[k]].text);
-    } else if (stand[v].kind == LiftedValue::kText && actual[v].kind == LiftedValue::kText) {
+    } else if ((stand[v].kind == LiftedValue::kText || stand[v].kind == LiftedValue::kDecimal) &&
+               actual[v].kind == stand[v].kind) {
       const std::string& s = stand[v].text;
       if (s.size() > 13 && s.starts_with("ZtkMemoProbe") && s.back() == 'x') {
         k = static_cast<size_t>(std::strtoull(s.c_str() + 12, nullptr, 10));

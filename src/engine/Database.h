@@ -36,6 +36,10 @@ struct ColumnInfo {
   bool is_date = false;
   // Variable-length text: a bound text compares with it as a literal would.
   bool is_text = false;
+  // A number a decimal literal may be assigned to: floating (any digits),
+  // or exact with `precision` digits, `scale` of them after the point.
+  bool is_float = false;
+  int16_t precision = -1, scale = -1;
 };
 
 // A column to be added to an existing table.

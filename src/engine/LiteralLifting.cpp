@@ -128,6 +128,10 @@ class Lifter {
           break;
         case TokenKind::kIdentifier:
           Clause(i, frame);
+          if (frames.size() == 1) {
+            if (IsKeyword(tok, "SET")) assigning_ = true;
+            else if (IsKeyword(tok, "WHERE") || IsKeyword(tok, "FROM")) assigning_ = false;
+          }
           break;
         case TokenKind::kString:
         case TokenKind::kNumber:
@@ -140,7 +144,7 @@ class Lifter {
                 value->integer = -value->integer;
                 out.shape.resize(starts[static_cast<size_t>(sign)]);
               }
-              const bool decimal = value->kind == LiftedValue::kText && tok.kind == TokenKind::kNumber;
+              const bool decimal = value->kind != LiftedValue::kInteger && tok.kind == TokenKind::kNumber;
               out.values.push_back(std::move(*value));
               if (decimal) out.shape += rules_.decimal_marker;
               else out.shape += '?';
@@ -251,7 +255,9 @@ class Lifter {
         v.kind = LiftedValue::kInteger;
         return v;
       }
-      if (rules_.decimal_marker && IsPlainDecimal(tok.text)) {
+      if (rules_.decimal_marker && IsPlainDecimal(tok.text) &&
+          (rules_.any_string || AssignedColumnHolds(i, tok.text))) {
+        v.kind = rules_.any_string ? LiftedValue::kText : LiftedValue::kDecimal;
         v.text = tok.text;
         return v;
       }
@@ -267,6 +273,29 @@ class Lifter {
         return std::nullopt;
       default: return std::nullopt;
     }
+  }
+
+  // Whether the decimal at `i` is assigned to a column (an INSERT's value,
+  // or UPDATE … SET c = 1.5) that stores it as it stands.
+  bool AssignedColumnHolds(long i, std::string_view decimal) {
+    if (!rules_.holds_decimal) return false;
+    long column = -1;
+    if (auto paired = insert_values_.find(i); paired != insert_values_.end()) {
+      column = paired->second;
+    } else if (assigning_) {
+      const long op = PrevSig(t_, i);
+      if (op >= 0 && At(op).text == "=" && EndsValue(t_, NextSig(t_, i))) {
+        const long col = PrevSig(t_, op);
+        if (col >= 0 && At(col).kind == TokenKind::kIdentifier && StartsValue(t_, PrevSig(t_, col))) {
+          column = col;
+        }
+      }
+    }
+    if (column < 0) return false;
+    std::string qualifier;
+    const std::string name = ColumnName(At(column), &qualifier);
+    const std::string& table = qualifier.empty() ? default_table_ : qualifier;
+    return !table.empty() && rules_.holds_decimal(table, name, decimal);
   }
 
   // The class of the column a string is compared with or assigned to.
@@ -365,6 +394,7 @@ class Lifter {
   const Tokens& t_;
   const LiftingRules& rules_;
   bool insert_ = false;
+  bool assigning_ = false;  // between UPDATE's SET and its WHERE
   std::string default_table_;
   std::optional<std::set<std::string>> tables_;
   std::map<long, long> insert_values_;

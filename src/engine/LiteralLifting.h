@@ -65,10 +65,15 @@ struct LiftingRules {
   // A text that holds '?' anywhere is not lifted: a driver that rewrites
   // markers might read one where the server sees text.
   bool refuse_question_marks = false;
-  // Where set, a plain decimal (digits '.' digits) in a value position is
-  // lifted as a text of its digits, and this stands in its place (see
-  // ServerDialect::BoundDecimal); a sign before it stays in the text.
+  // Where set, plain decimals (digits '.' digits) are lifted and this
+  // stands in their place (see ServerDialect::BoundDecimal); a sign before
+  // one stays in the text. With any_string, every one in a value position,
+  // as a text of its digits that the marker casts; otherwise one assigned
+  // to a column that holds_decimal answers for (SET c = 1.5, INSERT …
+  // VALUES), as an exact decimal.
   const char* decimal_marker = nullptr;
+  std::function<bool(const std::string& table, const std::string& column, std::string_view decimal)>
+      holds_decimal;
   // More values than this and the statement runs as text: binding must
   // never make a statement fail that runs as text (SQLite takes 32,766
   // parameters; psqlodbc loses its session on some ten thousand).

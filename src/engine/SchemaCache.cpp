@@ -14,6 +14,9 @@ const SchemaCache::TableFacts& SchemaCache::Facts(const std::string& table) {
                 : column.is_text ? facts.text_columns
                                  : facts.other_columns;
     set.insert(LowerAscii(column.name));
+    if (column.is_float || (column.precision > 0 && column.scale >= 0)) {
+      facts.number_columns[LowerAscii(column.name)] = {column.is_float, column.precision, column.scale};
+    }
   }
   return tables_.emplace(table, std::move(facts)).first->second;
 }
@@ -32,8 +35,27 @@ ColumnClass SchemaCache::ClassOf(const std::string& table, const std::string& co
   return ColumnClass::kUnknown;
 }
 
+bool SchemaCache::HoldsDecimal(const std::string& table, const std::string& column,
+                               std::string_view decimal) {
+  const TableFacts& facts = Facts(table);
+  const auto it = facts.number_columns.find(LowerAscii(column));
+  if (it == facts.number_columns.end()) return false;
+  if (it->second.is_float) return true;
+  const size_t dot = decimal.find('.');
+  if (dot == std::string_view::npos) return false;
+  const size_t lead = decimal.find_first_not_of('0');
+  const size_t whole = lead == std::string_view::npos || lead >= dot ? 0 : dot - lead;
+  const size_t fraction = decimal.size() - dot - 1;
+  const auto precision = static_cast<size_t>(it->second.precision);
+  const auto scale = static_cast<size_t>(it->second.scale);
+  return fraction <= scale && whole + scale <= precision;
+}
+
 LiftingRules SchemaCache::Lifting() {
   LiftingRules rules;
+  rules.holds_decimal = [this](const std::string& t, const std::string& c, std::string_view d) {
+    return HoldsDecimal(t, c, d);
+  };
   rules.is_table = [this](const std::string& t) { return IsTable(t); };
   rules.column_class = [this](const std::string& t, const std::string& c) { return ClassOf(t, c); };
   return rules;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -22,6 +23,11 @@ class SchemaCache {
   bool IsTable(const std::string& table) { return Facts(table).exists; }
   bool IsDateColumn(const std::string& table, const std::string& column);
   ColumnClass ClassOf(const std::string& table, const std::string& column);
+  // Whether `decimal` (digits '.' digits) assigned to the column is stored
+  // as it stands: a floating column, or an exact one with room for its
+  // digits on either side of the point, so that no rounding or range rule
+  // of the server can tell a bound value from the literal.
+  bool HoldsDecimal(const std::string& table, const std::string& column, std::string_view decimal);
   // Lifting rules whose column questions this cache answers.
   LiftingRules Lifting();
   // After DDL: everything is asked again.
@@ -36,6 +42,11 @@ class SchemaCache {
     std::unordered_set<std::string> date_columns;  // lower case
     std::unordered_set<std::string> text_columns;  // lower case
     std::unordered_set<std::string> other_columns;  // lower case
+    struct Number {
+      bool is_float = false;
+      int16_t precision = -1, scale = -1;
+    };
+    std::unordered_map<std::string, Number> number_columns;  // lower case
   };
   const TableFacts& Facts(const std::string& table);
 

@@ -100,6 +100,10 @@ class MariaDb final : public ServerDialect {
   // the connection's character set like a literal, and a date compares as
   // a DATETIME either way.
   bool BindsLiterals() const override { return true; }
+  // A decimal assigned to a DECIMAL column with room for its digits is
+  // stored unrounded either way; a DOUBLE reads the decimal literal and
+  // the bound digits with the same conversion of its text.
+  const char* BoundDecimal() const override { return "?"; }
   // "..." is a string here.
   std::string QuoteName(const std::string& name) const override {
     std::string out = "`";

@@ -116,6 +116,10 @@ class Postgres final : public ServerDialect {
   // char(n) columns are not "text" here: varchar would compare with their
   // padding.
   bool BindsLiterals() const override { return true; }
+  // A decimal assigned to a numeric or floating column: the bound digits
+  // and the literal's numeric constant reach the column through the same
+  // input conversion, and the column's precision holds either unrounded.
+  const char* BoundDecimal() const override { return "?"; }
   bool FetchesInBlocks() const override { return true; }
   // An identity's sequence knows nothing of rows inserted with their ids.
   std::vector<std::string> IdentityAdvance(const std::string& table,

@@ -87,9 +87,9 @@ class ServerDialect {
   // Whether any plain string reads like a bound text, wherever it stands in
   // a value position (SQLite), rather than only beside a known column.
   virtual bool StringsReadAsBoundText() const { return false; }
-  // What stands for a plain decimal (1.5) lifted as text and read back by
-  // the server into the very number its literal gives; nullptr: decimals
-  // stay in the text.
+  // What stands for a plain decimal (1.5) that is bound (see LiftingRules):
+  // the server must read the bound digits into the very number its literal
+  // gives. nullptr: decimals stay in the text.
   virtual const char* BoundDecimal() const { return nullptr; }
   // Whether results are read a block of rows at a time into bound arrays
   // (the driver gets data from a bound column of a block, SQL_GD_BLOCK and

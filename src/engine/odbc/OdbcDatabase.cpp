@@ -372,6 +372,17 @@ std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
     info.is_date = FetchFor(dataType, 0, info.declared_type) == Fetch::kDate;
     info.is_text = !info.is_date && (dataType == SQL_VARCHAR || dataType == SQL_LONGVARCHAR ||
                                      dataType == SQL_WVARCHAR || dataType == SQL_WLONGVARCHAR);
+    info.is_float = dataType == SQL_DOUBLE || dataType == SQL_FLOAT || dataType == SQL_REAL;
+    if (dataType == SQL_DECIMAL || dataType == SQL_NUMERIC) {
+      // Unknown (Null) stays -1: no decimal is bound for the column.
+      SQLINTEGER size = -1;
+      SQLSMALLINT digits = -1;
+      if (FetchFixed(stmt.Get(), 7, SQL_C_SLONG, size) && FetchFixed(stmt.Get(), 9, SQL_C_SSHORT, digits) &&
+          size > 0 && size <= 1000 && digits >= 0 && digits <= size) {
+        info.precision = static_cast<int16_t>(size);
+        info.scale = digits;
+      }
+    }
     out.push_back(std::move(info));
   }
   return out;

@@ -159,14 +159,19 @@ bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
         rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 15, 0,
                               &params.doubles.back(), 0, nullptr);
         break;
-      case LiftedValue::kDecimal:
-        // Exact: the amount's digits, read by the server as a decimal.
+      case LiftedValue::kDecimal: {
+        // Exact: the digits, read by the server as a decimal of just their
+        // size (a driver may round to the scale it is told).
         params.narrow.push_back(v.text);
         params.lengths.push_back(static_cast<SQLLEN>(v.text.size()));
-        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_DECIMAL, 19, 4,
-                              params.narrow.back().data(), params.lengths.back(),
-                              &params.lengths.back());
+        const size_t dot = v.text.find('.');
+        const size_t digits = v.text.size() - (v.text.starts_with('-') ? 1 : 0) - (dot != std::string::npos);
+        const auto scale = static_cast<SQLSMALLINT>(dot == std::string::npos ? 0 : v.text.size() - dot - 1);
+        rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_DECIMAL,
+                              std::max<SQLULEN>(digits, 1), scale, params.narrow.back().data(),
+                              params.lengths.back(), &params.lengths.back());
         break;
+      }
       case LiftedValue::kNull:
         params.lengths.push_back(SQL_NULL_DATA);
         rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SqlTypeOf(v.null_as, narrow_),
