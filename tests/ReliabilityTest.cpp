@@ -36,6 +36,7 @@ constexpr int kRows = 3;
 [[noreturn]] void Writer(const ztktest::EngineDb& db, const std::string& connect, int seed,
                          int out) {
   int landed = 0, refused = 0, errors = 0;
+  std::string what;  // the last error, so that a failure says which
   try {
     int boxes = 0;
     SetMessageSink([&](const MessageBoxCall& box) {
@@ -60,17 +61,18 @@ constexpr int kRows = 3;
           ++refused;
       } catch (const Error& e) {
         // A lock held past the busy timeout is 3260, and nothing landed.
-        if (e.Number() != 3260)
+        if (e.Number() != 3260) {
           ++errors;
-        else
+          what = std::to_string(e.Number()) + " " + e.Description();
+        } else
           ++refused;
       }
     }
   } catch (...) {
     ++errors;
   }
-  const std::string report =
-      std::to_string(landed) + " " + std::to_string(refused) + " " + std::to_string(errors) + "\n";
+  const std::string report = std::to_string(landed) + " " + std::to_string(refused) + " " +
+                             std::to_string(errors) + " " + what.substr(0, 400) + "\n";
   [[maybe_unused]] auto n = write(out, report.data(), report.size());
   _exit(0);
 }
@@ -108,11 +110,12 @@ TEST_P(ConcurrentWriters, EveryWriteLandsOrShowsTheBoxAndNoneIsLost) {
     int status = 0;
     waitpid(children[static_cast<size_t>(w)], &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "writer " << w << " crashed";
-    char buf[64] = {};
+    char buf[512] = {};
     [[maybe_unused]] auto n = read(pipes[w][0], buf, sizeof buf - 1);
     close(pipes[w][0]);
     int l = 0, r = 0, e = 0;
     ASSERT_EQ(std::sscanf(buf, "%d %d %d", &l, &r, &e), 3) << "writer " << w << " said nothing";
+    EXPECT_EQ(e, 0) << "writer " << w << ": " << buf;
     landed += l;
     refused += r;
     errors += e;
