@@ -282,14 +282,9 @@ class Lifter {
     long column = -1;
     if (auto paired = insert_values_.find(i); paired != insert_values_.end()) {
       column = paired->second;
-    } else if (assigning_) {
-      const long op = PrevSig(t_, i);
-      if (op >= 0 && At(op).text == "=" && EndsValue(t_, NextSig(t_, i))) {
-        const long col = PrevSig(t_, op);
-        if (col >= 0 && At(col).kind == TokenKind::kIdentifier && StartsValue(t_, PrevSig(t_, col))) {
-          column = col;
-        }
-      }
+    } else if (long op = -1; assigning_) {
+      const long col = ColumnBefore(i, op);
+      if (col >= 0 && At(op).text == "=") column = col;
     }
     if (column < 0) return false;
     std::string qualifier;
@@ -298,18 +293,25 @@ class Lifter {
     return !table.empty() && rules_.holds_decimal(table, name, decimal);
   }
 
+  // The column of `column <comparison> literal` around the literal at `i`,
+  // alone in its value; -1 if there is none. `op` receives the comparison.
+  long ColumnBefore(long i, long& op) const {
+    op = PrevSig(t_, i);
+    if (op < 0 || !IsComparison(At(op)) || !EndsValue(t_, NextSig(t_, i))) return -1;
+    const long col = PrevSig(t_, op);
+    if (col < 0 || At(col).kind != TokenKind::kIdentifier || !StartsValue(t_, PrevSig(t_, col))) {
+      return -1;
+    }
+    return col;
+  }
+
   // The class of the column a string is compared with or assigned to.
   ColumnClass ClassBeside(long i) {
     if (!rules_.column_class) return ColumnClass::kUnknown;
     auto paired = insert_values_.find(i);
     if (paired != insert_values_.end()) return ClassOf(paired->second);
-    long op = PrevSig(t_, i);
-    if (op >= 0 && IsComparison(At(op)) && EndsValue(t_, NextSig(t_, i))) {
-      const long col = PrevSig(t_, op);
-      if (col >= 0 && At(col).kind == TokenKind::kIdentifier && StartsValue(t_, PrevSig(t_, col))) {
-        return ClassOf(col);
-      }
-    }
+    long op = -1;
+    if (const long col = ColumnBefore(i, op); col >= 0) return ClassOf(col);
     op = NextSig(t_, i);
     if (op >= 0 && IsComparison(At(op)) && StartsValue(t_, PrevSig(t_, i))) {
       const long col = NextSig(t_, op);
