@@ -197,6 +197,34 @@ TEST_P(AdaptationMemoOn, ATextThatOnlyLooksLikeALearntFormIsReadAfresh) {
   }
 }
 
+// Every booking brings an amount of its own: its statement must come from
+// the memo like any other, as long as the digits fit where they are bound;
+// digits that do not fit are read afresh, as the full reading would.
+TEST_P(AdaptationMemoOn, AnAmountOfNewDigitsIsRecalledWhereItFitsItsColumn) {
+  ztktest::EngineRules engine(*GetParam());
+  AdaptationMemo memo(engine.rules);
+  const bool server = GetParam() != &SqliteDialect();
+  const struct {
+    const char* amount;
+    bool recalled;
+  } cases[] = {{"1.5", false},     {"2.25", false},  {"1250.0001", true}, {"0.5", true},
+               {"1.23456", !server}, {"999999999999999.9999", true},
+               {"1234567890123456.5", !server}, {"7.1", true}};
+  for (const char* form : {"UPDATE T_Auftrag SET cuKosten = {A}, stAuftrag = 'x' WHERE lId = 3",
+                           "INSERT INTO T_Auftrag (lNr, cuKosten, dStunden) VALUES (1, {A}, {A})"}) {
+    for (const auto& c : cases) {
+      std::string sql = form;
+      for (size_t at; (at = sql.find("{A}")) != std::string::npos;) sql.replace(at, 3, c.amount);
+      SCOPED_TRACE(sql);
+      StatementFacts full, fromMemo;
+      AdaptStatement(sql, engine.rules, &full);
+      const bool recalled = memo.Adapt(sql, fromMemo).empty();
+      EXPECT_EQ(Describe(fromMemo), Describe(full));
+      EXPECT_EQ(recalled, c.recalled);
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, AdaptationMemoOn,
                          testing::Values(&SqliteDialect(), &PostgresDialect(), &MariaDbDialect()),
                          [](const testing::TestParamInfo<const ServerDialect*>& p) {

@@ -40,10 +40,11 @@ LiftingRules Server() {
   rules.refuse_question_marks = true;
   // cuKosten: an amount of 19 digits, 4 after the point; dStunden floating.
   rules.decimal_marker = "?";
-  rules.holds_decimal = [](const std::string& t, const std::string& c, std::string_view d) {
-    if (t != "T_Auftrag") return false;
-    if (c == "dStunden") return true;
-    return c == "cuKosten" && d.size() - d.find('.') - 1 <= 4;
+  rules.decimal_room = [](const std::string& t, const std::string& c) -> std::optional<DecimalRoom> {
+    if (t != "T_Auftrag") return std::nullopt;
+    if (c == "dStunden") return DecimalRoom{};
+    if (c == "cuKosten") return DecimalRoom{false, 19, 4};
+    return std::nullopt;
   };
   return rules;
 }

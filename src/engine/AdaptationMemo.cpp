@@ -49,12 +49,14 @@ int64_t IntegerOf(std::string_view digits) {
 // Stand-ins no statement holds, each of its literal's kind and class.
 constexpr int64_t kProbeBase = 9070000000000000;
 std::string ProbeString(size_t k) { return "ZtkMemoProbe" + std::to_string(k) + "x"; }
-std::string ProbeDecimal(size_t k) { return std::to_string(kProbeBase + k) + ".25"; }
+// A decimal's stand-in has to fit the columns an amount goes to (a server
+// binds a decimal only where its digits do): a small one.
+std::string ProbeDecimal(size_t k) { return std::to_string(k) + ".5"; }
 
 bool SameValue(const LiftedValue& a, const LiftedValue& b) {
   return a.kind == b.kind && a.text == b.text && a.integer == b.integer && a.number == b.number &&
          a.null_as == b.null_as && a.year == b.year && a.month == b.month && a.day == b.day &&
-         a.hour == b.hour && a.minute == b.minute && a.second == b.second;
+         a.hour == b.hour && a.minute == b.minute && a.second == b.second && a.room == b.room;
 }
 
 // The statement's form (see the header) and its plain literals, in order;
@@ -278,6 +280,16 @@ void AdaptationMemo::GiveBack(std::vector<LiftedValue>&& values) {
   if (values.size() > smallest->size()) *smallest = std::move(values);
 }
 
+bool AdaptationMemo::Fits(const Recall& r, const std::vector<std::string_view>& texts) {
+  for (size_t k = 0; k < r.slots.size(); ++k) {
+    const Recall::Slot& slot = r.slots[k];
+    if (slot.kind == Plain::kDecimal && !r.lifted.values[slot.value].room.Holds(texts[k])) {
+      return false;
+    }
+  }
+  return true;
+}
+
 void AdaptationMemo::Fill(const Recall& r, const std::vector<std::string_view>& texts,
                           StatementFacts& facts) {
   // The learnt values are copied but for the texts the literals replace.
@@ -318,6 +330,9 @@ std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts)
     if (it != forms_->by_head.end()) {
       for (const auto& r : it->second) {
         if (Matches(*r, sql, texts)) {
+          // Digits that do not fit the column stay in the text: another
+          // shape, which the full path gives.
+          if (!Fits(*r, texts)) return AdaptStatement(sql, rules_, &facts);
           Fill(*r, texts, facts);
           return {};
         }
@@ -339,6 +354,7 @@ std::string AdaptationMemo::Adapt(const std::string& sql, StatementFacts& facts)
   if (form && form->recall) {
     texts.clear();
     for (size_t k : literals) texts.push_back(tokens[k].text);
+    if (!Fits(*form->recall, texts)) return AdaptStatement(sql, rules_, &facts, &tokens);
     Fill(*form->recall, texts, facts);
     return {};
   }
@@ -421,11 +437,9 @@ std::shared_ptr<const AdaptationMemo::Recall> AdaptationMemo::Learn(
         ok = k < literals.size() && s == ProbeString(k) &&
              PlainKind(tokens[literals[k]], Decimals()) == Plain::kString &&
              actual[v].text == StringValue(tokens[literals[k]]);
-      } else if (s.ends_with(".25") && s.size() > 4) {
-        const uint64_t whole = std::strtoull(s.c_str(), nullptr, 10);
-        k = static_cast<size_t>(whole - static_cast<uint64_t>(kProbeBase));
-        ok = whole >= static_cast<uint64_t>(kProbeBase) && k < literals.size() &&
-             s == ProbeDecimal(k) &&
+      } else if (IsPlainDecimal(s) && s.size() < 12) {
+        k = static_cast<size_t>(std::strtoull(s.c_str(), nullptr, 10));
+        ok = k < literals.size() && s == ProbeDecimal(k) &&
              PlainKind(tokens[literals[k]], Decimals()) == Plain::kDecimal &&
              actual[v].text == tokens[literals[k]].text;
       }

@@ -13,7 +13,7 @@ namespace ZTkDb::detail {
 // statement of the same form skips both. A form is the statement's tokens
 // with its plain literals left out: decimal integers of up to 18 digits,
 // '…' strings that hold no backslash and no '?' and could not be read
-// as a date, and where the engine lifts every one, decimals of the form
+// as a date, and where the engine lifts decimals, those of the form
 // digits '.' digits — the literals no adaptation rule reads or rewrites. Whatever
 // else the statement holds (names, keywords, dates, other literals) is part
 // of its form.
@@ -58,14 +58,15 @@ class AdaptationMemo {
                                       const std::vector<size_t>& literals,
                                       const StatementFacts& facts);
   static bool Matches(const Recall& r, std::string_view sql, std::vector<std::string_view>& texts);
+  // Whether each decimal fits the column its learnt value is bound for.
+  static bool Fits(const Recall& r, const std::vector<std::string_view>& texts);
   static void Fill(const Recall& r, const std::vector<std::string_view>& texts,
                    StatementFacts& facts);
-  // Whether plain decimals are left out of a form: only where every one in
-  // a value position is lifted (SQLite). A server lifts one only when its
-  // digits fit the column, which a gap filled with other digits might not.
-  bool Decimals() const {
-    return rules_.lifting && rules_.lifting->decimal_marker && rules_.lifting->any_string;
-  }
+  // Whether plain decimals are left out of a form: wherever the engine
+  // lifts them. SQLite lifts every one in a value position; a server one
+  // assigned to a column its digits fit, so a learnt decimal slot keeps the
+  // column's room, and other digits that do not fit it take the full path.
+  bool Decimals() const { return rules_.lifting && rules_.lifting->decimal_marker; }
   const AdaptationRules& rules_;
   std::unique_ptr<Forms> forms_;
 };

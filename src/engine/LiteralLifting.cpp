@@ -71,6 +71,17 @@ bool IsPlainDecimal(std::string_view text) {
   return true;
 }
 
+bool DecimalRoom::Holds(std::string_view decimal) const {
+  if (floating) return true;
+  const size_t dot = decimal.find('.');
+  if (dot == std::string_view::npos) return false;
+  const size_t lead = decimal.find_first_not_of('0');
+  const size_t whole = lead == std::string_view::npos || lead >= dot ? 0 : dot - lead;
+  const size_t fraction = decimal.size() - dot - 1;
+  return fraction <= static_cast<size_t>(scale) &&
+         whole + static_cast<size_t>(scale) <= static_cast<size_t>(precision);
+}
+
 namespace {
 
 bool ParseTimestamp(const std::string& t, LiftedValue& v) {
@@ -255,12 +266,17 @@ class Lifter {
         v.kind = LiftedValue::kInteger;
         return v;
       }
-      if (rules_.decimal_marker && IsPlainDecimal(tok.text) &&
-          (rules_.any_string || AssignedColumnHolds(i, tok.text))) {
-        v.kind = rules_.any_string ? LiftedValue::kText : LiftedValue::kDecimal;
-        v.text = tok.text;
-        return v;
+      if (!rules_.decimal_marker || !IsPlainDecimal(tok.text)) return std::nullopt;
+      if (rules_.any_string) {
+        v.kind = LiftedValue::kText;
+      } else if (auto room = AssignedColumnRoom(i); room && room->Holds(tok.text)) {
+        v.kind = LiftedValue::kDecimal;
+        v.room = *room;
+      } else {
+        return std::nullopt;
       }
+      v.text = tok.text;
+      return v;
       return std::nullopt;
     }
     if (tok.text.empty() || tok.text.front() != '\'') return std::nullopt;  // prefixed, dollar, "…"
@@ -275,10 +291,10 @@ class Lifter {
     }
   }
 
-  // Whether the decimal at `i` is assigned to a column (an INSERT's value,
-  // or UPDATE … SET c = 1.5) that stores it as it stands.
-  bool AssignedColumnHolds(long i, std::string_view decimal) {
-    if (!rules_.holds_decimal) return false;
+  // The room of the column the decimal at `i` is assigned to (an INSERT's
+  // value, or UPDATE … SET c = 1.5), if it is a number column.
+  std::optional<DecimalRoom> AssignedColumnRoom(long i) {
+    if (!rules_.decimal_room) return std::nullopt;
     long column = -1;
     if (auto paired = insert_values_.find(i); paired != insert_values_.end()) {
       column = paired->second;
@@ -286,11 +302,12 @@ class Lifter {
       const long col = ColumnBefore(i, op);
       if (col >= 0 && At(op).text == "=") column = col;
     }
-    if (column < 0) return false;
+    if (column < 0) return std::nullopt;
     std::string qualifier;
     const std::string name = ColumnName(At(column), &qualifier);
     const std::string& table = qualifier.empty() ? default_table_ : qualifier;
-    return !table.empty() && rules_.holds_decimal(table, name, decimal);
+    if (table.empty()) return std::nullopt;
+    return rules_.decimal_room(table, name);
   }
 
   // The column of `column <comparison> literal` around the literal at `i`,

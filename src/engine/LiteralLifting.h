@@ -15,6 +15,18 @@ namespace ZTkDb::detail {
 // What a column holds, as far as binding a value for it is concerned.
 enum class ColumnClass { kUnknown, kText, kDate, kOther };
 
+// The decimals a number column stores as they are written: any (a
+// floating column), or those with at most `scale` digits after the point
+// and `precision - scale` before it (leading zeros aside), so that no
+// rounding or range rule of the server can tell a bound value from the
+// literal.
+struct DecimalRoom {
+  bool floating = true;
+  int16_t precision = 0, scale = 0;
+  bool Holds(std::string_view decimal) const;  // digits '.' digits
+  bool operator==(const DecimalRoom&) const = default;
+};
+
 // A literal taken out of a statement, to be bound in its place.
 // Whole rows bound for an insert add doubles, exact decimals and Nulls.
 // Everything of a lifted value but its text, apart so that a recalled
@@ -27,6 +39,9 @@ struct LiftedScalars {
   // kTimestamp: the parts of 'YYYY-MM-DD HH:MM:SS'
   int16_t year = 0;
   uint16_t month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  // kDecimal: the column it is assigned to, which other digits in its
+  // place must fit to be bound as well.
+  DecimalRoom room;
 };
 struct LiftedValue : LiftedScalars {
   std::string text;  // kText: the string's value ('' undone); kDecimal: its digits
@@ -69,11 +84,11 @@ struct LiftingRules {
   // stands in their place (see ServerDialect::BoundDecimal); a sign before
   // one stays in the text. With any_string, every one in a value position,
   // as a text of its digits that the marker casts; otherwise one assigned
-  // to a column that holds_decimal answers for (SET c = 1.5, INSERT …
-  // VALUES), as an exact decimal.
+  // to a column (SET c = 1.5, INSERT …
+  // VALUES), as an exact decimal, when it fits the room decimal_room gives.
   const char* decimal_marker = nullptr;
-  std::function<bool(const std::string& table, const std::string& column, std::string_view decimal)>
-      holds_decimal;
+  std::function<std::optional<DecimalRoom>(const std::string& table, const std::string& column)>
+      decimal_room;
   // More values than this and the statement runs as text: binding must
   // never make a statement fail that runs as text (SQLite takes 32,766
   // parameters; psqlodbc loses its session on some ten thousand).

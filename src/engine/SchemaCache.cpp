@@ -35,27 +35,16 @@ ColumnClass SchemaCache::ClassOf(const std::string& table, const std::string& co
   return ColumnClass::kUnknown;
 }
 
-bool SchemaCache::HoldsDecimal(const std::string& table, const std::string& column,
-                               std::string_view decimal) {
+std::optional<DecimalRoom> SchemaCache::RoomOf(const std::string& table, const std::string& column) {
   const TableFacts& facts = Facts(table);
   const auto it = facts.number_columns.find(LowerAscii(column));
-  if (it == facts.number_columns.end()) return false;
-  if (it->second.is_float) return true;
-  const size_t dot = decimal.find('.');
-  if (dot == std::string_view::npos) return false;
-  const size_t lead = decimal.find_first_not_of('0');
-  const size_t whole = lead == std::string_view::npos || lead >= dot ? 0 : dot - lead;
-  const size_t fraction = decimal.size() - dot - 1;
-  const auto precision = static_cast<size_t>(it->second.precision);
-  const auto scale = static_cast<size_t>(it->second.scale);
-  return fraction <= scale && whole + scale <= precision;
+  if (it == facts.number_columns.end()) return std::nullopt;
+  return it->second;
 }
 
 LiftingRules SchemaCache::Lifting() {
   LiftingRules rules;
-  rules.holds_decimal = [this](const std::string& t, const std::string& c, std::string_view d) {
-    return HoldsDecimal(t, c, d);
-  };
+  rules.decimal_room = [this](const std::string& t, const std::string& c) { return RoomOf(t, c); };
   rules.is_table = [this](const std::string& t) { return IsTable(t); };
   rules.column_class = [this](const std::string& t, const std::string& c) { return ClassOf(t, c); };
   return rules;

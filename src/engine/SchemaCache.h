@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,11 +24,9 @@ class SchemaCache {
   bool IsTable(const std::string& table) { return Facts(table).exists; }
   bool IsDateColumn(const std::string& table, const std::string& column);
   ColumnClass ClassOf(const std::string& table, const std::string& column);
-  // Whether `decimal` (digits '.' digits) assigned to the column is stored
-  // as it stands: a floating column, or an exact one with room for its
-  // digits on either side of the point, so that no rounding or range rule
-  // of the server can tell a bound value from the literal.
-  bool HoldsDecimal(const std::string& table, const std::string& column, std::string_view decimal);
+  // The decimals a number column (floating, or exact with a known size)
+  // stores as they are written; nothing for other columns.
+  std::optional<DecimalRoom> RoomOf(const std::string& table, const std::string& column);
   // Lifting rules whose column questions this cache answers.
   LiftingRules Lifting();
   // After DDL: everything is asked again.
@@ -42,11 +41,7 @@ class SchemaCache {
     std::unordered_set<std::string> date_columns;  // lower case
     std::unordered_set<std::string> text_columns;  // lower case
     std::unordered_set<std::string> other_columns;  // lower case
-    struct Number {
-      bool is_float = false;
-      int16_t precision = -1, scale = -1;
-    };
-    std::unordered_map<std::string, Number> number_columns;  // lower case
+    std::unordered_map<std::string, DecimalRoom> number_columns;  // lower case
   };
   const TableFacts& Facts(const std::string& table);
 
