@@ -185,6 +185,27 @@ std::string_view Head(std::string_view sql) {
 
 }  // namespace
 
+namespace {
+
+// Most pieces between a form's literals are a column's name and an operator
+// (", T_Auftrag.lNr = "): compared in place rather than by a call each.
+inline bool SamePiece(const char* a, const char* b, size_t n) {
+  if (n > 32 || n < 8) return std::memcmp(a, b, n) == 0;
+  uint64_t x[4], y[4];
+  std::memcpy(&x[0], a, 8);
+  std::memcpy(&y[0], b, 8);
+  std::memcpy(&x[1], a + n - 8, 8);
+  std::memcpy(&y[1], b + n - 8, 8);
+  if (n <= 16) return ((x[0] ^ y[0]) | (x[1] ^ y[1])) == 0;
+  std::memcpy(&x[2], a + 8, 8);
+  std::memcpy(&y[2], b + 8, 8);
+  std::memcpy(&x[3], a + n - 16, 8);
+  std::memcpy(&y[3], b + n - 16, 8);
+  return ((x[0] ^ y[0]) | (x[1] ^ y[1]) | (x[2] ^ y[2]) | (x[3] ^ y[3])) == 0;
+}
+
+}  // namespace
+
 // Whether `sql` is the form's fixed bytes with a plain literal of the right
 // kind in each gap; `texts` receives the literals. Such a text is read as
 // the form was: the server's reading of the fixed bytes cannot depend on
@@ -200,7 +221,7 @@ bool AdaptationMemo::Matches(const Recall& r, std::string_view sql,
   for (size_t k = 0;; ++k) {
     const uint32_t to = r.ends[k];
     const size_t piece = to - from;
-    if (n - at < piece || std::memcmp(sql.data() + at, r.fixed.data() + from, piece) != 0) {
+    if (n - at < piece || !SamePiece(sql.data() + at, r.fixed.data() + from, piece)) {
       return false;
     }
     at += piece;

@@ -148,47 +148,52 @@ Date Date::AddDays(int days) const {
 
 namespace {
 
-// Fixed-width digits: these texts are written for every date of every
-// statement, so no format parsing stands in the way.
-void PutDigits(std::string& out, int value, int width) {
-  char digits[8];
+// Fixed-width digits written from the right into a buffer: these texts are
+// written for every date of every statement, so neither format parsing nor
+// a string's growth checks stand in the way.
+void PutDigits(char* at, int value, int width) {
   for (int i = width - 1; i >= 0; --i) {
-    digits[i] = static_cast<char>('0' + value % 10);
+    at[i] = static_cast<char>('0' + value % 10);
     value /= 10;
   }
-  out.append(digits, static_cast<size_t>(width));
+}
+
+// "hh:nn:ss" at `at`.
+void PutTime(char* at, int h, int m, int s) {
+  PutDigits(at, h, 2);
+  at[2] = ':';
+  PutDigits(at + 3, m, 2);
+  at[5] = ':';
+  PutDigits(at + 6, s, 2);
 }
 
 }  // namespace
 
-// "a<sep>b<sep>c" with two-digit parts but for the width given for one.
-static void PutTriple(std::string& out, int a, int wa, int b, int c, int wc, char sep) {
-  PutDigits(out, a, wa);
-  out += sep;
-  PutDigits(out, b, 2);
-  out += sep;
-  PutDigits(out, c, wc);
-}
-
 std::string Date::ShortText() const {
   const Parts p = Split(value_);
-  std::string out;  // a date alone fits the string itself: no block of its own
-  PutTriple(out, p.day, 2, p.month, p.year, 4, '.');
-  if (p.hour || p.minute || p.second) {
-    out += ' ';
-    PutTriple(out, p.hour, 2, p.minute, p.second, 2, ':');
-  }
-  return out;
+  char text[19];  // "dd.mm.yyyy hh:nn:ss"
+  PutDigits(text, p.day, 2);
+  text[2] = '.';
+  PutDigits(text + 3, p.month, 2);
+  text[5] = '.';
+  PutDigits(text + 6, p.year, 4);
+  if (!(p.hour || p.minute || p.second)) return std::string(text, 10);
+  text[10] = ' ';
+  PutTime(text + 11, p.hour, p.minute, p.second);
+  return std::string(text, 19);
 }
 
 std::string Date::IsoText() const {
   const Parts p = Split(value_);
-  std::string out;
-  out.reserve(19);
-  PutTriple(out, p.year, 4, p.month, p.day, 2, '-');
-  out += ' ';
-  PutTriple(out, p.hour, 2, p.minute, p.second, 2, ':');
-  return out;
+  char text[19];  // "yyyy-mm-dd hh:nn:ss"
+  PutDigits(text, p.year, 4);
+  text[4] = '-';
+  PutDigits(text + 5, p.month, 2);
+  text[7] = '-';
+  PutDigits(text + 8, p.day, 2);
+  text[10] = ' ';
+  PutTime(text + 11, p.hour, p.minute, p.second);
+  return std::string(text, 19);
 }
 
 bool Date::TryParse(const std::string& text, Date& out) {

@@ -101,7 +101,8 @@ SqlTemplate& SqlTemplate::Replace(std::string_view placeholder, std::string_view
   return AddStep(placeholder, value, IsPlainPlaceholder(placeholder));
 }
 
-SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view value, bool plain) {
+SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view value, bool plain,
+                                   const char* constant) {
   if (!stepwise_ && plain && !HoldsPlaceholder(value)) {
     // Names and values side by side in one buffer: an update collects some
     // forty steps, and a pair of strings per step cost more than filling.
@@ -114,7 +115,7 @@ SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view
     arena_.append(placeholder);
     arena_.append(value);
     steps_.push_back({at, static_cast<uint32_t>(placeholder.size()),
-                      static_cast<uint32_t>(value.size())});
+                      static_cast<uint32_t>(value.size()), constant});
     return *this;
   }
   Flush();
@@ -124,7 +125,7 @@ SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view
   return *this;
 }
 
-std::string& SqlTemplate::OpenStep(std::string_view placeholder, bool plain) {
+std::string& SqlTemplate::OpenStep(std::string_view placeholder, bool plain, const char* constant) {
   if (!stepwise_ && plain) {
     if (steps_.empty()) {
       steps_.reserve(48);  // an update's forty-odd values, in one block
@@ -134,6 +135,7 @@ std::string& SqlTemplate::OpenStep(std::string_view placeholder, bool plain) {
     open_side_ = false;
     open_at_ = arena_.size();
     open_name_size_ = placeholder.size();
+    open_constant_ = constant;
     arena_.append(placeholder);
     return arena_;
   }
@@ -154,11 +156,33 @@ SqlTemplate& SqlTemplate::CloseStep() {
     return Replace(side_name_, side_);
   }
   steps_.push_back({static_cast<uint32_t>(open_at_), static_cast<uint32_t>(open_name_size_),
-                    static_cast<uint32_t>(value.size())});
+                    static_cast<uint32_t>(value.size()), open_constant_});
   return *this;
 }
 
 namespace {
+
+// Most pieces of a filled text are a few bytes (", T_Auftrag.", a number):
+// copied in place rather than by a call each.
+inline void CopyPiece(char* to, const char* from, size_t n) {
+  if (n > 16) {
+    std::memcpy(to, from, n);
+  } else if (n >= 8) {
+    uint64_t a, b;
+    std::memcpy(&a, from, 8);
+    std::memcpy(&b, from + n - 8, 8);
+    std::memcpy(to, &a, 8);
+    std::memcpy(to + n - 8, &b, 8);
+  } else if (n >= 4) {
+    uint32_t a, b;
+    std::memcpy(&a, from, 4);
+    std::memcpy(&b, from + n - 4, 4);
+    std::memcpy(to, &a, 4);
+    std::memcpy(to + n - 4, &b, 4);
+  } else {
+    for (size_t i = 0; i < n; ++i) to[i] = from[i];
+  }
+}
 
 // A placeholder's name hashed from its length and its first and last eight
 // bytes: names differ there, and every place and step asks.
@@ -189,6 +213,7 @@ struct TemplatePlaces {
   bool clear = true;
   std::string step_names;
   std::vector<uint32_t> step_name_ends;
+  std::vector<const char*> step_constants;  // where a compiled name stood, or nullptr
   std::vector<int32_t> step_of_place;
 };
 
@@ -199,6 +224,7 @@ void FindPlaces(std::string_view text, TemplatePlaces& out) {
   out.clear = true;
   out.step_names.clear();
   out.step_name_ends.clear();
+  out.step_constants.clear();
   out.step_of_place.clear();
   for (size_t i = text.find('#'); i != std::string_view::npos; i = text.find('#', i)) {
     const size_t end = PlaceholderEnd(text, i);
@@ -264,8 +290,10 @@ void SqlTemplate::Flush() const {
   const size_t places = found.places.size();
   bool same = found.step_name_ends.size() == steps_.size();
   for (size_t k = 0, from = 0; same && k < steps_.size(); from = found.step_name_ends[k++]) {
-    same = std::string_view(found.step_names).substr(from, found.step_name_ends[k] - from) ==
-           nameOf(steps_[k]);
+    // A compiled name at the same address is the same name.
+    same = (steps_[k].constant && steps_[k].constant == found.step_constants[k]) ||
+           std::string_view(found.step_names).substr(from, found.step_name_ends[k] - from) ==
+               nameOf(steps_[k]);
   }
   if (!same) MatchSteps(text, found);
   // First the size, then the text: nothing is taken before the size is
@@ -282,7 +310,7 @@ void SqlTemplate::Flush() const {
   out.resize(size);
   char* w = out.data();
   const auto put = [&w](std::string_view piece) {
-    std::memcpy(w, piece.data(), piece.size());
+    CopyPiece(w, piece.data(), piece.size());
     w += piece.size();
   };
   size_t from = 0;
@@ -324,9 +352,11 @@ void SqlTemplate::MatchSteps(std::string_view text, TemplatePlaces& found) const
   std::fill(table, table + slots, -1);
   found.step_names.clear();
   found.step_name_ends.clear();
+  found.step_constants.clear();
   for (size_t k = 0; k < steps_.size(); ++k) {
     const std::string_view name = nameOf(steps_[k]);
     found.step_names.append(name);
+    found.step_constants.push_back(steps_[k].constant);
     found.step_name_ends.push_back(static_cast<uint32_t>(found.step_names.size()));
     size_t at = NameHash(name) & (slots - 1);
     while (table[at] >= 0 && nameOf(steps_[static_cast<size_t>(table[at])]) != name) {

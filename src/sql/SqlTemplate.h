@@ -69,7 +69,7 @@ class SqlTemplate {
   SqlTemplate& Replace(std::string_view placeholder, std::string_view value);
   // Replace for a placeholder checked when compiled.
   SqlTemplate& Fill(PlainPlaceholder placeholder, std::string_view value) {
-    return AddStep(placeholder.Text(), value, true);
+    return AddStep(placeholder.Text(), value, true, placeholder.Text().data());
   }
   // The same with the value that `write` appends to the string it is given
   // (written where the template keeps it, without a string of its own).
@@ -80,7 +80,7 @@ class SqlTemplate {
   }
   template <typename Write>
   SqlTemplate& FillWith(PlainPlaceholder placeholder, Write&& write) {
-    write(OpenStep(placeholder.Text(), true));
+    write(OpenStep(placeholder.Text(), true, placeholder.Text().data()));
     return CloseStep();
   }
   const std::string& Text() const& {
@@ -98,8 +98,11 @@ class SqlTemplate {
   std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
   void TakeConstant() const;
   static bool IsPlain(std::string_view placeholder);
-  SqlTemplate& AddStep(std::string_view placeholder, std::string_view value, bool plain);
-  std::string& OpenStep(std::string_view placeholder, bool plain);
+  // `constant`: where a placeholder checked when compiled stands; the same
+  // address is the same name.
+  SqlTemplate& AddStep(std::string_view placeholder, std::string_view value, bool plain,
+                       const char* constant = nullptr);
+  std::string& OpenStep(std::string_view placeholder, bool plain, const char* constant = nullptr);
   SqlTemplate& CloseStep();
   void MatchSteps(std::string_view text, TemplatePlaces& found) const;
   static void ReplaceAll(std::string& text, std::string_view placeholder, std::string_view value);
@@ -108,9 +111,11 @@ class SqlTemplate {
   mutable std::string text_;
   const char* constant_ = nullptr;
   mutable bool pending_constant_ = false;
-  // Collected steps: a name and its value, side by side in `arena_`.
+  // Collected steps: a name and its value, side by side in `arena_`, and
+  // where a compiled name stands (or nullptr).
   struct Step {
     uint32_t at, name_size, value_size;
+    const char* constant;
   };
   mutable std::string arena_;
   mutable std::vector<Step> steps_;
@@ -118,6 +123,7 @@ class SqlTemplate {
   // (when steps are not collected) in `side_`.
   size_t open_at_ = 0;
   size_t open_name_size_ = 0;
+  const char* open_constant_ = nullptr;
   bool open_side_ = false;
   std::string side_name_, side_;
   bool stepwise_ = false;
