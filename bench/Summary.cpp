@@ -95,8 +95,11 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
     const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
     if (run.run_type != Run::RT_Iteration && !median) continue;
     std::string name = run.run_name.str();
-    const size_t suffix = name.find("/real_time");
-    if (suffix != std::string::npos) name.erase(suffix);
+    // "Walk/sqlite/10000/min_time:2.000/real_time" is Walk/sqlite/10000.
+    for (const char* tail : {"/min_time", "/real_time"}) {
+      const size_t suffix = name.find(tail);
+      if (suffix != std::string::npos) name.erase(suffix);
+    }
     auto it = run.counters.find("rows");
     const double rows = it == run.counters.end() || it->second.value <= 0 ? 1 : it->second.value;
     Results()[name] = run.GetAdjustedRealTime() / rows;

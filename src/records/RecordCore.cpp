@@ -30,6 +30,11 @@ std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName) {
   return last.connection ? last.connection->CreateStorage() : nullptr;
 }
 
+RowReadCache& ThreadRowReadCache() {
+  thread_local RowReadCache cache;
+  return cache;
+}
+
 void ShowWriteFailed(const std::string& className, const char* what) {
   ShowMessageBox(className + "." + what + " fehlgeschlagen. Bitte an TORQ melden!", "Zanto", true);
 }

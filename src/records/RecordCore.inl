@@ -7,6 +7,18 @@
 
 namespace ZTkDb::detail {
 
+// What reading a row into a record keeps per thread: the fields' column
+// positions in the last result read, and the row's cells. Reached through
+// a call, not as a thread_local of the template: in a shared library every
+// use of one asks the loader for its address (some eighty per row, as the
+// compiler would rather ask again than keep the address).
+struct RowReadCache {
+  uint64_t serial = 0;
+  std::vector<int32_t> positions;
+  std::vector<RowSet::Cell> cells;
+};
+RowReadCache& ThreadRowReadCache();
+
 template <typename Fields>
 void RecordCore<Fields>::ConnectStorage(const std::string& clientName) {
   if (auto storage = StorageForClient(clientName)) {
@@ -66,15 +78,15 @@ void RecordCore<Fields>::ReadFromRecordset(Recordset& rs) {
   const int64_t row = RecordsetAccess::CurrentRow(rs);
   // A list hands out every row of one result: the columns' positions are
   // looked up once per result, not once per row.
-  thread_local uint64_t cachedSerial = 0;
-  thread_local std::vector<int32_t> positions;
-  if (cachedSerial != rows.Serial()) {
-    positions.clear();
-    for (const auto& binding : columns_) positions.push_back(rows.IndexOf(binding.column));
-    cachedSerial = rows.Serial();
+  RowReadCache& c = ThreadRowReadCache();
+  const std::vector<int32_t>& positions = c.positions;
+  const std::vector<RowSet::Cell>& cells = c.cells;
+  if (c.serial != rows.Serial()) {
+    c.positions.clear();
+    for (const auto& binding : columns_) c.positions.push_back(rows.IndexOf(binding.column));
+    c.serial = rows.Serial();
   }
-  thread_local std::vector<RowSet::Cell> cells;
-  rows.ViewRow(row, cells);
+  rows.ViewRow(row, c.cells);
   for (size_t i = 0; i < columns_.size(); ++i) {
     const auto& binding = columns_[i];
     const int32_t position = positions[i];

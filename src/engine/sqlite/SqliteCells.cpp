@@ -6,6 +6,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <cstring>
 #include <string>
 #include <unordered_map>
 
@@ -72,7 +73,7 @@ std::string_view ColumnText(sqlite3_stmt* s, int i) {
   return p ? std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))) : std::string_view();
 }
 
-void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
+void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind, DateMemo* memo) {
   if (kind == ColumnKind::kStoredText) {
     // The column stores every number as its text: the text (or a blob's
     // bytes) is the value, without asking for its type first.
@@ -126,8 +127,19 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind) {
     case ColumnKind::kDate:
       if (type == SQLITE_TEXT) {
         const std::string_view text = ColumnText(s, i);
+        const bool memorable = memo && text.size() == sizeof memo->text;
+        if (memorable && memo->valid && std::memcmp(memo->text, text.data(), sizeof memo->text) == 0) {
+          return rows.AppendDate(memo->ole);
+        }
         double stored = 0;
-        if (ParseStoredDate(text, stored)) return rows.AppendDate(stored);
+        if (ParseStoredDate(text, stored)) {
+          if (memorable) {
+            std::memcpy(memo->text, text.data(), sizeof memo->text);
+            memo->ole = stored;
+            memo->valid = true;
+          }
+          return rows.AppendDate(stored);
+        }
         Date date;
         if (Date::TryParse(std::string(text), date)) return rows.AppendDate(date.Value());
       } else if (numeric) {

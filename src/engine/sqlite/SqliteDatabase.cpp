@@ -166,6 +166,9 @@ struct SqliteDatabase::Prepared {
   Statement stmt;
   std::shared_ptr<const RowSet::Columns> columns;
   std::vector<ColumnKind> kinds;
+  // Per column, the last date read (kept from one run to the next: a text
+  // reads as the same date whenever it comes).
+  std::vector<DateMemo> dates;
 
   // The columns as the statement now has them: SQLite prepares a statement
   // anew when the schema changed under it, possibly another process's change.
@@ -179,6 +182,7 @@ struct SqliteDatabase::Prepared {
       kinds.push_back(KindFromDeclared(sqlite3_column_decltype(stmt.get(), i)));
     }
     columns = std::make_shared<const RowSet::Columns>(std::move(names));
+    dates.assign(kinds.size(), DateMemo{});
   }
 };
 
@@ -225,7 +229,7 @@ SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
   const std::string& shape = lifted.Shape();
   Prepared* p = statements_->Find(shape);
   if (!p) {
-    Prepared fresh{Prepare(db, shape, true), {}, {}};
+    Prepared fresh{Prepare(db, shape, true), {}, {}, {}};
     p = &statements_->Insert(shape, std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
@@ -408,7 +412,7 @@ int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<s
   Prepared once{};
   Prepared* p = statements_ ? statements_->Find(sql) : nullptr;
   if (!p) {
-    Prepared fresh{Prepare(db, sql, statements_ != nullptr), {}, {}};
+    Prepared fresh{Prepare(db, sql, statements_ != nullptr), {}, {}, {}};
     p = statements_ ? &statements_->Insert(sql, std::move(fresh)) : &(once = std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
@@ -439,7 +443,7 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
     const ResetGuard reset{p.stmt.get()};
     return ReadRows(p);
   }
-  Prepared once{Prepare(db, text), {}, {}};
+  Prepared once{Prepare(db, text), {}, {}, {}};
   return ReadRows(once);
 }
 
@@ -449,12 +453,13 @@ std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
   auto rows = std::make_shared<RowSet>(p.columns);
   const int columns = static_cast<int>(p.kinds.size());
   const ColumnKind* kinds = p.kinds.data();
+  DateMemo* dates = p.dates.data();
   for (;;) {
     const int rc = sqlite3_step(s);
     if (rc == SQLITE_DONE) break;
     if (rc != SQLITE_ROW) RaiseSqlite(db_.get(), rc);
     rows->BeginRow();
-    for (int i = 0; i < columns; ++i) AppendCell(*rows, s, i, kinds[i]);
+    for (int i = 0; i < columns; ++i) AppendCell(*rows, s, i, kinds[i], &dates[i]);
     rows->EndRow();
   }
   return rows;
