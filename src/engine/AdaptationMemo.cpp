@@ -176,10 +176,19 @@ constexpr size_t kRecallsPerHead = 16;
 
 // The statement up to its first quote or digit: where no literal can have
 // started yet. A text that matches a learnt form has the form's head.
+struct HeadStops {
+  bool is[256] = {};
+  constexpr HeadStops() {
+    is[static_cast<unsigned char>('\'')] = true;
+    for (int c = '0'; c <= '9'; ++c) is[c] = true;
+  }
+};
+constexpr HeadStops kHeadStops;
+
 std::string_view Head(std::string_view sql) {
   const size_t n = std::min(sql.size(), kHeadLimit);
   size_t i = 0;
-  while (i < n && sql[i] != '\'' && (sql[i] < '0' || sql[i] > '9')) ++i;
+  while (i < n && !kHeadStops.is[static_cast<unsigned char>(sql[i])]) ++i;
   return sql.substr(0, i);
 }
 

@@ -89,9 +89,42 @@ void SqlTemplate::TakeConstant() const {
   pending_constant_ = false;
 }
 
+namespace {
+
+// The step lists of templates dropped on this thread, for the next ones:
+// an update's forty-odd steps take a block past the allocator's fast
+// caches, and every statement fills a template.
+template <typename Step>
+struct SpareSteps {
+  std::vector<Step> steps;
+  ~SpareSteps() { gone = true; }
+  static thread_local bool gone;  // trivially destroyed: readable to the end
+};
+template <typename Step>
+thread_local bool SpareSteps<Step>::gone = false;
+template <typename Step>
+SpareSteps<Step>& Spare() {
+  thread_local SpareSteps<Step> spare;
+  return spare;
+}
+
+}  // namespace
+
+void SqlTemplate::BeginSteps() {
+  if (steps_.capacity() < 48 && !SpareSteps<Step>::gone) steps_.swap(Spare<Step>().steps);
+  steps_.clear();
+  steps_.reserve(48);  // an update's forty-odd values, in one block
+  if (arena_.capacity() < 128) arena_ = TakeSpareText();
+  arena_.reserve(128);
+}
+
 SqlTemplate::~SqlTemplate() {
   GiveBackText(std::move(arena_));
   GiveBackText(std::move(text_));
+  if (steps_.capacity() >= 48 && !SpareSteps<Step>::gone) {
+    std::vector<Step>& spare = Spare<Step>().steps;
+    if (spare.capacity() < steps_.capacity()) spare.swap(steps_);
+  }
 }
 
 bool SqlTemplate::IsPlain(std::string_view placeholder) { return IsPlainPlaceholder(placeholder); }
@@ -106,11 +139,7 @@ SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view
   if (!stepwise_ && plain && !HoldsPlaceholder(value)) {
     // Names and values side by side in one buffer: an update collects some
     // forty steps, and a pair of strings per step cost more than filling.
-    if (steps_.empty()) {
-      steps_.reserve(48);  // an update's forty-odd values, in one block
-      if (arena_.capacity() < 128) arena_ = TakeSpareText();
-      arena_.reserve(128);
-    }
+    if (steps_.empty()) BeginSteps();
     const auto at = static_cast<uint32_t>(arena_.size());
     arena_.append(placeholder);
     arena_.append(value);
@@ -127,11 +156,7 @@ SqlTemplate& SqlTemplate::AddStep(std::string_view placeholder, std::string_view
 
 std::string& SqlTemplate::OpenStep(std::string_view placeholder, bool plain, const char* constant) {
   if (!stepwise_ && plain) {
-    if (steps_.empty()) {
-      steps_.reserve(48);  // an update's forty-odd values, in one block
-      if (arena_.capacity() < 128) arena_ = TakeSpareText();
-      arena_.reserve(128);
-    }
+    if (steps_.empty()) BeginSteps();
     open_side_ = false;
     open_at_ = arena_.size();
     open_name_size_ = placeholder.size();

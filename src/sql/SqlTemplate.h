@@ -94,6 +94,8 @@ class SqlTemplate {
 
  private:
   void Flush() const;
+  // Before the first collected step: room for the steps and their values.
+  void BeginSteps();
   // The text as it stands: the constant until the first edit.
   std::string_view Current() const { return pending_constant_ ? std::string_view(constant_) : text_; }
   void TakeConstant() const;
