@@ -213,6 +213,17 @@ inline bool SamePiece(const char* a, const char* b, size_t n) {
   return ((x[0] ^ y[0]) | (x[1] ^ y[1]) | (x[2] ^ y[2]) | (x[3] ^ y[3])) == 0;
 }
 
+// What ends a plain string's run of bytes: its quote, and what makes a
+// string other than plain (see PlainKind) or, for NUL, refused by the full
+// path.
+struct StringStops {
+  bool is[256] = {};
+  constexpr StringStops() {
+    for (const char c : {'\'', '\\', '?', '\0'}) is[static_cast<unsigned char>(c)] = true;
+  }
+};
+constexpr StringStops kStringStops;
+
 }  // namespace
 
 // Whether `sql` is the form's fixed bytes with a plain literal of the right
@@ -250,20 +261,15 @@ bool AdaptationMemo::Matches(const Recall& r, std::string_view sql,
       if (at == n || sql[at] != '\'') return false;
       ++at;
       for (;;) {
+        while (at < n && !kStringStops.is[static_cast<unsigned char>(sql[at])]) ++at;
         if (at == n) return false;
-        const char c = sql[at];
-        if (c == '\'') {
-          if (at + 1 < n && sql[at + 1] == '\'') {
-            at += 2;
-            continue;
-          }
-          ++at;
-          break;
+        if (sql[at] != '\'') return false;  // a backslash, '?' or NUL: not plain
+        if (at + 1 < n && sql[at + 1] == '\'') {
+          at += 2;
+          continue;
         }
-        // What makes a string other than plain (see PlainKind), and NUL,
-        // which the full path refuses.
-        if (c == '\\' || c == '?' || c == '\0') return false;
         ++at;
+        break;
       }
       const std::string_view text = sql.substr(start, at - start);
       if (text.size() > 3 && text[1] >= '0' && text[1] <= '9' && (text[2] == '.' || text[3] == '.')) {
