@@ -199,7 +199,21 @@ namespace {
 // Most pieces between a form's literals are a column's name and an operator
 // (", T_Auftrag.lNr = "): compared in place rather than by a call each.
 inline bool SamePiece(const char* a, const char* b, size_t n) {
-  if (n > 32 || n < 8) return std::memcmp(a, b, n) == 0;
+  if (n > 32) return std::memcmp(a, b, n) == 0;
+  if (n < 8) {
+    if (n >= 4) {
+      uint32_t p, q, r, t;
+      std::memcpy(&p, a, 4);
+      std::memcpy(&q, b, 4);
+      std::memcpy(&r, a + n - 4, 4);
+      std::memcpy(&t, b + n - 4, 4);
+      return ((p ^ q) | (r ^ t)) == 0;
+    }
+    for (size_t i = 0; i < n; ++i) {
+      if (a[i] != b[i]) return false;
+    }
+    return true;
+  }
   uint64_t x[4], y[4];
   std::memcpy(&x[0], a, 8);
   std::memcpy(&y[0], b, 8);
