@@ -158,13 +158,14 @@ void PutDigits(char* at, int value, int width) {
   }
 }
 
-// "hh:nn:ss" at `at`.
-void PutTime(char* at, int h, int m, int s) {
-  PutDigits(at, h, 2);
-  at[2] = ':';
-  PutDigits(at + 3, m, 2);
-  at[5] = ':';
-  PutDigits(at + 6, s, 2);
+// "a<sep>b<sep>c" at `at`, with two-digit parts but for the widths given
+// for the first and the last.
+void PutTriple(char* at, int a, int wa, int b, int c, int wc, char sep) {
+  PutDigits(at, a, wa);
+  at[wa] = sep;
+  PutDigits(at + wa + 1, b, 2);
+  at[wa + 3] = sep;
+  PutDigits(at + wa + 4, c, wc);
 }
 
 }  // namespace
@@ -172,27 +173,19 @@ void PutTime(char* at, int h, int m, int s) {
 std::string Date::ShortText() const {
   const Parts p = Split(value_);
   char text[19];  // "dd.mm.yyyy hh:nn:ss"
-  PutDigits(text, p.day, 2);
-  text[2] = '.';
-  PutDigits(text + 3, p.month, 2);
-  text[5] = '.';
-  PutDigits(text + 6, p.year, 4);
+  PutTriple(text, p.day, 2, p.month, p.year, 4, '.');
   if (!(p.hour || p.minute || p.second)) return std::string(text, 10);
   text[10] = ' ';
-  PutTime(text + 11, p.hour, p.minute, p.second);
+  PutTriple(text + 11, p.hour, 2, p.minute, p.second, 2, ':');
   return std::string(text, 19);
 }
 
 std::string Date::IsoText() const {
   const Parts p = Split(value_);
   char text[19];  // "yyyy-mm-dd hh:nn:ss"
-  PutDigits(text, p.year, 4);
-  text[4] = '-';
-  PutDigits(text + 5, p.month, 2);
-  text[7] = '-';
-  PutDigits(text + 8, p.day, 2);
+  PutTriple(text, p.year, 4, p.month, p.day, 2, '-');
   text[10] = ' ';
-  PutTime(text + 11, p.hour, p.minute, p.second);
+  PutTriple(text + 11, p.hour, 2, p.minute, p.second, 2, ':');
   return std::string(text, 19);
 }
 

@@ -189,21 +189,24 @@ namespace {
 
 // Most pieces of a filled text are a few bytes (", T_Auftrag.", a number):
 // copied in place rather than by a call each.
+// `n` bytes, sizeof(Word) <= n <= 2 * sizeof(Word), as two words that may
+// overlap.
+template <typename Word>
+inline void CopyEnds(char* to, const char* from, size_t n) {
+  Word a, b;
+  std::memcpy(&a, from, sizeof a);
+  std::memcpy(&b, from + n - sizeof b, sizeof b);
+  std::memcpy(to, &a, sizeof a);
+  std::memcpy(to + n - sizeof b, &b, sizeof b);
+}
+
 inline void CopyPiece(char* to, const char* from, size_t n) {
   if (n > 16) {
     std::memcpy(to, from, n);
   } else if (n >= 8) {
-    uint64_t a, b;
-    std::memcpy(&a, from, 8);
-    std::memcpy(&b, from + n - 8, 8);
-    std::memcpy(to, &a, 8);
-    std::memcpy(to + n - 8, &b, 8);
+    CopyEnds<uint64_t>(to, from, n);
   } else if (n >= 4) {
-    uint32_t a, b;
-    std::memcpy(&a, from, 4);
-    std::memcpy(&b, from + n - 4, 4);
-    std::memcpy(to, &a, 4);
-    std::memcpy(to + n - 4, &b, 4);
+    CopyEnds<uint32_t>(to, from, n);
   } else {
     for (size_t i = 0; i < n; ++i) to[i] = from[i];
   }
