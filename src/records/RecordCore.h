@@ -104,7 +104,6 @@ void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueS
 // Shared by RecordCore and the lists: a new storage for a client, or nullptr.
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);
 
-
 // Shows the critical "<class>.<what> fehlgeschlagen" box titled "Zanto".
 void ShowWriteFailed(const std::string& className, const char* what);
 

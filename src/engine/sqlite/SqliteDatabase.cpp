@@ -163,6 +163,7 @@ void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db)
 
 // A statement prepared once per shape, with what its result's columns are.
 struct SqliteDatabase::Prepared {
+  explicit Prepared(Statement prepared = {}) : stmt(std::move(prepared)) {}
   Statement stmt;
   std::shared_ptr<const RowSet::Columns> columns;
   std::vector<ColumnKind> kinds;
@@ -229,7 +230,7 @@ SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
   const std::string& shape = lifted.Shape();
   Prepared* p = statements_->Find(shape);
   if (!p) {
-    Prepared fresh{Prepare(db, shape, true), {}, {}, {}};
+    Prepared fresh{Prepare(db, shape, true)};
     p = &statements_->Insert(shape, std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
@@ -412,7 +413,7 @@ int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<s
   Prepared once{};
   Prepared* p = statements_ ? statements_->Find(sql) : nullptr;
   if (!p) {
-    Prepared fresh{Prepare(db, sql, statements_ != nullptr), {}, {}, {}};
+    Prepared fresh{Prepare(db, sql, statements_ != nullptr)};
     p = statements_ ? &statements_->Insert(sql, std::move(fresh)) : &(once = std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
@@ -443,7 +444,7 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
     const ResetGuard reset{p.stmt.get()};
     return ReadRows(p);
   }
-  Prepared once{Prepare(db, text), {}, {}, {}};
+  Prepared once{Prepare(db, text)};
   return ReadRows(once);
 }
 
