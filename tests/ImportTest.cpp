@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 
 #include "Engines.h"
 #include "TestSupport.h"
@@ -20,8 +21,15 @@ using ztktest::Ztk;
 
 namespace {
 
+// Real Access files are not part of the repository: they lie in the shared
+// folder beside the checkout.
 std::string Fixture(const char* name) {
-  return std::string(ZTKDB_SOURCE_DIR) + "/../shared/fixtures/jet/" + name;
+  const std::string dir = std::string(ZTKDB_SOURCE_DIR) + "/../shared/fixtures/jet/";
+  if (!std::filesystem::is_regular_file(dir + name)) {
+    throw std::runtime_error("the Access file " + std::string(name) + " is missing: the test files " +
+                             "must lie in " + dir + " (the folder shared/ beside the checkout)");
+  }
+  return dir + name;
 }
 
 std::string Bytes(const std::string& path) {
@@ -33,7 +41,9 @@ std::string Bytes(const std::string& path) {
 
 // What mdbtools' own command counts in a table.
 int64_t MdbCount(const std::string& file, const std::string& table) {
-  const std::string command = "mdb-count '" + file + "' '" + table + "'";
+  // mdbtools converts names through iconv, which fails on "Umsätze" in the C
+  // locale: the count is asked for in a UTF-8 one whatever the run's is.
+  const std::string command = "LC_ALL=C.UTF-8 mdb-count '" + file + "' '" + table + "'";
   FILE* p = popen(command.c_str(), "r");
   char line[64] = {};
   if (!p || !fgets(line, sizeof line, p)) return -1;
