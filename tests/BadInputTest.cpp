@@ -82,8 +82,11 @@ TEST_P(BadInput, AnyUtf8TextRoundTripsInEveryTextParameter) {
 }
 
 // A NUL never reaches an engine: the statement is refused with a clear
-// error. Bytes that are not UTF-8 are stored as they are by SQLite (either
-// way) and refused by PostgreSQL with its SQLSTATE.
+// error. Bytes that are not well-formed UTF-8 are stored as they are where
+// the engine takes bytes (SQLite, either way) and refused with their place
+// by a server, before anything is sent: a lenient decoder would read an
+// overlong quote (C0 A7) as a real one behind the lexer's back, and store a
+// surrogate, an overlong letter or a value past U+10FFFF as another text.
 TEST_P(BadInput, NulIsRefusedAndInvalidUtf8IsStoredOrRefusedClearly) {
   try {
     Report(std::string("vor\0nach", 8), "");
@@ -94,24 +97,39 @@ TEST_P(BadInput, NulIsRefusedAndInvalidUtf8IsStoredOrRefusedClearly) {
   }
   EXPECT_EQ(Rows("T_Meldung"), 0);
 
-  const std::string latin1 =
-      "Gr\xFC\xDF"
-      "e";
-  if (db.IsServer()) {
-    try {
-      Report(latin1, "");
-      ADD_FAILURE() << "invalid UTF-8 accepted";
-    } catch (const Error& e) {
-      EXPECT_NE(e.Description().find("[22021]"), std::string::npos) << e.Description();
+  auto kept = Report("bleibt", "");
+  const std::string smuggle = "; UPDATE T_Meldung SET stMeldung = 'weg'; -- ";
+  for (const std::string& bad : {std::string("Gr\xFC\xDF" "e"),
+                                 "x\xC0\xA7" + smuggle, "x\xE0\x80\xA7" + smuggle,
+                                 "x\xF0\x80\x80\xA7" + smuggle, std::string("a\xC0\x80z"),
+                                 std::string("\xC1\x81"), std::string("\xED\xA0\x80" "b"),
+                                 std::string("\xED\xA0\xBD\xED\xB8\x80"),
+                                 std::string("\xF4\x90\x80\x80"), std::string("\xF8\x88\x80\x80\x80"),
+                                 std::string("kurz\xE2\x82")}) {
+    SCOPED_TRACE(testing::PrintToString(bad));
+    CMeldung r;
+    r.ConnectStorage("bad");
+    r.ReadById(kept->Id());
+    r.Meldung(bad);
+    if (db.IsServer()) {
+      try {
+        r.Update();
+        ADD_FAILURE() << "invalid UTF-8 accepted";
+      } catch (const Error& e) {
+        EXPECT_NE(e.Description().find("[22021]"), std::string::npos) << e.Description();
+        EXPECT_NE(e.Description().find("(byte "), std::string::npos) << e.Description();
+      }
+      EXPECT_EQ(ErrorNumberOf([&] { Report(bad, ""); }), 3146);
+    } else {
+      r.Update();
+      CMeldung back;
+      back.ConnectStorage("bad");
+      back.ReadById(kept->Id());
+      EXPECT_EQ(back.Meldung(), bad);
     }
-    EXPECT_EQ(Rows("T_Meldung"), 0);
-  } else {
-    auto r = Report(latin1, "");
-    CMeldung back;
-    back.ConnectStorage("bad");
-    back.ReadById(r->Id());
-    EXPECT_EQ(back.Meldung(), latin1);
+    EXPECT_EQ(ztktest::Scalar("bad", "SELECT count(*) FROM T_Meldung WHERE stMeldung = 'weg'").ToLong(), 0);
   }
+  EXPECT_EQ(Rows("T_Meldung"), 1);
 }
 
 TEST_P(BadInput, DatesAtTheirLimitsAndMoneyBeyondTheStoredRange) {
@@ -200,6 +218,39 @@ TEST_P(BadInput, StackedStatementsInTheUnescapedSlotsRunNothing) {
   }
   EXPECT_EQ(Rows("T_Auftrag"), 1);
   EXPECT_EQ(Rows("T_Meldung"), 1);
+}
+
+// A host's parameter syntax in a slot filled unescaped stays the text's own:
+// SQLite reads '?' or ':a' there as a parameter never bound (Null), a server
+// reads it as the text gives it or refuses it; it never takes the place of a
+// value the engine binds, nor keeps one from an earlier run. An id past 32
+// bits there is compared as the wider number its literal is.
+TEST_P(BadInput, ParameterSyntaxInAnUnescapedSlotTakesNoValuesPlace) {
+  ztktest::CreateOrder("bad", {.nr = 1, .so_id = 7});
+  ztktest::CreateOrder("bad", {.nr = 2, .so_id = 8});
+  CAuftragListe orders;
+  orders.ConnectStorage("bad");
+  const auto count = [&](const std::vector<std::string>& sites) {
+    const long number = ErrorNumberOf([&] { orders.ReadByDoneAndSoListe(sites, false); });
+    if (db.Kind() == 1) EXPECT_EQ(number, 0);
+    return number == 0 ? orders.Count() : -number;
+  };
+  for (const std::string marker : {"?", "?1", "?9", ":a", "@a", "$1", "$a", "#a"}) {
+    SCOPED_TRACE(marker);
+    EXPECT_EQ(count({"7"}), 1);
+    for (const auto& sites : {std::vector<std::string>{"7", marker}, {marker, "8"}, {marker}}) {
+      const int32_t n = count(sites);
+      if (n < 0) continue;  // refused by the server, as the text is
+      EXPECT_EQ(n, sites.size() == 1 ? 0 : 1);
+      orders.Requery();
+      EXPECT_EQ(orders.Count(), n);
+      EXPECT_EQ(count({"8"}), 1);
+    }
+  }
+  EXPECT_EQ(count({"2147483648", "7"}), 1);
+  orders.Requery();
+  EXPECT_EQ(orders.Count(), 1);
+  EXPECT_EQ(count({"7", "-2147483649"}), 1);
 }
 
 TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {

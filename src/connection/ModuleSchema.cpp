@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "engine/RowSet.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "engine/sqlite/SqliteDatabase.h"
 #include "runtime/Raise.h"
@@ -27,6 +28,33 @@ std::vector<std::string> SplitScript(const std::string& script) {
   }
   if (current.find_first_not_of(" \t\r\n") != std::string::npos) statements.push_back(current);
   return statements;
+}
+
+const std::vector<std::pair<std::string, std::string>>& ModuleFlags() {
+  // Read once from the embedded engine's DDL, where the declared type BIT
+  // is what makes a column a flag to the library.
+  static const auto flags = [] {
+    std::vector<std::pair<std::string, std::string>> out;
+    std::istringstream lines(SqliteSchemaDdl());
+    std::string table;
+    for (std::string line; std::getline(lines, line);) {
+      std::istringstream words(line);
+      std::string first, second, third;
+      words >> first >> second >> third;
+      if (first == "CREATE" && second == "TABLE") table = third;
+      if (!table.empty() && (second == "BIT" || second == "BIT,")) out.emplace_back(table, first);
+    }
+    return out;
+  }();
+  return flags;
+}
+
+bool IsModuleFlag(const std::string& table, const std::string& column) {
+  const std::string t = LowerAscii(table), c = LowerAscii(column);
+  for (const auto& [ft, fc] : ModuleFlags()) {
+    if (LowerAscii(ft) == t && LowerAscii(fc) == c) return true;
+  }
+  return false;
 }
 
 void CreateModuleDatabase(const std::string& path) { SqliteDatabase::Create(path, SqliteSchemaDdl()); }

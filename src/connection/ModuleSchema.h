@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZTkDb::detail {
@@ -13,6 +14,13 @@ const char* MariaDbSchemaDdl();
 // The statements of a DDL script: split at each ';' that ends a line, with
 // comment lines dropped.
 std::vector<std::string> SplitScript(const std::string& script);
+
+// The module's flag (Yes/No) columns of `table`, compared without regard to
+// case, as its DDL declares them: stored as -1/0 in a file the library opens
+// as Jet, as 1/0 on a server; a statement of one kind finds no other's.
+bool IsModuleFlag(const std::string& table, const std::string& column);
+// Every (table, column) of those flags.
+const std::vector<std::pair<std::string, std::string>>& ModuleFlags();
 
 // Creates a new database file holding the module's tables; refuses to
 // overwrite an existing file (error 3204).

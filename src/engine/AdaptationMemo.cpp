@@ -21,11 +21,8 @@ Plain PlainKind(const Token& t, bool decimals) {
   const std::string_view text = t.text;
   if (t.kind == TokenKind::kNumber) {
     if (decimals && IsPlainDecimal(text)) return Plain::kDecimal;
-    if (text.empty() || text.size() > 18) return Plain::kNone;
-    for (char c : text) {
-      if (c < '0' || c > '9') return Plain::kNone;
-    }
-    return Plain::kInteger;
+    int64_t ignored = 0;
+    return ParseBindableInteger(text, ignored) ? Plain::kInteger : Plain::kNone;
   }
   if (t.kind != TokenKind::kString) return Plain::kNone;
   if (text.size() < 2 || text.front() != '\'' || text.back() != '\'') return Plain::kNone;
@@ -47,7 +44,9 @@ int64_t IntegerOf(std::string_view digits) {
 }
 
 // Stand-ins no statement holds, each of its literal's kind and class.
-constexpr int64_t kProbeBase = 9070000000000000;
+// Integers are bound only while they fit 32 bits, and so must their
+// stand-ins.
+constexpr int64_t kProbeBase = 2070000000;
 std::string ProbeString(size_t k) { return "ZtkMemoProbe" + std::to_string(k) + "x"; }
 // A decimal's stand-in has to fit the columns an amount goes to (a server
 // binds a decimal only where its digits do): a small one.
@@ -264,7 +263,10 @@ bool AdaptationMemo::Matches(const Recall& r, std::string_view sql,
     const size_t start = at;
     if (r.kinds[k] == Plain::kInteger) {
       while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
-      if (at == start || at - start > 18) return false;
+      int64_t ignored = 0;
+      if (!ParseBindableInteger(std::string_view(sql.data() + start, at - start), ignored)) {
+        return false;
+      }
     } else if (r.kinds[k] == Plain::kDecimal) {
       while (at < n && sql[at] >= '0' && sql[at] <= '9') ++at;
       if (at == start || at == n || sql[at] != '.') return false;

@@ -48,17 +48,32 @@ bool StartsValue(const Tokens& t, long i) {
          (tok.kind == TokenKind::kIdentifier && IsValueKeyword(tok)) || IsKeyword(tok, "SET");
 }
 
-bool ParseInteger(std::string_view text, int64_t& out) {
-  // Eighteen digits always fit; longer numbers stay in the text.
-  if (text.empty() || text.size() > 18) return false;
+// ?, ?NNN, $1 (PostgreSQL) and SQLite's :name, @name, $name, #name. A lone
+// ':', '@' or '$' is an operator or a name's part, never a parameter.
+bool IsParameter(std::string_view text) {
+  if (text.empty()) return false;
+  if (text[0] == '?') return true;
+  return text.size() > 1 && (text[0] == '$' || text[0] == ':' || text[0] == '@' || text[0] == '#');
+}
+
+}  // namespace
+
+bool ParseBindableInteger(std::string_view text, int64_t& out) {
+  // Ten digits at most, and no more than a 32-bit integer holds: a server
+  // types a larger literal as a wider number, but a parameter compared with
+  // an integer column as that column's type, and then fails on it.
+  if (text.empty() || text.size() > 10) return false;
   int64_t v = 0;
   for (char c : text) {
     if (c < '0' || c > '9') return false;
     v = v * 10 + (c - '0');
   }
+  if (v > INT32_MAX) return false;
   out = v;
   return true;
 }
+
+namespace {
 
 }  // namespace
 
@@ -114,6 +129,12 @@ class Lifter {
       for (const Token& tok : t_) {
         if (tok.text.find('?') != std::string_view::npos) return std::nullopt;
       }
+    }
+    // A parameter the text already holds (a host's '?' or ':a' in a slot
+    // filled unescaped) would take a place among the bound values and shift
+    // every one after it; as text it stays unbound, as it always was.
+    for (const Token& tok : t_) {
+      if (tok.kind == TokenKind::kOther && IsParameter(tok.text)) return std::nullopt;
     }
     if (!rules_.any_string && (IsKeyword(verb, "UPDATE") || insert_)) DefaultTable(first);
     if (insert_ && !rules_.any_string) PairInsertValues(first);
@@ -262,7 +283,7 @@ class Lifter {
     const Token& tok = At(i);
     LiftedValue v;
     if (tok.kind == TokenKind::kNumber) {
-      if (ParseInteger(tok.text, v.integer)) {
+      if (ParseBindableInteger(tok.text, v.integer)) {
         v.kind = LiftedValue::kInteger;
         return v;
       }

@@ -98,6 +98,9 @@ struct LiftingRules {
 // Digits, one '.', digits: a decimal with nothing a server might read
 // otherwise (no exponent, no sign, no bare dot).
 bool IsPlainDecimal(std::string_view text);
+// Digits whose value a 32-bit integer holds (a sign is a token of its own);
+// larger integers stay in the text.
+bool ParseBindableInteger(std::string_view text, int64_t& out);
 
 // The shape and values of a SELECT, INSERT, UPDATE or DELETE given as the
 // tokens of `sql`; nothing for other statements (DDL, transaction control).

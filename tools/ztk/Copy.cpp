@@ -49,6 +49,7 @@ Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target,
   std::vector<Variant> row;
   for (int64_t r = 0; r < rows->RowCount(); ++r) {
     rows->DecodeRow(r, row);
+    StoreFlagsAs(target, table, columns, row);
     writer.Add(std::move(row));
     progress.Step(static_cast<size_t>(r + 1));
   }

@@ -261,6 +261,7 @@ void Import(const ImportOptions& options) {
         int64_t read = 0;
         while (t.Next()) {
           for (size_t i = 0; i < p.columns.size(); ++i) row[i] = t.Value(p.columns[i]);
+          StoreFlagsAs(target, p.target, p.target_columns, row);
           writer.Add(row);
           progress.Step(static_cast<size_t>(++read));
         }

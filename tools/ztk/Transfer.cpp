@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "Session.h"
+#include "connection/ModuleSchema.h"
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "engine/sqlite/SqliteDatabase.h"
@@ -58,7 +59,7 @@ class Hasher {
 Engine OpenEngine(const Endpoint& end, bool write) {
   if (!end.db.empty()) {
     return {ZTkDb::detail::SqliteDatabase::Open(end.db, false, !write),
-            &ZTkDb::detail::SqliteDialect()};
+            &ZTkDb::detail::SqliteDialect(), true};
   }
   auto odbc = ZTkDb::detail::OdbcDatabase::Open(end.odbc, !write);
   const ZTkDb::detail::ServerDialect* dialect = &odbc->Dialect();
@@ -111,7 +112,11 @@ int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table) {
 uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& count) {
   std::string select = "SELECT ";
-  for (size_t i = 0; i < columns.size(); ++i) select += (i ? ", " : "") + columns[i];
+  for (size_t i = 0; i < columns.size(); ++i) {
+    select += i ? ", " : "";
+    // An expression has no declared type: every engine gives its number.
+    select += ZTkDb::detail::IsModuleFlag(table, columns[i]) ? "(" + columns[i] + " + 0)" : columns[i];
+  }
   auto rows = db.Query(select + " FROM " + table, ZTkDb::detail::ResultSize::kMany);
   uint64_t sum = 0;
   std::vector<ZTkDb::Variant> row;
@@ -121,6 +126,14 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
   }
   count = rows->RowCount();
   return sum;
+}
+
+void StoreFlagsAs(const Engine& target, const std::string& table,
+                  const std::vector<std::string>& names, std::vector<ZTkDb::Variant>& row) {
+  for (size_t c = 0; c < row.size() && c < names.size(); ++c) {
+    if (row[c].IsNull() || row[c].IsEmpty() || !ZTkDb::detail::IsModuleFlag(table, names[c])) continue;
+    row[c] = ZTkDb::Variant(static_cast<int16_t>(row[c].ToBool() ? target.TrueForm() : 0));
+  }
 }
 
 RowWriter::RowWriter(const Engine& target, std::string table, std::vector<std::string> columns)

@@ -17,6 +17,10 @@ namespace ztk {
 struct Engine {
   std::shared_ptr<ZTkDb::detail::Database> db;
   const ZTkDb::detail::ServerDialect* dialect = nullptr;
+  // A file the library opens as Jet: its statements compare flags with -1.
+  bool jet = false;
+  // True as the engine's own statements store and compare it.
+  int16_t TrueForm() const { return jet ? -1 : 1; }
 };
 
 Engine OpenEngine(const Endpoint& end, bool write);
@@ -53,9 +57,16 @@ std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
 int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
 
 // The checksum of `columns` of `table` as the target reads them back, and
-// how many rows it holds.
+// how many rows it holds. The module's flags are read as the numbers stored,
+// not as truth values: a 1 where the engine's statements look for -1 is no
+// copy of a true flag.
 uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& rows);
+
+// The module's flags of a row of `table` (its columns named by `names`)
+// written in `target`'s stored form; Null stays Null.
+void StoreFlagsAs(const Engine& target, const std::string& table,
+                  const std::vector<std::string>& names, std::vector<ZTkDb::Variant>& row);
 
 // Rows written to one table with their values bound, a thousand at a
 // time; the checksum is of the rows as they were given.

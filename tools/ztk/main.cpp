@@ -6,6 +6,7 @@
 #include <functional>
 #include <iostream>
 
+#include "Check.h"
 #include "Copy.h"
 #include "Demo.h"
 #include "Import.h"
@@ -273,6 +274,15 @@ int Run(int argc, char** argv) {
                           "also every other table of the file, into a table of the same name");
   importCommand->callback([&] {
     ctx.action = [&] { Import(import); };
+  });
+
+  bool repair = false;
+  auto* check = app.add_subcommand(
+      "check", "find stored values the library's statements cannot match (flags that a copy "
+               "by an older ztk wrote in another engine's form)");
+  check->add_flag("--repair", repair, "rewrite them in the database's own form, in one transaction");
+  check->callback([&] {
+    ctx.action = [&] { Check({ctx.db.db, ctx.db.odbc}, repair); };
   });
 
   std::string demoPath = "ztk-demo.db";

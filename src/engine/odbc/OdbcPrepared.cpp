@@ -7,6 +7,7 @@
 
 #include "engine/odbc/OdbcError.h"
 #include "engine/odbc/Utf16.h"
+#include "runtime/Raise.h"
 
 namespace ZTkDb::detail {
 namespace {
@@ -103,7 +104,16 @@ OdbcDatabase::Prepared& OdbcDatabase::PreparedFor(const LiftedStatement& lifted)
   const std::string key = KeyOf(lifted);
   if (Prepared* found = statements_->Find(key)) return *found;
   static std::atomic<uint64_t> serials{0};
-  return statements_->Insert(key, Prepared{PrepareText(lifted.Shape()), nullptr, {}, ++serials});
+  OdbcStmt stmt = PrepareText(lifted.Shape());
+  // The driver's count of markers is the lifting's, or a value would land
+  // in another's place (counted locally by the drivers: no round trip).
+  SQLSMALLINT markers = 0;
+  if (Succeeded(SQLNumParams(stmt.Get(), &markers)) &&
+      static_cast<size_t>(markers) != lifted.values.size()) {
+    Raise(errEngine, "ZTkDb.ODBC",
+          "Internal error: a statement's parameters do not match its values; it was not run.");
+  }
+  return statements_->Insert(key, Prepared{std::move(stmt), nullptr, {}, ++serials});
 }
 
 bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {

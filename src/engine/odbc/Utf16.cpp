@@ -12,8 +12,35 @@ namespace {
                     std::to_string(at + 1) + ").");
 }
 
-bool Continuation(std::string_view s, size_t i) {
-  return i < s.size() && (static_cast<unsigned char>(s[i]) & 0xC0) == 0x80;
+// The length of the well-formed UTF-8 sequence at `i`, or 0. Only the
+// shortest form of a scalar value is accepted: an overlong form (C0 A7 for a
+// quote, C0 80 for a NUL), an encoded surrogate or a value past U+10FFFF
+// would read as one character to the lexer, which sees bytes, and as another
+// to a driver that decodes them leniently.
+size_t SequenceAt(std::string_view s, size_t i) {
+  const auto at = [&](size_t k) { return static_cast<unsigned char>(s[i + k]); };
+  const auto c = at(0);
+  if (c < 0x80) return 1;
+  size_t need = 0;
+  unsigned char low = 0x80, high = 0xBF;  // the second byte's range
+  if (c >= 0xC2 && c <= 0xDF) {
+    need = 2;
+  } else if (c >= 0xE0 && c <= 0xEF) {
+    need = 3;
+    if (c == 0xE0) low = 0xA0;
+    if (c == 0xED) high = 0x9F;
+  } else if (c >= 0xF0 && c <= 0xF4) {
+    need = 4;
+    if (c == 0xF0) low = 0x90;
+    if (c == 0xF4) high = 0x8F;
+  } else {
+    return 0;
+  }
+  if (i + need > s.size() || at(1) < low || at(1) > high) return 0;
+  for (size_t k = 2; k < need; ++k) {
+    if ((at(k) & 0xC0) != 0x80) return 0;
+  }
+  return need;
 }
 
 }  // namespace
@@ -22,30 +49,16 @@ std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
   std::basic_string<SQLWCHAR> out;
   out.reserve(utf8.size());
   for (size_t i = 0; i < utf8.size();) {
-    const auto c = static_cast<unsigned char>(utf8[i]);
-    char32_t cp = 0xFFFD;
-    size_t len = 1;
-    if (c >= 0x80) {
-      const size_t need = (c >> 5) == 0x6 ? 2 : (c >> 4) == 0xE ? 3 : (c >> 3) == 0x1E ? 4 : 0;
-      if (need == 0) NotUtf8(i);
-      for (size_t k = 1; k < need; ++k) {
-        if (!Continuation(utf8, i + k)) NotUtf8(i);
-      }
-    }
-    if (c < 0x80) {
-      cp = c;
-    } else if ((c >> 5) == 0x6 && i + 1 < utf8.size()) {
-      cp = ((c & 0x1Fu) << 6) | (static_cast<unsigned char>(utf8[i + 1]) & 0x3Fu);
-      len = 2;
-    } else if ((c >> 4) == 0xE && i + 2 < utf8.size()) {
-      cp = ((c & 0x0Fu) << 12) | ((static_cast<unsigned char>(utf8[i + 1]) & 0x3Fu) << 6) |
-           (static_cast<unsigned char>(utf8[i + 2]) & 0x3Fu);
-      len = 3;
-    } else if ((c >> 3) == 0x1E && i + 3 < utf8.size()) {
-      cp = ((c & 0x07u) << 18) | ((static_cast<unsigned char>(utf8[i + 1]) & 0x3Fu) << 12) |
-           ((static_cast<unsigned char>(utf8[i + 2]) & 0x3Fu) << 6) |
-           (static_cast<unsigned char>(utf8[i + 3]) & 0x3Fu);
-      len = 4;
+    const size_t len = SequenceAt(utf8, i);
+    if (len == 0) NotUtf8(i);
+    const auto b = [&](size_t k) { return static_cast<char32_t>(static_cast<unsigned char>(utf8[i + k])); };
+    char32_t cp = 0;
+    switch (len) {
+      case 1: cp = b(0); break;
+      case 2: cp = ((b(0) & 0x1F) << 6) | (b(1) & 0x3F); break;
+      case 3: cp = ((b(0) & 0x0F) << 12) | ((b(1) & 0x3F) << 6) | (b(2) & 0x3F); break;
+      default:
+        cp = ((b(0) & 0x07) << 18) | ((b(1) & 0x3F) << 12) | ((b(2) & 0x3F) << 6) | (b(3) & 0x3F);
     }
     i += len;
     if (cp >= 0x10000) {

@@ -234,6 +234,13 @@ SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
     p = &statements_->Insert(shape, std::move(fresh));
   }
   sqlite3_stmt* s = p->stmt.get();
+  // Every parameter is bound on every run, so none keeps a value (or a
+  // pointer to a freed text) from the last one; a shape with markers the
+  // lifting did not place is never run bound.
+  if (sqlite3_bind_parameter_count(s) != static_cast<int>(lifted.values.size())) {
+    Raise(errEngine, kSource,
+          "Internal error: a statement's parameters do not match its values; it was not run.");
+  }
   int k = 1;
   for (const LiftedValue& v : lifted.values) {
     const int rc = v.kind == LiftedValue::kInteger
