@@ -232,7 +232,9 @@ TEST_P(BadInput, ParameterSyntaxInAnUnescapedSlotTakesNoValuesPlace) {
   orders.ConnectStorage("bad");
   const auto count = [&](const std::vector<std::string>& sites) {
     const long number = ErrorNumberOf([&] { orders.ReadByDoneAndSoListe(sites, false); });
-    if (db.Kind() == 1) EXPECT_EQ(number, 0);
+    if (db.Kind() == 1) {
+      EXPECT_EQ(number, 0);
+    }
     return number == 0 ? orders.Count() : -number;
   };
   for (const std::string marker : {"?", "?1", "?9", ":a", "@a", "$1", "$a", "#a"}) {

@@ -121,12 +121,12 @@ TEST(Copy, ADemoDatabaseGoesRoundSqlitePostgresMariaDbSqliteUnchanged) {
   step = Ztk({"copy", "--from-odbc", maria.ConnectString(), "--to-db", back, "--init"});
   ASSERT_EQ(step.code, 0) << step.err;
   EXPECT_EQ(Contents(back), Contents(demo));
-  CTkDb clients;
-  clients.OpenJetDb("demo", demo, false, true);
-  clients.OpenJetDb("back", back, false, true);
-  const auto answers = ListAnswers("demo");
+  CTkDb demoClient, backClient;
+  demoClient.OpenJetDb("demo-ro", demo, false, true);
+  backClient.OpenJetDb("back-ro", back, false, true);
+  const auto answers = ListAnswers("demo-ro");
   ASSERT_GT(answers[1].size() + answers[3].size(), 0u) << "the demo has done orders and reports";
-  EXPECT_EQ(ListAnswers("back"), answers);
+  EXPECT_EQ(ListAnswers("back-ro"), answers);
   {
     CTkDb server;
     pg.OpenAgain(server, "pg-copy");
@@ -141,9 +141,9 @@ TEST(Copy, ADemoDatabaseGoesRoundSqlitePostgresMariaDbSqliteUnchanged) {
   step = Ztk({"copy", "--from-db", mid, "--to-odbc", pg2.ConnectString()});
   ASSERT_EQ(step.code, 0) << step.err;
   EXPECT_EQ(Contents(mid), Contents(demo));
-  CTkDb servers;
-  pg.OpenAgain(servers, "pg1");
-  pg2.OpenAgain(servers, "pg2");
+  CTkDb pg1Client, pg2Client;
+  pg.OpenAgain(pg1Client, "pg1");
+  pg2.OpenAgain(pg2Client, "pg2");
   EXPECT_EQ(Contents(*ztktest::EngineOf("pg2"), false), Contents(*ztktest::EngineOf("pg1"), false));
 
   // Each target's next id follows the copied ones.

@@ -69,15 +69,24 @@ TEST(LiteralLifting, ValuesAreLiftedWhereTheyStandAsValuesOnly) {
        "INSERT INTO T_Auftrag ('stOrt', lNr) VALUES (?, ?)"},
       {"SELECT * FROM 'T_Auftrag' a WHERE CAST(lNr AS DECIMAL(19, 4)) = 2",
        "SELECT * FROM 'T_Auftrag' a WHERE CAST(lNr AS DECIMAL(19, 4)) = ?"},
-      {"DELETE FROM T_Auftrag WHERE x = '1'::int", "DELETE FROM T_Auftrag WHERE x = '1'::int"},
+      // A parameter the text holds already (SQLite reads ":int" as one) would
+      // shift every bound value after it: such a text is run as it stands.
+      {"DELETE FROM T_Auftrag WHERE x = '1'::int", "(not lifted)"},
+      {"SELECT * FROM T_Auftrag WHERE lNr = 1 AND lSoId IN (?)", "(not lifted)"},
+      {"SELECT * FROM T_Auftrag WHERE lNr = 1 AND lSoId IN (?2, @a, $a, #a)", "(not lifted)"},
+      {"SELECT * FROM T_Auftrag WHERE lNr = 1 AND stOrt = ':a' || '?'",
+       "SELECT * FROM T_Auftrag WHERE lNr = ? AND stOrt = ? || ?"},
       // Subquery select lists keep theirs too; its WHERE is lifted.
       {"SELECT * FROM T_Auftrag WHERE lId IN (SELECT 1 FROM T_Meldung WHERE lNr = 9)",
        "SELECT * FROM T_Auftrag WHERE lId IN (SELECT 1 FROM T_Meldung WHERE lNr = ?)"},
       // Plain decimal integers and decimals: no exponents, hex, prefixed
-      // strings or integers too long for 64 bits.
+      // strings or integers past 32 bits (a server types their literal wider
+      // than a parameter compared with an integer column).
       {"SELECT * FROM t WHERE a = 1.5 AND b = 0x10 AND c = X'00' AND d = 99999999999999999999",
        "SELECT * FROM t WHERE a = +CAST(? AS REAL) AND b = 0x10 AND c = X'00' AND d = "
        "99999999999999999999"},
+      {"SELECT * FROM t WHERE a = 2147483647 AND b = 2147483648 AND c = -2147483649",
+       "SELECT * FROM t WHERE a = ? AND b = 2147483648 AND c = -2147483649"},
       {"SELECT * FROM t WHERE a IN (1e5, 1.5e3, .5, 5.) AND b = -0.25",
        "SELECT * FROM t WHERE a IN (1e5, 1.5e3, .5, 5.) AND b = -+CAST(? AS REAL)"},
   };

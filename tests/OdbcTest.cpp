@@ -7,6 +7,8 @@
 #include "connection/ModuleSchema.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "ztkdb/CAuftragListe.h"
+#include "ztkdb/CMsgOrderDokument.h"
+#include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"
 #include "ztkdb/Error.h"
 
@@ -93,6 +95,45 @@ TEST_P(TwoConnections, WriteOnOneIsSeenByAListOnTheOtherAndTheUIdGuardSpansBoth)
   EXPECT_EQ(boxes.boxes[0].text, "CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!");
   mine->ReadById(mine->Id());
   EXPECT_EQ(mine->Auftrag(), "von der anderen Verbindung");
+}
+
+// Another session drops a column and adds it again, which moves it to the
+// end: statements prepared before read and write every column by its name
+// afterwards, not by where it used to stand.
+TEST_P(TwoConnections, AColumnMovedByTheOtherConnectionIsStillReadByItsName) {
+  CMsgOrderDokument link;
+  link.ConnectStorage("erster");
+  link.CreateNew(2, 3, "\\\\srv\\ablage", "plan.pdf");
+  const int32_t id = link.Id();
+  for (int i = 0; i < 3; ++i) link.ReadById(id);  // prepared and remembered
+  CMsgOrderDokumentListe links;
+  links.ConnectStorage("erster");
+  links.ReadByOrderId(3);
+  ASSERT_EQ(links.Count(), 1);
+
+  ztktest::Exec("zweiter", "ALTER TABLE T_MsgOrderDokument DROP COLUMN stPfad");
+  ztktest::Exec("zweiter", "ALTER TABLE T_MsgOrderDokument ADD stPfad VARCHAR(255)");
+  ztktest::Exec("zweiter", "UPDATE T_MsgOrderDokument SET stPfad = 'neu'");
+  for (int i = 0; i < 2; ++i) {
+    SCOPED_TRACE(i);
+    link.ReadById(id);
+    EXPECT_EQ(link.Pfad(), "neu");
+    EXPECT_EQ(link.Datei(), "plan.pdf");
+    EXPECT_EQ(link.MsgId(), 2);
+    EXPECT_EQ(link.OrderId(), 3);
+    links.Requery();
+    ASSERT_EQ(links.Count(), 1);
+    EXPECT_EQ(links.MoveFirst()->Datei(), "plan.pdf");
+  }
+  link.Datei("plan2.pdf");
+  link.Update();
+  CMsgOrderDokument back;
+  back.ConnectStorage("zweiter");
+  back.ReadById(id);
+  EXPECT_EQ(back.Pfad(), "neu");
+  EXPECT_EQ(back.Datei(), "plan2.pdf");
+  EXPECT_EQ(back.MsgId(), 2);
+  EXPECT_TRUE(boxes.boxes.empty());
 }
 
 TEST_P(TwoConnections, BadStatementsReportClearErrors) {

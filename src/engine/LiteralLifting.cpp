@@ -130,6 +130,9 @@ class Lifter {
         if (tok.text.find('?') != std::string_view::npos) return std::nullopt;
       }
     }
+    if (rules_.refuse_star_results && IsKeyword(verb, "SELECT") && SelectsStar(first)) {
+      return std::nullopt;
+    }
     // A parameter the text already holds (a host's '?' or ':a' in a slot
     // filled unescaped) would take a place among the bound values and shift
     // every one after it; as text it stays unbound, as it always was.
@@ -429,6 +432,23 @@ class Lifter {
       if (start < 0) start = i;
       ++count;
     }
+  }
+
+  // Whether the select list of the SELECT at `select` (outside brackets, up
+  // to its FROM) holds '*' or 'name.*'.
+  bool SelectsStar(long select) const {
+    int depth = 0;
+    for (long i = NextSig(t_, select); i >= 0; i = NextSig(t_, i)) {
+      const Token& tok = At(i);
+      if (tok.kind == TokenKind::kLParen) ++depth;
+      if (tok.kind == TokenKind::kRParen) --depth;
+      if (depth > 0) continue;
+      if (depth < 0 || IsKeyword(tok, "FROM")) return false;
+      if (tok.text == "*" || (tok.kind == TokenKind::kIdentifier && tok.text.ends_with(".*"))) {
+        return true;
+      }
+    }
+    return false;
   }
 
   const Tokens& t_;

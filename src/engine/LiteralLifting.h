@@ -80,6 +80,8 @@ struct LiftingRules {
   // A text that holds '?' anywhere is not lifted: a driver that rewrites
   // markers might read one where the server sees text.
   bool refuse_question_marks = false;
+  // A query whose select list holds '*' or 'table.*' is not lifted.
+  bool refuse_star_results = false;
   // Where set, plain decimals (digits '.' digits) are lifted and this
   // stands in their place (see ServerDialect::BoundDecimal); a sign before
   // one stays in the text. With any_string, every one in a value position,

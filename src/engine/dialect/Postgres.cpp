@@ -121,6 +121,8 @@ class Postgres final : public ServerDialect {
   // input conversion, and the column's precision holds either unrounded.
   const char* BoundDecimal() const override { return "?"; }
   bool FetchesInBlocks() const override { return true; }
+  // "cached plan must not change result type".
+  const char* ChangedResultState() const override { return "0A000"; }
   // An identity's sequence knows nothing of rows inserted with their ids.
   std::vector<std::string> IdentityAdvance(const std::string& table,
                                            const std::string& column) const override {

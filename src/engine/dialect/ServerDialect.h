@@ -95,6 +95,16 @@ class ServerDialect {
   // (the driver gets data from a bound column of a block, SQL_GD_BLOCK and
   // SQL_GD_BOUND, as psqlodbc does).
   virtual bool FetchesInBlocks() const { return false; }
+  // The SQLSTATE with which the server refuses to run a prepared statement
+  // whose result changed shape since it was prepared (another session's
+  // ALTER TABLE), or null where the server runs it with the new shape and
+  // the result's columns must be compared with the ones described.
+  virtual const char* ChangedResultState() const { return nullptr; }
+  // A query giving the version of the tables' definitions, where a driver
+  // describes a result when it prepares it, before its engine notices
+  // another session's change: the moved columns would go by their old
+  // names. A changed version makes the query's text run once unread first.
+  virtual const char* SchemaVersion() const { return nullptr; }
   // Whether amounts are stored as binary doubles (SQLite's REAL): a bound
   // amount then goes as the double nearest it, since the driver's own
   // reading of decimal text may land on another.

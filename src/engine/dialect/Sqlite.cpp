@@ -61,6 +61,7 @@ class Sqlite final : public ServerDialect {
   // of each UTF-16 unit of a wide call. Its narrow calls take and give UTF-8
   // bytes as SQLite stores them.
   bool NarrowText() const override { return true; }
+  const char* SchemaVersion() const override { return "PRAGMA schema_version"; }
   bool BindsLiterals() const override { return true; }
   bool StringsReadAsBoundText() const override { return true; }
   // SQLite reads a decimal literal and casts a text to REAL with one and

@@ -149,6 +149,11 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
     lifting_.decimal_marker = dialect_->BoundDecimal();
     // The driver finds its parameter markers with a reading of its own.
     lifting_.refuse_question_marks = true;
+    // A driver that keeps describing a result as it was prepared, though
+    // its server now sends another session's changed table, reads moved
+    // columns under the old names: what a result's columns are is then left
+    // to the text, prepared anew on every run.
+    lifting_.refuse_star_results = !dialect_->ChangedResultState();
     rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
     memo_ = std::make_unique<AdaptationMemo>(rules_);
@@ -321,10 +326,24 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, Result
     }
   }
   if (facts.lifted) return OnLiveSession(true, [&] { return QueryPrepared(*facts.lifted); });
-  return OnLiveSession(true, [&] { return RunQuery(text); });
+  return OnLiveSession(true, [&] { return RunQuery(text, facts.plain_query); });
 }
 
-std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text) {
+std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text, bool plainQuery) {
+  if (const char* version = plainQuery ? dialect_->SchemaVersion() : nullptr) {
+    // When another session changed the tables, the text runs once unread:
+    // its engine notices the change only while it runs, after the driver
+    // described the result by the tables as they were.
+    std::string now;
+    const OdbcStmt probe = NewStatement();
+    ExecDirect(probe, version);
+    if (Succeeded(SQLFetch(probe.Get()))) FetchText(probe.Get(), 1, narrow_, now);
+    if (!schema_version_.empty() && now != schema_version_) {
+      const OdbcStmt stale = NewStatement();
+      if (ExecDirect(stale, text) != SQL_NO_DATA) SQLFetch(stale.Get());
+    }
+    schema_version_ = std::move(now);
+  }
   OdbcStmt stmt = NewStatement();
   if (ExecDirect(stmt, text) == SQL_NO_DATA) return std::make_shared<RowSet>(std::vector<std::string>{});
   return ReadResult(stmt.Get(), nullptr);

@@ -87,7 +87,9 @@ class OdbcDatabase final : public Database {
   // said the statement never ran.
   template <typename Run>
   auto OnLiveSession(bool idempotent, Run&& run) -> decltype(run());
-  std::shared_ptr<const RowSet> RunQuery(const std::string& text);
+  // `plainQuery`: the text only reads (it may then run twice, see
+  // ServerDialect::SchemaVersion).
+  std::shared_ptr<const RowSet> RunQuery(const std::string& text, bool plainQuery);
   // The statements of lifted literals, prepared once per shape and run
   // with the values bound (OdbcPrepared.cpp).
   struct Prepared;
@@ -107,6 +109,8 @@ class OdbcDatabase final : public Database {
   // Reads the result of an executed statement; `p` keeps its columns' names
   // and fetches for the next run of the same shape.
   std::shared_ptr<const RowSet> ReadResult(SQLHSTMT stmt, Prepared* p);
+  template <typename Body>
+  auto WithPrepared(const LiftedStatement& lifted, Body body);
   std::shared_ptr<const RowSet> RunInChunks(const std::string& text,
                                             const ServerDialect::Cursor& cursor);
   void DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::Columns>& columns,
@@ -136,6 +140,8 @@ class OdbcDatabase final : public Database {
   bool lost_ = false;
   ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
   bool in_transaction_ = false;
+  // The schema's version when the last query ran (where the dialect has one).
+  std::string schema_version_;
   // The isolation level a snapshot replaced, set back when it ends.
   std::optional<SQLULEN> restore_isolation_;
   // The session died inside a transaction the host has not ended yet.

@@ -198,33 +198,47 @@ bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
   return true;
 }
 
-std::shared_ptr<const RowSet> OdbcDatabase::QueryPrepared(const LiftedStatement& lifted) {
-  Prepared& p = PreparedFor(lifted);
-  try {
-    const CursorCloser close{p.stmt.Get()};
-    if (!ExecutePrepared(p, lifted)) return std::make_shared<RowSet>(std::vector<std::string>{});
-    return ReadResult(p.stmt.Get(), &p);
-  } catch (...) {
-    // A statement that failed is prepared afresh next time.
-    statements_->Erase(KeyOf(lifted));
-    throw;
+// Runs `body` on the statement prepared for `lifted`. A statement that
+// failed is prepared afresh next time; one the server refused because its
+// result changed shape under it is prepared afresh and run once more at
+// once, unless the refusal aborted a transaction of the host's.
+template <typename Body>
+auto OdbcDatabase::WithPrepared(const LiftedStatement& lifted, Body body) {
+  for (bool again = true;; again = false) {
+    Prepared& p = PreparedFor(lifted);
+    try {
+      const CursorCloser close{p.stmt.Get()};
+      return body(p);
+    } catch (const Error& e) {
+      statements_->Erase(KeyOf(lifted));
+      const char* changed = dialect_->ChangedResultState();
+      if (!again || !changed || in_transaction_ ||
+          e.Description().find("[" + std::string(changed) + "]") == std::string::npos) {
+        throw;
+      }
+    } catch (...) {
+      statements_->Erase(KeyOf(lifted));
+      throw;
+    }
   }
 }
 
+std::shared_ptr<const RowSet> OdbcDatabase::QueryPrepared(const LiftedStatement& lifted) {
+  return WithPrepared(lifted, [&](Prepared& p) -> std::shared_ptr<const RowSet> {
+    if (!ExecutePrepared(p, lifted)) return std::make_shared<RowSet>(std::vector<std::string>{});
+    return ReadResult(p.stmt.Get(), &p);
+  });
+}
+
 int64_t OdbcDatabase::ExecuteLifted(const LiftedStatement& lifted) {
-  Prepared& p = PreparedFor(lifted);
-  try {
-    const CursorCloser close{p.stmt.Get()};
+  return WithPrepared(lifted, [&](Prepared& p) -> int64_t {
     if (!ExecutePrepared(p, lifted)) return 0;
     SQLLEN affected = 0;
     if (!Succeeded(SQLRowCount(p.stmt.Get(), &affected))) {
       Fail(SQL_HANDLE_STMT, p.stmt.Get(), "SQLRowCount");
     }
     return std::max<SQLLEN>(affected, 0);
-  } catch (...) {
-    statements_->Erase(KeyOf(lifted));
-    throw;
-  }
+  });
 }
 
 namespace {
@@ -352,6 +366,7 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
   if (!p->columns) DescribeResult(stmt, p->columns, p->fetches);
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns), p->serial);
 }
+
 
 // The query runs under a cursor in a transaction of its own (or the host's),
 // its rows fetched a chunk at a time: the driver never holds more than one

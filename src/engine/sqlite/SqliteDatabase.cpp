@@ -171,11 +171,17 @@ struct SqliteDatabase::Prepared {
   // reads as the same date whenever it comes).
   std::vector<DateMemo> dates;
 
+  // How often SQLite has prepared the statement anew when it was described.
+  int reprepared = -1;
+
   // The columns as the statement now has them: SQLite prepares a statement
-  // anew when the schema changed under it, possibly another process's change.
+  // anew inside a step when the schema changed under it, possibly by another
+  // process; a column dropped and added again moves the others.
   void Describe() {
+    const int now = sqlite3_stmt_status(stmt.get(), SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (columns && now == reprepared) return;
+    reprepared = now;
     const int count = sqlite3_column_count(stmt.get());
-    if (columns && static_cast<size_t>(count) == kinds.size()) return;
     std::vector<std::string> names;
     kinds.clear();
     for (int i = 0; i < count; ++i) {
@@ -457,14 +463,16 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
 
 std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
   sqlite3_stmt* s = p.stmt.get();
+  // Described after the first step: that is where a statement is prepared
+  // anew for a changed schema.
+  int rc = sqlite3_step(s);
+  if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db_.get(), rc);
   p.Describe();
   auto rows = std::make_shared<RowSet>(p.columns);
   const int columns = static_cast<int>(p.kinds.size());
   const ColumnKind* kinds = p.kinds.data();
   DateMemo* dates = p.dates.data();
-  for (;;) {
-    const int rc = sqlite3_step(s);
-    if (rc == SQLITE_DONE) break;
+  for (; rc != SQLITE_DONE; rc = sqlite3_step(s)) {
     if (rc != SQLITE_ROW) RaiseSqlite(db_.get(), rc);
     rows->BeginRow();
     for (int i = 0; i < columns; ++i) AppendCell(*rows, s, i, kinds[i], &dates[i]);
