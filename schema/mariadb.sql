@@ -4,10 +4,10 @@
 -- SMALLINT, currency DECIMAL(19,4) (exact), dates DATETIME (TIMESTAMP cannot
 -- hold 31.12.9999, the date every open item carries), free texts LONGTEXT so
 -- no length limit cuts a host's text; the two indexed texts (row token and
--- number prefix) are VARCHAR. The binary collation compares and sorts texts
--- by their code points, as the embedded engine and PostgreSQL (C locale) do;
--- unlike them it ignores trailing blanks in comparisons (MySQL has no
--- no-pad binary collation that MariaDB shares).
+-- number prefix) are VARCHAR. The binary no-pad collation compares and sorts
+-- texts by their code points, trailing blanks included, as the embedded engine
+-- and PostgreSQL (C locale) do. MySQL has no collation of that name: there
+-- the tables are made with utf8mb4_bin, which ignores trailing blanks.
 
 CREATE TABLE T_Auftrag (
   lId                INT NOT NULL AUTO_INCREMENT PRIMARY KEY,
@@ -50,7 +50,7 @@ CREATE TABLE T_Auftrag (
   lSoId              INTEGER,
   stLeistungsart     LONGTEXT,
   stVerantwortlicher LONGTEXT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE UNIQUE INDEX IX_Auftrag_stUId ON T_Auftrag (stUId);
 CREATE INDEX IX_Auftrag_Nr ON T_Auftrag (lNr, stNrVorsatz);
 CREATE INDEX IX_Auftrag_SoId ON T_Auftrag (lSoId);
@@ -60,7 +60,7 @@ CREATE INDEX IX_Auftrag_ObjId ON T_Auftrag (lObjId);
 CREATE TABLE T_AuftragMeldung (
   lAuftragId INTEGER,
   lMeldungId INTEGER
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE INDEX IX_AuftragMeldung_Auftrag ON T_AuftragMeldung (lAuftragId);
 CREATE INDEX IX_AuftragMeldung_Meldung ON T_AuftragMeldung (lMeldungId);
 
@@ -96,7 +96,7 @@ CREATE TABLE T_Meldung (
   stEmail            LONGTEXT,
   stLeistungsart     LONGTEXT,
   stVerantwortlicher LONGTEXT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE UNIQUE INDEX IX_Meldung_stUId ON T_Meldung (stUId);
 CREATE INDEX IX_Meldung_Nr ON T_Meldung (lNr, stNrVorsatz);
 CREATE INDEX IX_Meldung_SoId ON T_Meldung (lSoId);
@@ -126,7 +126,7 @@ CREATE TABLE T_Leistung (
   stRechnEmpf      LONGTEXT,
   lAnsprechId      INTEGER,
   bFremdleistung   SMALLINT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE UNIQUE INDEX IX_Leistung_stUId ON T_Leistung (stUId);
 CREATE INDEX IX_Leistung_Auftrag ON T_Leistung (lAuftragId);
 
@@ -145,7 +145,7 @@ CREATE TABLE T_AMaterial (
   stRechnEmpf       LONGTEXT,
   stEinheit         LONGTEXT,
   bFremdleistung    SMALLINT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE UNIQUE INDEX IX_AMaterial_stUId ON T_AMaterial (stUId);
 CREATE INDEX IX_AMaterial_Auftrag ON T_AMaterial (lAuftragId);
 
@@ -156,7 +156,7 @@ CREATE TABLE T_MsgOrderDokument (
   lOrderId INTEGER,
   stPfad   LONGTEXT,
   stDatei  LONGTEXT
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_bin;
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin;
 CREATE UNIQUE INDEX IX_MsgOrderDokument_stUId ON T_MsgOrderDokument (stUId);
 CREATE INDEX IX_MsgOrderDokument_Order ON T_MsgOrderDokument (lOrderId);
 CREATE INDEX IX_MsgOrderDokument_Msg ON T_MsgOrderDokument (lMsgId);

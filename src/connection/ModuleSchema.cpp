@@ -74,9 +74,16 @@ void CreateModuleSchemaOdbc(const std::string& connect) {
   if (!db->FindTable("T_Auftrag").empty()) {
     Raise(3204, "ZTkDb.Schema", "The data source already holds the module tables (T_Auftrag).");
   }
+  std::string script = ddl;
+  if (db->Dialect().Which() == ServerDialect::Id::kMariaDb &&
+      LowerAscii(db->DbmsName()).find("mariadb") == std::string::npos) {
+    for (size_t at; (at = script.find("utf8mb4_nopad_bin")) != std::string::npos;) {
+      script.replace(at, 17, "utf8mb4_bin");
+    }
+  }
   db->BeginTrans();
   try {
-    for (const std::string& statement : SplitScript(ddl)) db->ExecuteRaw(statement);
+    for (const std::string& statement : SplitScript(script)) db->ExecuteRaw(statement);
     db->CommitTrans();
   } catch (...) {
     try {

@@ -1,6 +1,7 @@
 #include "runtime/Storable.h"
 
 #include <cmath>
+#include <cstdint>
 #include <string>
 
 #include "runtime/Numbers.h"
@@ -10,12 +11,24 @@ namespace ZTkDb::detail {
 
 void CheckStorableDate(const Date& value) {
   const double v = value.Value();
-  if (!(std::isfinite(v) && v >= -657434.0 && v < 2958466.0)) {
+  // Before 30.12.1899 the fraction counts the time of day away from zero:
+  // 01.01.0100 runs from -657434.0 (midnight) to just above -657435.0.
+  if (!(std::isfinite(v) && v > -657435.0 && v < 2958466.0)) {
     Raise(errOverflow, "ZTkDb.Date",
           "Overflow: a date must lie between 01.01.0100 and 31.12.9999 (OLE value " +
               (std::isfinite(v) ? InvariantNumberText(v) : std::string("not a number")) + ").");
   }
 }
+
+namespace {
+
+// Whether `scaled` lies beyond ±`largest`; a largest of INT64_MAX (a
+// server's DECIMAL(19,4)) takes every amount, the most negative one too.
+bool Beyond(int64_t scaled, int64_t largest) {
+  return largest != INT64_MAX && (scaled > largest || scaled < -largest);
+}
+
+}  // namespace
 
 void CheckStorableCurrency(const Currency& value, int16_t kind, int64_t largest) {
   // REAL storage resolves 0.0001 up to 2^39; beyond it an amount would come
@@ -25,7 +38,7 @@ void CheckStorableCurrency(const Currency& value, int16_t kind, int64_t largest)
           "Overflow: the embedded engine cannot store " + value.Text() +
               " exactly (amounts up to ±549,755,813,888 are kept to the 0.0001).");
   }
-  if (value.Scaled() > largest || value.Scaled() < -largest) {
+  if (Beyond(value.Scaled(), largest)) {
     Raise(errOverflow, "ZTkDb.Currency",
           "Overflow: the data source cannot store " + value.Text() + " exactly (amounts up to ±" +
               Currency::FromScaled(largest).Text() + " are kept to the 0.0001).");
@@ -45,7 +58,7 @@ void CheckStorableRows(const std::vector<std::vector<Variant>>& rows, size_t wid
         case vtDate: CheckStorableDate(v.ToDate()); break;
         case vtCurrency: {
           const Currency c = v.ToCurrency();
-          if (c.Scaled() > largestAmount || c.Scaled() < -largestAmount) {
+          if (Beyond(c.Scaled(), largestAmount)) {
             Raise(errOverflow, "ZTkDb.Currency",
                   "Overflow: the database cannot store " + c.Text() + " exactly (amounts up to ±" +
                       Currency::FromScaled(largestAmount).Text() +

@@ -51,8 +51,8 @@ bool ParseScaled(const std::string& text, int64_t& out) {
       (whole == kMaxWhole && fraction > INT64_MAX % 10000 + (negative ? 1 : 0))) {
     return false;
   }
-  out = whole * 10000 + fraction;
-  if (negative) out = -out;
+  // The most negative amount has no positive counterpart: built downwards.
+  out = negative ? -(whole * 10000) - fraction : whole * 10000 + fraction;
   return true;
 }
 
