@@ -80,8 +80,21 @@ std::vector<std::vector<int32_t>> ListAnswers(const std::string& client) {
     reports.ReadByDone(done, msUnsorted, 30000);
     walk(reports);
   }
-  reports.ReadAllInZeitAndOpen(Date::FromYmd(2000, 1, 1), Date::FromYmd(2100, 1, 1));
+  const Date from = Date::FromYmd(2000, 1, 1), to = Date::FromYmd(2100, 1, 1);
+  reports.ReadAllInZeitAndOpen(from, to);
   walk(reports);
+  reports.ReadAllInZeitraum(from, to);
+  walk(reports);
+  orders.ReadAllInZeitraum(from, to);
+  walk(orders);
+  orders.ReadByDoneAndVorsatz(true, "A", osUnsorted, 30000);
+  walk(orders);
+  orders.ReadWithMsgConn(true);
+  walk(orders);
+  CLeistungListe labour;
+  labour.ConnectStorage(client);
+  CMsgOrderDokumentListe documents;
+  documents.ConnectStorage(client);
   orders.ReadAll();
   std::vector<int32_t> orderIds;
   for (auto o = orders.MoveFirst(); o; o = orders.MoveNext()) orderIds.push_back(o->Id());
@@ -90,6 +103,10 @@ std::vector<std::vector<int32_t>> ListAnswers(const std::string& client) {
     walk(material);
     material.ReadMaterialByOrderId(id);
     walk(material);
+    labour.ReadByOrderId(id);
+    walk(labour);
+    documents.ReadByOrderId(id);
+    walk(documents);
   }
   return out;
 }
