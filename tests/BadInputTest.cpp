@@ -99,13 +99,15 @@ TEST_P(BadInput, NulIsRefusedAndInvalidUtf8IsStoredOrRefusedClearly) {
 
   auto kept = Report("bleibt", "");
   const std::string smuggle = "; UPDATE T_Meldung SET stMeldung = 'weg'; -- ";
-  for (const std::string& bad : {std::string("Gr\xFC\xDF" "e"),
-                                 "x\xC0\xA7" + smuggle, "x\xE0\x80\xA7" + smuggle,
-                                 "x\xF0\x80\x80\xA7" + smuggle, std::string("a\xC0\x80z"),
-                                 std::string("\xC1\x81"), std::string("\xED\xA0\x80" "b"),
-                                 std::string("\xED\xA0\xBD\xED\xB8\x80"),
-                                 std::string("\xF4\x90\x80\x80"), std::string("\xF8\x88\x80\x80\x80"),
-                                 std::string("kurz\xE2\x82")}) {
+  for (const std::string& bad :
+       {std::string("Gr\xFC\xDF"
+                    "e"),
+        "x\xC0\xA7" + smuggle, "x\xE0\x80\xA7" + smuggle, "x\xF0\x80\x80\xA7" + smuggle,
+        std::string("a\xC0\x80z"), std::string("\xC1\x81"),
+        std::string("\xED\xA0\x80"
+                    "b"),
+        std::string("\xED\xA0\xBD\xED\xB8\x80"), std::string("\xF4\x90\x80\x80"),
+        std::string("\xF8\x88\x80\x80\x80"), std::string("kurz\xE2\x82")}) {
     SCOPED_TRACE(testing::PrintToString(bad));
     CMeldung r;
     r.ConnectStorage("bad");
@@ -127,7 +129,9 @@ TEST_P(BadInput, NulIsRefusedAndInvalidUtf8IsStoredOrRefusedClearly) {
       back.ReadById(kept->Id());
       EXPECT_EQ(back.Meldung(), bad);
     }
-    EXPECT_EQ(ztktest::Scalar("bad", "SELECT count(*) FROM T_Meldung WHERE stMeldung = 'weg'").ToLong(), 0);
+    EXPECT_EQ(
+        ztktest::Scalar("bad", "SELECT count(*) FROM T_Meldung WHERE stMeldung = 'weg'").ToLong(),
+        0);
   }
   EXPECT_EQ(Rows("T_Meldung"), 1);
 }

@@ -9,8 +9,8 @@
 #include "TestData.h"
 #include "TestSupport.h"
 #include "ZtkRun.h"
-#include "engine/RowSet.h"
 #include "connection/ModuleSchema.h"
+#include "engine/RowSet.h"
 #include "engine/sqlite/SqliteDatabase.h"
 #include "ztkdb/ZTkDb.h"
 

@@ -33,13 +33,42 @@ struct Report {
 };
 
 // Pieces hostile to a statement's text and to the readers of its bytes.
-const char* const kPieces[] = {
-    "'", "''", "\\", "\\'", "#x#", "#1.1.2000#", "--", "/*", "*/", ";",
-    "; DELETE FROM T_Meldung; --", "'); DELETE FROM T_Meldung; --", "$$", "$a$", "$1", "?",
-    ":a", "@a", "ä", "Grüße", "😀", "\t", "\r\n", " ", "Ort 7", "%", "_", "N'", "E'\\x'",
-    "{ts '2020-01-01 00:00:00'}", "0x41", "1e5", "-0", "NULL"};
+const char* const kPieces[] = {"'",
+                               "''",
+                               "\\",
+                               "\\'",
+                               "#x#",
+                               "#1.1.2000#",
+                               "--",
+                               "/*",
+                               "*/",
+                               ";",
+                               "; DELETE FROM T_Meldung; --",
+                               "'); DELETE FROM T_Meldung; --",
+                               "$$",
+                               "$a$",
+                               "$1",
+                               "?",
+                               ":a",
+                               "@a",
+                               "ä",
+                               "Grüße",
+                               "😀",
+                               "\t",
+                               "\r\n",
+                               " ",
+                               "Ort 7",
+                               "%",
+                               "_",
+                               "N'",
+                               "E'\\x'",
+                               "{ts '2020-01-01 00:00:00'}",
+                               "0x41",
+                               "1e5",
+                               "-0",
+                               "NULL"};
 // Bytes that are not well-formed UTF-8, the overlong quote first.
-const char* const kInvalid[] = {"\xC0\xA7", "\xFF", "\xED\xA0\x80", "\xE0\x80\xA7",
+const char* const kInvalid[] = {"\xC0\xA7",         "\xFF", "\xED\xA0\x80", "\xE0\x80\xA7",
                                 "\xF4\x90\x80\x80", "\xC3", "\xC1\x81"};
 
 // Well-formed UTF-8 by the Unicode standard's table of byte ranges.
@@ -49,18 +78,26 @@ bool WellFormed(const std::string& s) {
     const unsigned c = b(i);
     const auto in = [](unsigned x, unsigned lo, unsigned hi) { return x >= lo && x <= hi; };
     size_t n = 0;
-    if (c < 0x80) n = 1;
-    else if (in(c, 0xC2, 0xDF) && in(b(i + 1), 0x80, 0xBF)) n = 2;
-    else if (c == 0xE0 && in(b(i + 1), 0xA0, 0xBF) && in(b(i + 2), 0x80, 0xBF)) n = 3;
+    if (c < 0x80)
+      n = 1;
+    else if (in(c, 0xC2, 0xDF) && in(b(i + 1), 0x80, 0xBF))
+      n = 2;
+    else if (c == 0xE0 && in(b(i + 1), 0xA0, 0xBF) && in(b(i + 2), 0x80, 0xBF))
+      n = 3;
     else if ((in(c, 0xE1, 0xEC) || in(c, 0xEE, 0xEF)) && in(b(i + 1), 0x80, 0xBF) &&
-             in(b(i + 2), 0x80, 0xBF)) n = 3;
-    else if (c == 0xED && in(b(i + 1), 0x80, 0x9F) && in(b(i + 2), 0x80, 0xBF)) n = 3;
+             in(b(i + 2), 0x80, 0xBF))
+      n = 3;
+    else if (c == 0xED && in(b(i + 1), 0x80, 0x9F) && in(b(i + 2), 0x80, 0xBF))
+      n = 3;
     else if (c == 0xF0 && in(b(i + 1), 0x90, 0xBF) && in(b(i + 2), 0x80, 0xBF) &&
-             in(b(i + 3), 0x80, 0xBF)) n = 4;
+             in(b(i + 3), 0x80, 0xBF))
+      n = 4;
     else if (in(c, 0xF1, 0xF3) && in(b(i + 1), 0x80, 0xBF) && in(b(i + 2), 0x80, 0xBF) &&
-             in(b(i + 3), 0x80, 0xBF)) n = 4;
+             in(b(i + 3), 0x80, 0xBF))
+      n = 4;
     else if (c == 0xF4 && in(b(i + 1), 0x80, 0x8F) && in(b(i + 2), 0x80, 0xBF) &&
-             in(b(i + 3), 0x80, 0xBF)) n = 4;
+             in(b(i + 3), 0x80, 0xBF))
+      n = 4;
     if (n == 0) return false;
     i += n;
   }
@@ -84,7 +121,8 @@ inline void Catch(long& number, std::string& why, const std::function<void()>& f
 namespace {
 
 std::string Shown(const Report& r) {
-  return testing::PrintToString(std::vector<std::string>{r.melder, r.meldung, r.ort, r.bemerkung, r.objekt});
+  return testing::PrintToString(
+      std::vector<std::string>{r.melder, r.meldung, r.ort, r.bemerkung, r.objekt});
 }
 
 class Differential : public ::testing::TestWithParam<ztktest::Engine> {
@@ -94,8 +132,10 @@ class Differential : public ::testing::TestWithParam<ztktest::Engine> {
   std::string Text() {
     std::string out;
     for (int n = Pick(6); n > 0; --n) {
-      if (Pick(25) == 0) out += kInvalid[Pick(std::size(kInvalid))];
-      else out += kPieces[Pick(std::size(kPieces))];
+      if (Pick(25) == 0)
+        out += kInvalid[Pick(std::size(kInvalid))];
+      else
+        out += kPieces[Pick(std::size(kPieces))];
     }
     return out;
   }

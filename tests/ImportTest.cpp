@@ -26,8 +26,9 @@ namespace {
 std::string Fixture(const char* name) {
   const std::string dir = std::string(ZTKDB_SOURCE_DIR) + "/../shared/fixtures/jet/";
   if (!std::filesystem::is_regular_file(dir + name)) {
-    throw std::runtime_error("the Access file " + std::string(name) + " is missing: the test files " +
-                             "must lie in " + dir + " (the folder shared/ beside the checkout)");
+    throw std::runtime_error("the Access file " + std::string(name) +
+                             " is missing: the test files " + "must lie in " + dir +
+                             " (the folder shared/ beside the checkout)");
   }
   return dir + name;
 }

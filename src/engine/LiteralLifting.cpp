@@ -73,10 +73,6 @@ bool ParseBindableInteger(std::string_view text, int64_t& out) {
   return true;
 }
 
-namespace {
-
-}  // namespace
-
 bool IsPlainDecimal(std::string_view text) {
   const size_t dot = text.find('.');
   if (dot == 0 || dot == std::string_view::npos || dot + 1 == text.size()) return false;

@@ -35,7 +35,8 @@ void Check(const Endpoint& where, bool repair) {
     std::printf("%s.%s: %" PRId64 " rows hold another value than %s for true%s\n", f.table.c_str(),
                 f.column.c_str(), f.rows, truth.c_str(), repair ? "" : " (--repair rewrites them)");
   }
-  if (!repair) throw Failure("stored values the library's statements do not find; nothing was changed");
+  if (!repair)
+    throw Failure("stored values the library's statements do not find; nothing was changed");
   engine.db->BeginTrans();
   try {
     for (const Finding& f : found) {

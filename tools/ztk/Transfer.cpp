@@ -115,7 +115,8 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
   for (size_t i = 0; i < columns.size(); ++i) {
     select += i ? ", " : "";
     // An expression has no declared type: every engine gives its number.
-    select += ZTkDb::detail::IsModuleFlag(table, columns[i]) ? "(" + columns[i] + " + 0)" : columns[i];
+    select +=
+        ZTkDb::detail::IsModuleFlag(table, columns[i]) ? "(" + columns[i] + " + 0)" : columns[i];
   }
   auto rows = db.Query(select + " FROM " + table, ZTkDb::detail::ResultSize::kMany);
   uint64_t sum = 0;
@@ -131,7 +132,8 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
 void StoreFlagsAs(const Engine& target, const std::string& table,
                   const std::vector<std::string>& names, std::vector<ZTkDb::Variant>& row) {
   for (size_t c = 0; c < row.size() && c < names.size(); ++c) {
-    if (row[c].IsNull() || row[c].IsEmpty() || !ZTkDb::detail::IsModuleFlag(table, names[c])) continue;
+    if (row[c].IsNull() || row[c].IsEmpty() || !ZTkDb::detail::IsModuleFlag(table, names[c]))
+      continue;
     row[c] = ZTkDb::Variant(static_cast<int16_t>(row[c].ToBool() ? target.TrueForm() : 0));
   }
 }

@@ -9,9 +9,9 @@
 #include "Check.h"
 #include "Copy.h"
 #include "Demo.h"
-#include "Import.h"
 #include "Docs.h"
 #include "Fields.h"
+#include "Import.h"
 #include "Lists.h"
 #include "Records.h"
 #include "Session.h"
@@ -278,12 +278,12 @@ int Run(int argc, char** argv) {
 
   bool repair = false;
   auto* check = app.add_subcommand(
-      "check", "find stored values the library's statements cannot match (flags that a copy "
-               "by an older ztk wrote in another engine's form)");
-  check->add_flag("--repair", repair, "rewrite them in the database's own form, in one transaction");
-  check->callback([&] {
-    ctx.action = [&] { Check({ctx.db.db, ctx.db.odbc}, repair); };
-  });
+      "check",
+      "find stored values the library's statements cannot match (flags that a copy "
+      "by an older ztk wrote in another engine's form)");
+  check->add_flag("--repair", repair,
+                  "rewrite them in the database's own form, in one transaction");
+  check->callback([&] { ctx.action = [&] { Check({ctx.db.db, ctx.db.odbc}, repair); }; });
 
   std::string demoPath = "ztk-demo.db";
   int demoReports = 60;

@@ -367,7 +367,6 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns), p->serial);
 }
 
-
 // The query runs under a cursor in a transaction of its own (or the host's),
 // its rows fetched a chunk at a time: the driver never holds more than one
 // chunk besides the rows already read.

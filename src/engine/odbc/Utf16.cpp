@@ -51,12 +51,20 @@ std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
   for (size_t i = 0; i < utf8.size();) {
     const size_t len = SequenceAt(utf8, i);
     if (len == 0) NotUtf8(i);
-    const auto b = [&](size_t k) { return static_cast<char32_t>(static_cast<unsigned char>(utf8[i + k])); };
+    const auto b = [&](size_t k) {
+      return static_cast<char32_t>(static_cast<unsigned char>(utf8[i + k]));
+    };
     char32_t cp = 0;
     switch (len) {
-      case 1: cp = b(0); break;
-      case 2: cp = ((b(0) & 0x1F) << 6) | (b(1) & 0x3F); break;
-      case 3: cp = ((b(0) & 0x0F) << 12) | ((b(1) & 0x3F) << 6) | (b(2) & 0x3F); break;
+      case 1:
+        cp = b(0);
+        break;
+      case 2:
+        cp = ((b(0) & 0x1F) << 6) | (b(1) & 0x3F);
+        break;
+      case 3:
+        cp = ((b(0) & 0x0F) << 12) | ((b(1) & 0x3F) << 6) | (b(2) & 0x3F);
+        break;
       default:
         cp = ((b(0) & 0x07) << 18) | ((b(1) & 0x3F) << 12) | ((b(2) & 0x3F) << 6) | (b(3) & 0x3F);
     }
