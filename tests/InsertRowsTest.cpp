@@ -146,6 +146,8 @@ TEST_P(InsertRows, ATableWithAValueTheEngineCannotStoreWritesNothing) {
   };
   EXPECT_EQ(refused(Variant(Date(2958466.0)), 2), errOverflow);  // 01.01.10000
   EXPECT_EQ(refused(Variant(Date(-657435.0)), 2), errOverflow);  // 31.12.0099
+  // Within the last day but rounding to the next second: 01.01.10000.
+  EXPECT_EQ(refused(Variant(Date(2958465.0 + 86399.9 / 86400.0)), 2), errOverflow);
   EXPECT_EQ(refused(Variant(std::nan("")), 3), errOverflow);
   EXPECT_EQ(refused(Variant(std::numeric_limits<double>::infinity()), 3), errOverflow);
   if (largest < std::numeric_limits<int64_t>::max()) {

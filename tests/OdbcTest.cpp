@@ -133,6 +133,30 @@ TEST_P(TwoConnections, AColumnMovedByTheOtherConnectionIsStillReadByItsName) {
   EXPECT_EQ(back.Pfad(), "neu");
   EXPECT_EQ(back.Datei(), "plan2.pdf");
   EXPECT_EQ(back.MsgId(), 2);
+
+  // The same on the widest table, read by id and through a list.
+  auto order = ztktest::CreateOrder("erster", {.nr = 7, .text = "Tür klemmt"});
+  for (int i = 0; i < 3; ++i) order->ReadById(order->Id());
+  CAuftragListe orders;
+  orders.ConnectStorage("erster");
+  orders.ReadByDone(false);
+  ztktest::Exec("zweiter", "ALTER TABLE T_Auftrag DROP COLUMN stOrt");
+  ztktest::Exec("zweiter", "ALTER TABLE T_Auftrag ADD stOrt VARCHAR(255)");
+  ztktest::Exec("zweiter", "UPDATE T_Auftrag SET stOrt = 'Halle 7'");
+  order->ReadById(order->Id());
+  EXPECT_EQ(order->Ort(), "Halle 7");
+  EXPECT_EQ(order->Auftrag(), "Tür klemmt");
+  EXPECT_EQ(order->Nr(), 7);
+  orders.Requery();
+  ASSERT_EQ(orders.Count(), 1);
+  EXPECT_EQ(orders.MoveFirst()->Ort(), "Halle 7");
+  order->Ort("Halle 5");
+  order->Update();
+  CAuftrag orderBack;
+  orderBack.ConnectStorage("zweiter");
+  orderBack.ReadById(order->Id());
+  EXPECT_EQ(orderBack.Ort(), "Halle 5");
+  EXPECT_EQ(orderBack.Auftrag(), "Tür klemmt");
   EXPECT_TRUE(boxes.boxes.empty());
 }
 

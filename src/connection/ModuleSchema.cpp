@@ -41,8 +41,16 @@ const std::vector<std::pair<std::string, std::string>>& ModuleFlags() {
       std::istringstream words(line);
       std::string first, second, third;
       words >> first >> second >> third;
-      if (first == "CREATE" && second == "TABLE") table = third;
-      if (!table.empty() && (second == "BIT" || second == "BIT,")) out.emplace_back(table, first);
+      if (first.empty() || first.starts_with("--")) continue;
+      if (LowerAscii(first) == "create" && LowerAscii(second) == "table") {
+        table = third.substr(0, third.find('('));
+      } else if (first.starts_with(")")) {
+        table.clear();
+      } else if (!table.empty()) {
+        // "bErledigt BIT," or "bFremdleistung BIT" (the last column).
+        const std::string type = LowerAscii(second.substr(0, second.find_first_of(",()")));
+        if (type == "bit") out.emplace_back(table, first);
+      }
     }
     return out;
   }();

@@ -11,9 +11,7 @@ namespace ZTkDb::detail {
 
 void CheckStorableDate(const Date& value) {
   const double v = value.Value();
-  // Before 30.12.1899 the fraction counts the time of day away from zero:
-  // 01.01.0100 runs from -657434.0 (midnight) to just above -657435.0.
-  if (!(std::isfinite(v) && v > -657435.0 && v < 2958466.0)) {
+  if (!(std::isfinite(v) && IsStorableDateValue(v))) {
     Raise(errOverflow, "ZTkDb.Date",
           "Overflow: a date must lie between 01.01.0100 and 31.12.9999 (OLE value " +
               (std::isfinite(v) ? InvariantNumberText(v) : std::string("not a number")) + ").");

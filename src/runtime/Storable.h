@@ -14,6 +14,13 @@ namespace ZTkDb::detail {
 // 31.12.9999 23:59:59. Anything else (or not a number) raises 6, so that no
 // statement is ever sent with a date it would store differently.
 void CheckStorableDate(const Date& value);
+// Whether an OLE value names such a date once rounded to the second. Before
+// 30.12.1899 the fraction counts the time of day away from zero, so the
+// first day runs from -657434.0 down to just above -657435.0.
+constexpr bool IsStorableDateValue(double v) {
+  constexpr double kLastSecond = 86399.5 / 86400.0;  // rounds to 23:59:59
+  return v > -(657434.0 + kLastSecond) && v < 2958465.0 + kLastSecond;
+}
 
 // Raises 6 for an amount the storage cannot give back exactly: on the
 // embedded engine (kind 1) beyond ±2^39 (its REAL storage), elsewhere

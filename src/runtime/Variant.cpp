@@ -6,6 +6,7 @@
 
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
+#include "runtime/Storable.h"
 
 namespace ZTkDb {
 namespace {
@@ -88,7 +89,7 @@ Date Variant::ToDate() const {
   }
   const double value = ToDouble();
   // The date type ends with 31.12.9999 and begins with 1.1.100.
-  if (!(value >= -657434.0 && value < 2958466.0)) Fail(errOverflow);
+  if (!detail::IsStorableDateValue(value)) Fail(errOverflow);
   return Date(value);
 }
 

@@ -45,11 +45,12 @@ Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target,
                  const std::string& name, const std::string& table, int64_t before) {
   const std::vector<std::string> columns = TargetColumns(*rows, *target.db, table);
   RowWriter writer(target, table, columns);
+  const FlagForms flags(target, table, columns);
   Progress progress(name, static_cast<size_t>(rows->RowCount()));
   std::vector<Variant> row;
   for (int64_t r = 0; r < rows->RowCount(); ++r) {
     rows->DecodeRow(r, row);
-    StoreFlagsAs(target, table, columns, row);
+    flags.Apply(row);
     writer.Add(std::move(row));
     progress.Step(static_cast<size_t>(r + 1));
   }

@@ -256,12 +256,13 @@ void Import(const ImportOptions& options) {
       for (const Planned& p : plan) {
         JetTable t(mdb.get(), p.source);
         RowWriter writer(target, p.target, p.target_columns);
+        const FlagForms flags(target, p.target, p.target_columns);
         Progress progress(p.source, static_cast<size_t>(std::max<int64_t>(t.Rows(), 0)));
         std::vector<Variant> row(p.columns.size());
         int64_t read = 0;
         while (t.Next()) {
           for (size_t i = 0; i < p.columns.size(); ++i) row[i] = t.Value(p.columns[i]);
-          StoreFlagsAs(target, p.target, p.target_columns, row);
+          flags.Apply(row);
           writer.Add(row);
           progress.Step(static_cast<size_t>(++read));
         }

@@ -129,12 +129,18 @@ uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
   return sum;
 }
 
-void StoreFlagsAs(const Engine& target, const std::string& table,
-                  const std::vector<std::string>& names, std::vector<ZTkDb::Variant>& row) {
-  for (size_t c = 0; c < row.size() && c < names.size(); ++c) {
-    if (row[c].IsNull() || row[c].IsEmpty() || !ZTkDb::detail::IsModuleFlag(table, names[c]))
-      continue;
-    row[c] = ZTkDb::Variant(static_cast<int16_t>(row[c].ToBool() ? target.TrueForm() : 0));
+FlagForms::FlagForms(const Engine& target, const std::string& table,
+                     const std::vector<std::string>& names)
+    : true_form_(target.TrueForm()) {
+  for (size_t c = 0; c < names.size(); ++c) {
+    if (ZTkDb::detail::IsModuleFlag(table, names[c])) flags_.push_back(c);
+  }
+}
+
+void FlagForms::Apply(std::vector<ZTkDb::Variant>& row) const {
+  for (size_t c : flags_) {
+    if (c >= row.size() || row[c].IsNull() || row[c].IsEmpty()) continue;
+    row[c] = ZTkDb::Variant(static_cast<int16_t>(row[c].ToBool() ? true_form_ : 0));
   }
 }
 

@@ -63,10 +63,18 @@ int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
 uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& rows);
 
-// The module's flags of a row of `table` (its columns named by `names`)
-// written in `target`'s stored form; Null stays Null.
-void StoreFlagsAs(const Engine& target, const std::string& table,
-                  const std::vector<std::string>& names, std::vector<ZTkDb::Variant>& row);
+// The module's flags of the rows of one table written in a target's stored
+// form; Null stays Null, other tables' columns stay as they are.
+class FlagForms {
+ public:
+  // `names`: the row's columns as the target spells them.
+  FlagForms(const Engine& target, const std::string& table, const std::vector<std::string>& names);
+  void Apply(std::vector<ZTkDb::Variant>& row) const;
+
+ private:
+  int16_t true_form_;
+  std::vector<size_t> flags_;
+};
 
 // Rows written to one table with their values bound, a thousand at a
 // time; the checksum is of the rows as they were given.

@@ -283,7 +283,14 @@ int Run(int argc, char** argv) {
       "by an older ztk wrote in another engine's form)");
   check->add_flag("--repair", repair,
                   "rewrite them in the database's own form, in one transaction");
-  check->callback([&] { ctx.action = [&] { Check({ctx.db.db, ctx.db.odbc}, repair); }; });
+  check->callback([&] {
+    ctx.action = [&] {
+      if (repair && ctx.db.read_only) {
+        throw UsageError("check --repair writes: it cannot run with --read-only");
+      }
+      Check({ctx.db.db, ctx.db.odbc}, repair);
+    };
+  });
 
   std::string demoPath = "ztk-demo.db";
   int demoReports = 60;
