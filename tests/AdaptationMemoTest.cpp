@@ -20,8 +20,8 @@ const std::vector<std::string> kStrings = {
     "'2024-05-12 10:00:00'",
 };
 // Around the 32 bits a bound integer has, and in the stand-ins' own range.
-const std::vector<std::string> kNumbers = {"0",     "7",          "123456789012345678",
-                                           "2147483648", "00012", "9070000000000000",
+const std::vector<std::string> kNumbers = {"0",          "7",         "123456789012345678",
+                                           "2147483648", "00012",     "9070000000000000",
                                            "2147483647", "2070000001"};
 // Decimals, the stand-in among them, and numbers a decimal slot may meet;
 // the first rounds' fit an amount's column, so that its form is learnt

@@ -290,10 +290,10 @@ TEST(Copy, FlagsAnOlderCopyWroteInAServersFormAreFoundAndRepaired) {
   // The flags the check knows, as the module's DDL declares them.
   EXPECT_EQ(detail::ModuleFlags(),
             (std::vector<std::pair<std::string, std::string>>{{"T_Auftrag", "bErledigt"},
-                                                             {"T_Auftrag", "bGesperrt"},
-                                                             {"T_Meldung", "bErledigt"},
-                                                             {"T_Leistung", "bFremdleistung"},
-                                                             {"T_AMaterial", "bFremdleistung"}}));
+                                                              {"T_Auftrag", "bGesperrt"},
+                                                              {"T_Meldung", "bErledigt"},
+                                                              {"T_Leistung", "bFremdleistung"},
+                                                              {"T_AMaterial", "bFremdleistung"}}));
   const auto repaired = Ztk({"--db", old, "check", "--repair"});
   ASSERT_EQ(repaired.code, 0) << repaired.err;
   EXPECT_EQ(Ztk({"--db", old, "check"}).code, 0);

@@ -1,8 +1,9 @@
 #include "ztkdb/Variant.h"
 
+#include <strings.h>
+
 #include <cmath>
 #include <limits>
-#include <strings.h>
 
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
