@@ -7,7 +7,7 @@
 #include "engine/RowSet.h"
 #include "engine/TableDef.h"
 #include "engine/sqlite/SqliteDatabase.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/Recordset.h"
 
@@ -23,10 +23,10 @@ class SqliteEngine : public ::testing::Test {
   void SetUp() override { db = SqliteDatabase::Open(temp.Path(), false, false); }
 
   std::unique_ptr<Recordset> Open(const std::string& sql) {
-    return QueryDef(db, sql).OpenRecordset();
+    return QueryDef(db, detail::Statement::Text(sql)).OpenRecordset();
   }
   int64_t Exec(const std::string& sql) {
-    QueryDef q(db, sql);
+    QueryDef q(db, detail::Statement::Text(sql));
     q.Execute();
     return q.RecordsAffected();
   }
@@ -120,25 +120,19 @@ TEST_F(SqliteEngine, CloneHasItsOwnPositionAndRequerySeesNewRows) {
   EXPECT_EQ(clone->RecordCount(), 2);
 }
 
-TEST_F(SqliteEngine, ALongTextStaysWithItsRecordsetWhileOtherStatementsAreBuilt) {
-  // Buffers of dropped texts serve later statements on the thread: a text
-  // still shared by a recordset must not be among them.
+TEST_F(SqliteEngine, ARecordsetKeepsItsStatementForRequery) {
   InsertDocs(3);
-  const std::string padding = "/*" + std::string(3000, 'x') + "*/ ";
-  auto rs = Open(padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId > 1");
-  for (int i = 0; i < 4; ++i) {
-    detail::SqlTemplate t(padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #lId#");
-    EXPECT_EQ(Open(t.Replace("#lId#", std::to_string(i)).Text())->RecordCount(), i >= 1 ? 1 : 0);
-  }
-  rs->Requery();
-  EXPECT_EQ(rs->RecordCount(), 2);
   // A query given a new statement leaves its recordsets the old one.
-  QueryDef q(db, padding + "SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = 3");
+  QueryDef q(db, detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#", 1));
+  q.SQL(std::move(detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#", 1)
+                      .Long("#a#", 3)));
   auto three = q.OpenRecordset();
-  q.SQL(padding + "SELECT lMsgId FROM T_MsgOrderDokument");
+  q.SQL(detail::Statement::Text("SELECT lMsgId FROM T_MsgOrderDokument"));
   EXPECT_EQ(q.OpenRecordset()->RecordCount(), 3);
+  Exec("DELETE FROM T_MsgOrderDokument WHERE lMsgId <> 3");
   three->Requery();
   EXPECT_EQ(three->RecordCount(), 1);
+  EXPECT_EQ(three->Fields("lMsgId").ToLong(), 3);
 }
 
 TEST_F(SqliteEngine, ErrorsCarryDaoNumbersAndEngineText) {
@@ -233,7 +227,7 @@ TEST(SqliteOpen, AccessAndForeignFilesAreRefusedWithAClearError) {
 TEST(SqliteOpen, ReadOnlyRefusesWrites) {
   ztktest::TempDb temp;
   auto db = SqliteDatabase::Open(temp.Path(), false, true);
-  QueryDef q(db, "INSERT INTO T_MsgOrderDokument (stUId) VALUES ('x')");
+  QueryDef q(db, detail::Statement::Text("INSERT INTO T_MsgOrderDokument (stUId) VALUES ('x')"));
   EXPECT_EQ(ErrorNumberOf([&] { q.Execute(); }), errReadOnly);
 }
 

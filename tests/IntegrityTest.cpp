@@ -14,7 +14,7 @@
 #include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CMeldungListe.h"
@@ -137,23 +137,20 @@ TEST(IntegrityFile, MoneyTheEmbeddedEngineCannotGiveBackIsRefusedBeforeTheInsert
 // Texts holding placeholder names fill later steps with themselves: the
 // statement would double with every step. It stops at 16 MB with error 7.
 TEST(IntegrityTemplate, FillingStopsAtItsLimitWithOutOfMemory) {
-  std::string names;
-  std::string text = "INSERT INTO t VALUES (";
-  for (int i = 0; i < 30; ++i) {
-    const std::string name = "#p" + std::to_string(i) + "#";
-    names += name;
-    text += "'" + name + "',";
-  }
-  text += "0)";
-  detail::SqlTemplate sql(text);
-  EXPECT_EQ(ErrorNumberOf([&] {
-              for (int i = 0; i < 30; ++i) sql.Replace("#p" + std::to_string(i) + "#", names);
-              (void)sql.Text();
-            }),
-            7);
+  // Each step's value names the next placeholder thirty times.
+  auto times = [](const char* name) {
+    std::string out;
+    for (int i = 0; i < 30; ++i) out += name;
+    return out;
+  };
+  detail::Statement sql("INSERT INTO t VALUES ('#a#')", 2);
+  sql.Raw("#a#", times("#b#")).Raw("#b#", times("#c#")).Raw("#c#", times("#d#"));
+  sql.Raw("#d#", times("#e#")).Raw("#e#", times("#f#")).Raw("#f#", "xxxxx");
+  EXPECT_EQ(ErrorNumberOf([&] { (void)sql.Render(); }), 7);
   // A large text that fits is filled as usual.
-  detail::SqlTemplate big("SELECT '#a#'");
-  EXPECT_EQ(big.Replace("#a#", std::string(8 << 20, 'x')).Text().size(), (8u << 20) + 9);
+  detail::Statement big("SELECT '#a#'", 2);
+  big.Text("#a#", std::string(8 << 20, 'x'));
+  EXPECT_EQ(big.Render().size(), (8u << 20) + 9);
 }
 
 TEST(IntegrityFile, AnEmptyFileIsNoDatabaseAndStaysEmpty) {

@@ -16,6 +16,8 @@ namespace ztktest {
 class RecordingDatabase : public ZTkDb::detail::Database {
  public:
   explicit RecordingDatabase(int16_t kind) : kind_(kind) {}
+  using ZTkDb::detail::Database::Execute;
+  using ZTkDb::detail::Database::Query;
   int16_t Kind() const override { return kind_; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override {

@@ -1,87 +1,93 @@
 #include <gtest/gtest.h>
 
-#include <random>
+#include <cstdint>
 
 #include "connection/SqlValueFormatter.h"
 #include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
+#include "ztkdb/Error.h"
 
 using namespace ZTkDb;
 using namespace ZTkDb::detail;
 
-TEST(SqlTemplate, ReplacesEveryOccurrenceCaseSensitively) {
-  SqlTemplate t("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId# AND #tabelle#");
-  t.Replace("#Tabelle#", "T_Auftrag").Replace("#lId#", "7");
-  EXPECT_EQ(t.Text(), "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.lId = 7 AND #tabelle#");
+namespace {
+std::string KeyOf(const Statement& s) {
+  std::string key;
+  s.AppendKey(key);
+  return key;
+}
+}  // namespace
+
+TEST(Statement, ReplacesEveryOccurrenceCaseSensitively) {
+  Statement t("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId# AND #tabelle#", 2);
+  t.Name("#Tabelle#", "T_Auftrag").Long("#lId#", 7);
+  EXPECT_EQ(t.Render(), "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.lId = 7 AND #tabelle#");
 }
 
-TEST(SqlTemplate, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
-  SqlTemplate t("VALUES ('#stBemerkung#', '#stKST#')");
-  t.Replace("#stBemerkung#", "#stKST#").Replace("#stKST#", "K1");
-  EXPECT_EQ(t.Text(), "VALUES ('K1', 'K1')");
+TEST(Statement, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
+  Statement t("VALUES ('#stBemerkung#', '#stKST#')", 2);
+  t.Text("#stBemerkung#", "#stKST#").Text("#stKST#", "K'1");
+  EXPECT_EQ(t.Render(), "VALUES ('K''1', 'K''1')");
+  // Such a value cannot be bound for its literal.
+  EXPECT_FALSE(t.Bindable());
   // A step does not rescan what it inserted itself.
-  SqlTemplate self("#a#");
-  self.Replace("#a#", "x#a#");
-  EXPECT_EQ(self.Text(), "x#a#");
+  Statement self("#a#", 2);
+  self.Raw("#a#", "x#a#");
+  EXPECT_EQ(self.Render(), "x#a#");
+  // A placeholder filled twice keeps the first value.
+  Statement twice("#a# #a#", 2);
+  twice.Long("#a#", 1).Long("#a#", 2);
+  EXPECT_EQ(twice.Render(), "1 1");
 }
 
-TEST(SqlTemplate, HundredsOfPlaceholdersAreAllFilled) {
-  std::string text, expected;
-  for (int k = 0; k < 300; ++k) {
-    text += "#n" + std::to_string(k % 7) + "#,";
-    expected += "v" + std::to_string(k % 7) + ",";
-  }
-  SqlTemplate t(text);
-  for (int k = 0; k < 7; ++k) t.Replace("#n" + std::to_string(k) + "#", "v" + std::to_string(k));
-  EXPECT_EQ(t.Text(), expected);
+TEST(Statement, LiteralFormsFollowTheKind) {
+  const Date d = Date::FromYmd(2026, 11, 15, 9, 7, 1);
+  Statement jet("#f# #d# #r# #c# #n# #t#", 1);
+  jet.Flag("#f#", true).FilterDate("#d#", d).RecordDate("#r#", d);
+  jet.Amount("#c#", Currency::FromScaled(-5000), INT64_MAX).Number("#n#", 2.5).Text("#t#", "a'b");
+  EXPECT_EQ(jet.Render(), "-1 #2026-11-15 09:07:01# 15.11.2026 09:07:01 -0.5  2.5 a''b");
+  Statement other("#f# #d#", 2);
+  other.Flag("#f#", true).FilterDate("#d#", d);
+  EXPECT_EQ(other.Render(), "1 15.11.2026");
+  // Values the storage cannot give back are refused as they are added.
+  Statement bad("#d#", 2);
+  EXPECT_THROW(bad.RecordDate("#d#", Date(3e6)), Error);
+  EXPECT_THROW(bad.Amount("#c#", Currency::FromScaled(INT64_MAX), 1000), Error);
 }
 
-// Any template and any values: the same text as replacing step by step over
-// the whole text, including values that hold '#' or placeholder names and
-// placeholders glued to other text.
-TEST(SqlTemplate, CollectedStepsGiveTheStepByStepText) {
-  std::vector<std::string> pieces = {"#a#", "#bb#", "#c1#", "x", " ", ".", "'", "#",
-                                     "a",   "(",    "#a#.#bb#"};
-  const std::vector<std::string> values = {"",     "v",  "7",  "#a#", "#",          "bb",  "#bb",
-                                           "c1#",  "'x'", "#a", "a#",  "#11/2/2026#", "#a#b", "x#bb#"};
-  std::vector<std::string> names = {"#a#", "#bb#", "#c1#", "#zz#"};
-  // As many names as an update fills, so that lookups by name collide.
-  for (int k = 0; k < 40; ++k) {
-    names.push_back("#p" + std::to_string(k) + "#");
-    pieces.push_back(" #p" + std::to_string(k) + "#,");
+TEST(Statement, TheKeyHoldsTheShapeAndTheClassesOfValues) {
+  auto make = [](int64_t id, const std::string& text, const char* table, const std::string& raw) {
+    static const char* const kText = "SELECT * FROM #T# WHERE a = #a# AND b = '#b#' AND c = #c#";
+    Statement s(kText, 2);
+    s.Name("#T#", table).Long("#a#", id).Text("#b#", text).Raw("#c#", raw);
+    return s;
+  };
+  const std::string key = KeyOf(make(1, "x", "T1", "abc"));
+  EXPECT_EQ(KeyOf(make(2147483647, "O'Brien", "T1", "zz-9")), key);  // values only
+  EXPECT_NE(KeyOf(make(-1, "x", "T1", "abc")), key);                 // a sign reads as a token
+  EXPECT_NE(KeyOf(make(1, "x", "T2", "abc")), key);                  // a name
+  EXPECT_NE(KeyOf(make(1, "x", "T1", "a' OR '1")), key);             // raw text that is no value
+  // An integer past 32 bits, a text a later step could read: no binding.
+  EXPECT_FALSE(make(int64_t{1} << 40, "x", "T1", "a").Bindable());
+  EXPECT_FALSE(make(1, "24.11.2026", "T1", "a").Bindable());
+  EXPECT_FALSE(make(1, "a\\b", "T1", "a").Bindable());
+  EXPECT_TRUE(make(1, "a'b\n%_", "T1", "a").Bindable());
+}
+
+TEST(Statement, StandInsKeepEachValuesClassAndDiffer) {
+  Statement s("#a# #b# #c# #d# #e#", 1);
+  s.Long("#a#", -7).Amount("#b#", Currency::FromScaled(12345), INT64_MAX).Flag("#c#", true);
+  s.RecordDate("#d#", Date::FromYmd(2026, 1, 2)).Text("#e#", "x");
+  std::vector<FillStep> a = s.Steps(), b = s.Steps();
+  for (size_t i = 0; i < a.size(); ++i) {
+    a[i] = s.StandIn(s.Steps()[i], i, 0);
+    b[i] = s.StandIn(s.Steps()[i], i, 1);
+    EXPECT_EQ(a[i].cls, s.Steps()[i].cls) << i;
+    EXPECT_NE(s.LiteralOf(a[i]), s.LiteralOf(b[i])) << i;
   }
-  std::mt19937 rng(11);
-  // A third of the rounds fill one constant template again, with steps that
-  // name its placeholders in this order or another, or only some of them.
-  static const std::string constant = "x #a#, #bb# (#c1#) #p1#.#p2# #a# '#p3#'";
-  for (int round = 0; round < 3000; ++round) {
-    std::string text;
-    for (int k = static_cast<int>(rng() % 40); k > 0; --k) text += pieces[rng() % pieces.size()];
-    if (round % 3 == 2) text = constant;
-    std::string expected = text;
-    // Half the templates as constants read in place, half as strings.
-    SqlTemplate t = round % 3 == 2  ? SqlTemplate(constant.c_str())
-                    : round % 2 == 1 ? SqlTemplate(text.c_str())
-                                     : SqlTemplate(text);
-    for (int k = static_cast<int>(rng() % 50); k > 0; --k) {
-      const std::string& name = names[rng() % (round % 3 == 2 ? 8 : names.size())];
-      const std::string& value = values[rng() % values.size()];
-      std::string out;
-      size_t from = 0;
-      for (size_t at = expected.find(name); at != std::string::npos; at = expected.find(name, from)) {
-        out += expected.substr(from, at - from) + value;
-        from = at + name.size();
-      }
-      expected = out + expected.substr(from);
-      // Half the values written in place, as records write their texts.
-      if (rng() % 2) {
-        t.ReplaceWith(name, [&value](std::string& to) { to += value; });
-      } else {
-        t.Replace(name, value);
-      }
-    }
-    ASSERT_EQ(t.Text(), expected) << "template " << text;
-  }
+  EXPECT_EQ(s.LiteralOf(a[0]).front(), '-');
+  EXPECT_NE(s.LiteralOf(a[1]).find('.'), std::string::npos);
+  EXPECT_EQ(s.LiteralOf(a[3]).size(), 10u);  // a date at midnight stays one
 }
 
 TEST(Literals, FlagsPerKind) {

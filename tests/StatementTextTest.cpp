@@ -107,9 +107,9 @@ TEST(ListCursor, RepeatedRowIdEndsTheQueryOnTheDuplicateRow) {
   cursor.ConnectStorage("dup");
   // Each document joined with two copies: lIds 1, 1, 2, 2.
   try {
-    cursor.RunQuery("test",
-                    "SELECT d.* FROM T_MsgOrderDokument d JOIN (SELECT 1 AS k UNION ALL SELECT 2) "
-                    "ORDER BY d.lId, k");
+    cursor.RunQuery("test", detail::Statement::Text(
+                                "SELECT d.* FROM T_MsgOrderDokument d JOIN (SELECT 1 AS k UNION "
+                                "ALL SELECT 2) ORDER BY d.lId, k"));
     FAIL() << "duplicate accepted";
   } catch (const Error& e) {
     EXPECT_EQ(e.Number(), errDuplicateKeyInCollection);

@@ -13,6 +13,8 @@ namespace ZTkDb {
 namespace detail {
 class Database;
 class RowSet;
+class Statement;
+enum class ResultSize;
 struct RecordsetAccess;
 }  // namespace detail
 
@@ -24,8 +26,8 @@ class ZTKDB_API Recordset {
  public:
   Recordset(std::shared_ptr<detail::Database> db, std::string sql,
             std::shared_ptr<const detail::RowSet> rows);
-  Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const std::string> sql,
-            std::shared_ptr<const detail::RowSet> rows);
+  Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const detail::Statement> sql,
+            detail::ResultSize size, std::shared_ptr<const detail::RowSet> rows);
   ~Recordset();
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
@@ -67,7 +69,8 @@ class ZTKDB_API Recordset {
   const std::vector<Variant>& CurrentRow() const;
 
   std::shared_ptr<detail::Database> db_;
-  std::shared_ptr<const std::string> sql_;
+  std::shared_ptr<const detail::Statement> sql_;
+  detail::ResultSize size_;
   std::shared_ptr<const detail::RowSet> rows_;
   int64_t position_ = -1;  // -1 = BOF, RecordCount() = EOF
   mutable int64_t decoded_position_ = -1;

@@ -9,7 +9,7 @@ QueryDef& RecordStorage::GetQueryDef() {
   return *query_;
 }
 
-void RecordStorage::SetSql(const std::string& /*queryName*/, std::string sql) {
+void RecordStorage::SetSql(const std::string& /*queryName*/, Statement sql) {
   recordset_.reset();
   if (query_) query_->SQL(std::move(sql));
   else query_ = std::make_unique<QueryDef>(db_, std::move(sql));

@@ -6,6 +6,7 @@
 
 #include "engine/Database.h"
 #include "engine/QueryDef.h"
+#include "sql/Statement.h"
 #include "ztkdb/Recordset.h"
 
 namespace ZTkDb::detail {
@@ -25,7 +26,7 @@ class RecordStorage {
   // The largest amount (scaled) the engine gives back exactly.
   int64_t LargestAmount() const { return db_->LargestAmount(); }
   // Prepares a temporary statement; the query name is always empty.
-  void SetSql(const std::string& queryName, std::string sql);
+  void SetSql(const std::string& queryName, Statement sql);
   // Runs the prepared SELECT and holds its result.
   void OpenRecordset(ResultSize size = ResultSize::kFew);
   // Harmless when nothing is open.

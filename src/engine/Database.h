@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "sql/Statement.h"
 #include "ztkdb/Variant.h"
 
 namespace ZTkDb::detail {
@@ -64,10 +65,18 @@ class Database {
   virtual const std::string& Path() const = 0;
 
   // Runs one statement that returns no rows; gives the rows it affected.
+  // A text (a host's, a tool's, DDL) runs as text.
   virtual int64_t Execute(const std::string& sql) = 0;
+  // A record's or list's statement: an engine may bind its values where
+  // that has the effect of their literals, and runs its text otherwise.
+  virtual int64_t Execute(const Statement& sql) { return Execute(sql.Render()); }
   // Runs one query and fetches its whole result.
   virtual std::shared_ptr<const RowSet> Query(const std::string& sql,
                                               ResultSize size = ResultSize::kFew) = 0;
+  virtual std::shared_ptr<const RowSet> Query(const Statement& sql,
+                                              ResultSize size = ResultSize::kFew) {
+    return Query(sql.Render(), size);
+  }
 
   // Fills `table` with `rows`, every value bound, none written as text: how
   // whole tables move between engines. `table` and `columns` as a statement

@@ -1,24 +1,13 @@
 #include "engine/QueryDef.h"
 
-#include "runtime/SpareText.h"
-
 namespace ZTkDb::detail {
 
-QueryDef::QueryDef(std::shared_ptr<Database> db, std::string sql)
-    : db_(std::move(db)), sql_(std::make_shared<std::string>(std::move(sql))) {}
+QueryDef::QueryDef(std::shared_ptr<Database> db, Statement sql)
+    : db_(std::move(db)), sql_(std::make_shared<const Statement>(std::move(sql))) {}
 
-QueryDef::~QueryDef() {
-  if (sql_.use_count() == 1) GiveBackText(std::move(*sql_));
-}
-
-void QueryDef::SQL(std::string sql) {
+void QueryDef::SQL(Statement sql) {
   records_affected_ = 0;
-  if (sql_.use_count() == 1) {
-    GiveBackText(std::move(*sql_));
-    *sql_ = std::move(sql);
-  } else {
-    sql_ = std::make_shared<std::string>(std::move(sql));
-  }
+  sql_ = std::make_shared<const Statement>(std::move(sql));
 }
 
 void QueryDef::Execute() {
@@ -28,7 +17,7 @@ void QueryDef::Execute() {
 
 std::unique_ptr<Recordset> QueryDef::OpenRecordset(ResultSize size) const {
   auto rows = db_->Query(*sql_, size);
-  return std::make_unique<Recordset>(db_, sql_, std::move(rows));
+  return std::make_unique<Recordset>(db_, sql_, size, std::move(rows));
 }
 
 }  // namespace ZTkDb::detail

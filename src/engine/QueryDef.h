@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/Database.h"
+#include "sql/Statement.h"
 #include "ztkdb/Recordset.h"
 
 namespace ZTkDb::detail {
@@ -13,14 +14,14 @@ namespace ZTkDb::detail {
 // a snapshot recordset.
 class QueryDef {
  public:
-  QueryDef(std::shared_ptr<Database> db, std::string sql);
+  QueryDef(std::shared_ptr<Database> db, Statement sql);
   QueryDef(const QueryDef&) = delete;
   QueryDef& operator=(const QueryDef&) = delete;
-  ~QueryDef();
+  ~QueryDef() = default;
 
-  const std::string& SQL() const { return *sql_; }
+  const Statement& SQL() const { return *sql_; }
   // A new statement in place of the old (whose recordsets keep theirs).
-  void SQL(std::string sql);
+  void SQL(Statement sql);
   void Execute();
   // Rows affected by the last Execute (0 before the first).
   int64_t RecordsAffected() const { return records_affected_; }
@@ -28,10 +29,8 @@ class QueryDef {
 
  private:
   std::shared_ptr<Database> db_;
-  // Shared with the recordsets it opens: a statement runs to kilobytes.
-  // Its buffer serves the next statement built on the thread once no
-  // recordset holds it any more (see SpareText.h).
-  std::shared_ptr<std::string> sql_;
+  // Shared with the recordsets it opens, which run it again on Requery.
+  std::shared_ptr<const Statement> sql_;
   int64_t records_affected_ = 0;
 };
 

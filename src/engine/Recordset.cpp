@@ -3,6 +3,7 @@
 #include "engine/Database.h"
 #include "engine/RowSet.h"
 #include "runtime/Raise.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {
@@ -11,12 +12,14 @@ constexpr const char* kSource = "DAO.Recordset";
 
 Recordset::Recordset(std::shared_ptr<detail::Database> db, std::string sql,
                      std::shared_ptr<const detail::RowSet> rows)
-    : Recordset(std::move(db), std::make_shared<const std::string>(std::move(sql)),
-                std::move(rows)) {}
+    : Recordset(std::move(db),
+                std::make_shared<const detail::Statement>(detail::Statement::Text(std::move(sql))),
+                detail::ResultSize::kFew, std::move(rows)) {}
 
-Recordset::Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const std::string> sql,
+Recordset::Recordset(std::shared_ptr<detail::Database> db,
+                     std::shared_ptr<const detail::Statement> sql, detail::ResultSize size,
                      std::shared_ptr<const detail::RowSet> rows)
-    : db_(std::move(db)), sql_(std::move(sql)), rows_(std::move(rows)) {
+    : db_(std::move(db)), sql_(std::move(sql)), size_(size), rows_(std::move(rows)) {
   position_ = rows_->RowCount() > 0 ? 0 : -1;
 }
 
@@ -63,14 +66,16 @@ void Recordset::Move(int32_t rows) {
 }
 
 std::unique_ptr<Recordset> Recordset::Clone() const {
-  auto clone = std::make_unique<Recordset>(db_, sql_, rows_);
+  auto clone = std::make_unique<Recordset>(db_, sql_, size_, rows_);
   // A DAO clone starts without a current record; MoveFirst or a bookmark
   // positions it. We start it on the first row, which is what callers do next.
   return clone;
 }
 
 void Recordset::Requery() {
-  rows_ = db_->Query(*sql_);
+  // The same statement with the same result size: a long list is read in
+  // chunks again.
+  rows_ = db_->Query(*sql_, size_);
   decoded_position_ = -1;
   MoveFirst();
 }

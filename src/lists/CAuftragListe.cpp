@@ -6,12 +6,12 @@
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
 #include "runtime/Raise.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {
 
-using detail::SqlTemplate;
+using detail::Statement;
 
 constexpr const char* kTable = "T_Auftrag";
 constexpr const char* kLinkTable = "T_AuftragMeldung";
@@ -59,18 +59,18 @@ std::string ByOrder(int32_t sortOrder, const char* tail, const char* sortedTail)
 // Fills the table, the caller's values (`values`), then the link table and
 // the sort column, as every read but the done family does.
 template <typename Values>
-std::string Fill(const std::string& text, int32_t sortOrder, Values&& values) {
-  SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", kTable);
+Statement Fill(std::string text, int16_t kind, int32_t sortOrder, Values&& values) {
+  Statement sql(std::move(text), kind);
+  sql.Name("#Tabelle#", kTable);
   values(sql);
-  sql.Replace("#DetailTabelle#", kLinkTable);
+  sql.Name("#DetailTabelle#", kLinkTable);
   if (auto column = SortColumnOf(sortOrder)) {
-    sql.Replace("#SortTabelle#", column->table).Replace("#SortField#", column->field);
+    sql.Name("#SortTabelle#", column->table).Name("#SortField#", column->field);
   }
-  return std::move(sql).Text();
+  return sql;
 }
-std::string Fill(const std::string& text, int32_t sortOrder = osUnsorted) {
-  return Fill(text, sortOrder, [](SqlTemplate&) {});
+Statement Fill(std::string text, int16_t kind, int32_t sortOrder = osUnsorted) {
+  return Fill(std::move(text), kind, sortOrder, [](Statement&) {});
 }
 
 // The four texts of one done-family read, each following the join.
@@ -169,7 +169,7 @@ struct DoneFilter {
   const std::vector<std::string>* so_list = nullptr;
 };
 
-std::string DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int32_t days,
+Statement DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int32_t days,
                           int16_t kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
@@ -180,21 +180,21 @@ std::string DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder,
   else if (IsSorted(sortOrder))
     tail = kind == 1 ? tails.jet_sorted : tails.other_sorted;
   else
-    return {};
-  SqlTemplate sql(std::string(kJoin) + tail);
-  sql.Replace("#Tabelle#", kTable);
+    return Statement("", kind);
+  Statement sql(std::string(kJoin) + tail, kind);
+  sql.Name("#Tabelle#", kTable);
   if (auto column = SortColumnOf(sortOrder)) {
-    sql.Replace("#SortTabelle#", column->table).Replace("#SortField#", column->field);
+    sql.Name("#SortTabelle#", column->table).Name("#SortField#", column->field);
   }
   // Open orders carry NoDate as ErledigtDatum, so they always pass the cut.
   const Date back = Date::Today().AddDays(-days);
-  sql.Replace("#datBack#", detail::FilterDateLiteral(back, kind))
-      .Replace("#DetailTabelle#", kLinkTable)
-      .Replace("#bErledigt#", detail::FlagLiteral(bDone, kind));
-  if (filter.vorsatz) sql.Replace("#stNrVorsatz#", detail::TextValue(*filter.vorsatz));
-  if (filter.so_id) sql.Replace("#lSoId#", detail::LongLiteral(*filter.so_id));
-  if (filter.so_list) sql.Replace("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
-  return std::move(sql).Text();
+  sql.FilterDate("#datBack#", back)
+      .Name("#DetailTabelle#", kLinkTable)
+      .Flag("#bErledigt#", bDone);
+  if (filter.vorsatz) sql.Text("#stNrVorsatz#", *filter.vorsatz);
+  if (filter.so_id) sql.Long("#lSoId#", *filter.so_id);
+  if (filter.so_list) sql.Raw("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
+  return sql;
 }
 
 constexpr const char* kWithAuftragstyp =
@@ -260,51 +260,51 @@ OrderSortOrderConstants CAuftragListe::SortOrder() const { return sort_order_; }
 
 void CAuftragListe::ReadAll(OrderSortOrderConstants eSortOrder) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAll", eSortOrder,
-          [&](int16_t) { return Fill(ByOrder(eSortOrder, "", kOrderBy), eSortOrder); });
+          [&](int16_t kind) { return Fill(ByOrder(eSortOrder, "", kOrderBy), kind, eSortOrder); });
 }
 
 void CAuftragListe::ReadAllWithAuftragstyp() {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllWithAuftragstyp", osUnsorted,
-          [&](int16_t) { return std::string(kWithAuftragstyp); });
+          [&](int16_t kind) { return Statement(kWithAuftragstyp, kind); });
 }
 
 void CAuftragListe::ReadAllInZeitraum(Date datVon, Date datBis) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitraum", osUnsorted, [&](int16_t kind) {
-    return Fill(std::string(kJoin) + (kind == 1 ? kInZeitraumJet : kInZeitraumOther), osUnsorted,
-                [&](SqlTemplate& sql) {
-                  sql.Replace("#datVon#", detail::FilterDateLiteral(datVon, kind))
-                      .Replace("#datBis#", detail::FilterDateLiteral(datBis, kind));
+    return Fill(std::string(kJoin) + (kind == 1 ? kInZeitraumJet : kInZeitraumOther), kind, osUnsorted,
+                [&](Statement& sql) {
+                  sql.FilterDate("#datVon#", datVon)
+                      .FilterDate("#datBis#", datBis);
                 });
   });
 }
 
 void CAuftragListe::ReadAllInZeitNoMsg(Date datVon, Date datBis) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitNoMsg", osUnsorted, [&](int16_t kind) {
-    SqlTemplate sql(kind == 1 ? kInZeitNoMsgJet : kInZeitNoMsgOther);
-    sql.Replace("#Tabelle#", kTable)
-        .Replace("#datVon#", detail::FilterDateLiteral(datVon, kind))
-        .Replace("#datBis#", detail::FilterDateLiteral(datBis, kind))
-        .Replace("#DetailTabelle#", kLinkTable)
-        .Replace("#SortTabelle#", kTable)
-        .Replace("#SortField#", "AuftragsDatum")
-        .Replace("#SortField2#", "lNr");
-    return std::move(sql).Text();
+    Statement sql(kind == 1 ? kInZeitNoMsgJet : kInZeitNoMsgOther, kind);
+    sql.Name("#Tabelle#", kTable)
+        .FilterDate("#datVon#", datVon)
+        .FilterDate("#datBis#", datBis)
+        .Name("#DetailTabelle#", kLinkTable)
+        .Name("#SortTabelle#", kTable)
+        .Name("#SortField#", "AuftragsDatum")
+        .Name("#SortField2#", "lNr");
+    return sql;
   });
 }
 
 void CAuftragListe::ReadByMsgId(int32_t lMsgId, OrderSortOrderConstants eSortOrder) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgId", eSortOrder, [&](int16_t) {
-    return Fill(ByOrder(eSortOrder, kByMsgId, kByMsgIdSorted), eSortOrder, [&](SqlTemplate& sql) {
-      sql.Replace("#lMeldungId#", detail::LongLiteral(lMsgId));
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgId", eSortOrder, [&](int16_t kind) {
+    return Fill(ByOrder(eSortOrder, kByMsgId, kByMsgIdSorted), kind, eSortOrder, [&](Statement& sql) {
+      sql.Long("#lMeldungId#", lMsgId);
     });
   });
 }
 
 void CAuftragListe::ReadByMsgIdStatus(int32_t lMsgId, bool bErledigt) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgIdStatus", osUnsorted, [&](int16_t kind) {
-    return Fill(std::string(kJoin) + kByMsgIdStatus, osUnsorted, [&](SqlTemplate& sql) {
-      sql.Replace("#lMeldungId#", detail::LongLiteral(lMsgId))
-          .Replace("#bErledigt#", detail::FlagLiteral(bErledigt, kind));
+    return Fill(std::string(kJoin) + kByMsgIdStatus, kind, osUnsorted, [&](Statement& sql) {
+      sql.Long("#lMeldungId#", lMsgId)
+          .Flag("#bErledigt#", bErledigt);
     });
   });
 }
@@ -317,27 +317,27 @@ void CAuftragListe::ReadByDone(bool bDone, OrderSortOrderConstants eSortOrder,
 }
 
 void CAuftragListe::ReadWithMsgConn(bool bWithMsgConn, OrderSortOrderConstants eSortOrder) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadWithMsgConn", eSortOrder, [&](int16_t) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadWithMsgConn", eSortOrder, [&](int16_t kind) {
     // With sort 0 the text has no #WHERE#: the flag then changes nothing.
     return Fill(
-        ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), eSortOrder,
-        [&](SqlTemplate& sql) { sql.Replace("#WHERE#", bWithMsgConn ? "WHERE" : "WHERE Not"); });
+        ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), kind, eSortOrder,
+        [&](Statement& sql) { sql.Name("#WHERE#", bWithMsgConn ? "WHERE" : "WHERE Not"); });
   });
 }
 
 void CAuftragListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObj", osUnsorted, [&](int16_t) {
-    return Fill(std::string(kJoin) + kByObj, osUnsorted, [&](SqlTemplate& sql) {
-      sql.Replace("#lObjId#", detail::LongLiteral(lObjId))
-          .Replace("#byObjTyp#", detail::LongLiteral(eTyp));
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObj", osUnsorted, [&](int16_t kind) {
+    return Fill(std::string(kJoin) + kByObj, kind, osUnsorted, [&](Statement& sql) {
+      sql.Long("#lObjId#", lObjId)
+          .Long("#byObjTyp#", eTyp);
     });
   });
 }
 
 void CAuftragListe::ReadByNr(int32_t lNr) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByNr", osUnsorted, [&](int16_t) {
-    return Fill(std::string(kJoin) + kByNr, osUnsorted,
-                [&](SqlTemplate& sql) { sql.Replace("#lNr#", detail::LongLiteral(lNr)); });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByNr", osUnsorted, [&](int16_t kind) {
+    return Fill(std::string(kJoin) + kByNr, kind, osUnsorted,
+                [&](Statement& sql) { sql.Long("#lNr#", lNr); });
   });
 }
 
@@ -350,9 +350,9 @@ void CAuftragListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, OrderSortOrderCon
 }
 
 void CAuftragListe::ReadAllBySo(int32_t lSoId) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllBySo", osUnsorted, [&](int16_t) {
-    return Fill(kAllBySo, osUnsorted,
-                [&](SqlTemplate& sql) { sql.Replace("#lSoId#", detail::LongLiteral(lSoId)); });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllBySo", osUnsorted, [&](int16_t kind) {
+    return Fill(kAllBySo, kind, osUnsorted,
+                [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
   });
 }
 
@@ -366,10 +366,10 @@ void CAuftragListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdL
 }
 
 void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObjAndAufg", osUnsorted, [&](int16_t) {
-    return Fill(kByObjAndAufg, osUnsorted, [&](SqlTemplate& sql) {
-      sql.Replace("#lObjektId#", detail::LongLiteral(lObjId))
-          .Replace("#lTechObjTerminId#", detail::LongLiteral(lAufgId));
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObjAndAufg", osUnsorted, [&](int16_t kind) {
+    return Fill(kByObjAndAufg, kind, osUnsorted, [&](Statement& sql) {
+      sql.Long("#lObjektId#", lObjId)
+          .Long("#lTechObjTerminId#", lAufgId);
     });
   });
 }

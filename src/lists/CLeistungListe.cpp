@@ -17,8 +17,8 @@ CLeistungListe::CLeistungListe() : RecordList("CLeistungListe") {}
 void CLeistungListe::ReadAll() {
   constexpr const char* kMember = "CLeistungListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t) {
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kTable);
+    Cursor().Read(kMember, [](int16_t kind) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kind, kTable);
     });
   });
 }
@@ -26,11 +26,9 @@ void CLeistungListe::ReadAll() {
 void CLeistungListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CLeistungListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t) {
-      return detail::FillTableAndId(
-          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# ORDER BY "
-          "#Tabelle#.lId",
-          kTable, "#lOrderId#", lOrderId);
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# ORDER BY "
+          "#Tabelle#.lId", kind, kTable, "#lOrderId#", lOrderId);
     });
   });
 }
@@ -38,13 +36,13 @@ void CLeistungListe::ReadByOrderId(int32_t lOrderId) {
 void CLeistungListe::ReadAllRechEmpfNotEmpty() {
   constexpr const char* kMember = "CLeistungListe.ReadAllRechEmpfNotEmpty";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t) {
+    Cursor().Read(kMember, [](int16_t kind) {
       // The process-wide flag decides, not the storage's kind.
       return detail::FillTableAndId(
           detail::DbDialect::oracle
               ? "SELECT #Tabelle#.* FROM #Tabelle# WHERE NOT #Tabelle#.stRechnEmpf IS NULL"
               : "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stRechnEmpf <>''",
-          kTable);
+          kind, kTable);
     });
   });
 }

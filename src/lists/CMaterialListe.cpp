@@ -16,8 +16,8 @@ CMaterialListe::CMaterialListe() : RecordList("CMaterialListe") {}
 void CMaterialListe::ReadAll() {
   constexpr const char* kMember = "CMaterialListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t) {
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kTable);
+    Cursor().Read(kMember, [](int16_t kind) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kind, kTable);
     });
   });
 }
@@ -25,9 +25,8 @@ void CMaterialListe::ReadAll() {
 void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t) {
-      return detail::FillTableAndId(
-          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kTable,
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kind, kTable,
           "#lOrderId#", lOrderId);
     });
   });
@@ -36,12 +35,10 @@ void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
 void CMaterialListe::ReadMaterialByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadMaterialByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t) {
+    Cursor().Read(kMember, [&](int16_t kind) {
       // The constant 0 serves every kind.
-      return detail::FillTableAndId(
-          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
-          "#Tabelle#.bFremdleistung = 0",
-          kTable, "#lOrderId#", lOrderId);
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+          "#Tabelle#.bFremdleistung = 0", kind, kTable, "#lOrderId#", lOrderId);
     });
   });
 }
@@ -50,11 +47,9 @@ void CMaterialListe::ReadFremdByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadFremdByOrderId";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      detail::SqlTemplate sql(detail::FillTableAndId(
-          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
-          "#Tabelle#.bFremdleistung = #TRUE#",
-          kTable, "#lOrderId#", lOrderId));
-      return std::move(sql.Replace("#TRUE#", detail::TrueLiteral(kind))).Text();
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+          "#Tabelle#.bFremdleistung = #TRUE#", kind, kTable, "#lOrderId#", lOrderId)
+          .Flag("#TRUE#", true);
     });
   });
 }

@@ -4,12 +4,12 @@
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
 #include "runtime/Raise.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {
 
-using detail::SqlTemplate;
+using detail::Statement;
 
 constexpr const char* kTable = "T_Meldung";
 
@@ -41,12 +41,12 @@ const char* BySortOrder(int32_t sortOrder, const char* unsorted, const char* sor
 
 // Table first, then the caller's values, then the sort column.
 template <typename Values>
-std::string Fill(const char* text, int32_t sortOrder, Values&& values) {
-  SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", kTable);
+Statement Fill(const char* text, int16_t kind, int32_t sortOrder, Values&& values) {
+  Statement sql(text, kind);
+  sql.Name("#Tabelle#", kTable);
   values(sql);
-  if (const char* field = SortFieldOf(sortOrder)) sql.Replace("#SortField#", field);
-  return std::move(sql).Text();
+  if (const char* field = SortFieldOf(sortOrder)) sql.Name("#SortField#", field);
+  return sql;
 }
 
 // The four texts of one done-family read.
@@ -146,7 +146,7 @@ struct DoneFilter {
   const std::vector<std::string>* so_list = nullptr;
 };
 
-std::string DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int32_t days,
+Statement DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int32_t days,
                           int16_t kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
@@ -154,13 +154,13 @@ std::string DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder,
   const bool jet = kind == 1;
   const char* text = BySortOrder(sortOrder, jet ? texts.jet_unsorted : texts.other_unsorted,
                                  jet ? texts.jet_sorted : texts.other_sorted);
-  return Fill(text, sortOrder, [&](SqlTemplate& sql) {
+  return Fill(text, kind, sortOrder, [&](Statement& sql) {
     // Open reports carry NoDate as ErledigtDatum, so they always pass the cut.
-    sql.Replace("#bErledigt#", detail::FlagLiteral(bDone, kind))
-        .Replace("#datBack#", detail::FilterDateLiteral(Date::Today().AddDays(-days), kind));
-    if (filter.vorsatz) sql.Replace("#stNrVorsatz#", detail::TextValue(*filter.vorsatz));
-    if (filter.so_id) sql.Replace("#lSoId#", detail::LongLiteral(*filter.so_id));
-    if (filter.so_list) sql.Replace("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
+    sql.Flag("#bErledigt#", bDone)
+        .FilterDate("#datBack#", Date::Today().AddDays(-days));
+    if (filter.vorsatz) sql.Text("#stNrVorsatz#", *filter.vorsatz);
+    if (filter.so_id) sql.Long("#lSoId#", *filter.so_id);
+    if (filter.so_list) sql.Raw("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
   });
 }
 
@@ -195,7 +195,7 @@ constexpr const char* kByObj =
 constexpr const char* kAllBySo =
     "SELECT #Tabelle#.* FROM #Tabelle# WHERE (#Tabelle#.lSoId = #lSoId#)";
 
-void NoValues(SqlTemplate&) {}
+void NoValues(Statement&) {}
 
 }  // namespace
 
@@ -206,8 +206,8 @@ MsgSortOrderConstants CMeldungListe::SortOrder() const { return sort_order_; }
 void CMeldungListe::ReadAll(MsgSortOrderConstants eSortOrder) {
   constexpr const char* kMember = "CMeldungListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t) {
-      return Fill(BySortOrder(eSortOrder, kAll, kAllSorted), eSortOrder, NoValues);
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return Fill(BySortOrder(eSortOrder, kAll, kAllSorted), kind, eSortOrder, NoValues);
     });
   });
 }
@@ -216,9 +216,9 @@ void CMeldungListe::ReadAllInZeitraum(Date datVon, Date datBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraum";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kInZeitraumJet : kInZeitraumOther, msUnsorted, [&](SqlTemplate& sql) {
-        sql.Replace("#datVon#", detail::FilterDateLiteral(datVon, kind))
-            .Replace("#datBis#", detail::FilterDateLiteral(datBis, kind));
+      return Fill(kind == 1 ? kInZeitraumJet : kInZeitraumOther, kind, msUnsorted, [&](Statement& sql) {
+        sql.FilterDate("#datVon#", datVon)
+            .FilterDate("#datBis#", datBis);
       });
     });
   });
@@ -228,10 +228,10 @@ void CMeldungListe::ReadAllInZeitAndOpen(Date datVon, Date datBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitAndOpen";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kInZeitAndOpenJet : kInZeitAndOpenOther, msUnsorted,
-                  [&](SqlTemplate& sql) {
-                    sql.Replace("#datBis#", detail::FilterDateLiteral(datBis, kind))
-                        .Replace("#datVon#", detail::FilterDateLiteral(datVon, kind));
+      return Fill(kind == 1 ? kInZeitAndOpenJet : kInZeitAndOpenOther, kind, msUnsorted,
+                  [&](Statement& sql) {
+                    sql.FilterDate("#datBis#", datBis)
+                        .FilterDate("#datVon#", datVon);
                   });
     });
   });
@@ -250,10 +250,10 @@ void CMeldungListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
   constexpr const char* kMember = "CMeldungListe.ReadByObj";
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
-    Cursor().Read(kMember, [&](int16_t) {
-      return Fill(kByObj, msUnsorted, [&](SqlTemplate& sql) {
-        sql.Replace("#lObjId#", detail::LongLiteral(lObjId))
-            .Replace("#byObjTyp#", detail::LongLiteral(eTyp));
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return Fill(kByObj, kind, msUnsorted, [&](Statement& sql) {
+        sql.Long("#lObjId#", lObjId)
+            .Long("#byObjTyp#", eTyp);
       });
     });
   });
@@ -274,9 +274,9 @@ void CMeldungListe::ReadAllBySo(int32_t lSoId) {
   constexpr const char* kMember = "CMeldungListe.ReadAllBySo";
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
-    Cursor().Read(kMember, [&](int16_t) {
-      return Fill(kAllBySo, msUnsorted,
-                  [&](SqlTemplate& sql) { sql.Replace("#lSoId#", detail::LongLiteral(lSoId)); });
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return Fill(kAllBySo, kind, msUnsorted,
+                  [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
     });
   });
 }
@@ -334,10 +334,10 @@ void CMeldungListe::ReadAllInZeitraumDatumZeit(Date dat, const std::string& time
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraumDatumZeit";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kDatumZeitJet : kDatumZeitOther, msUnsorted, [&](SqlTemplate& sql) {
-        sql.Replace("#dat#", detail::FilterDateLiteral(dat, kind))
-            .Replace("#timeVon#", timeVon)
-            .Replace("#timeBis#", timeBis);
+      return Fill(kind == 1 ? kDatumZeitJet : kDatumZeitOther, kind, msUnsorted, [&](Statement& sql) {
+        sql.FilterDate("#dat#", dat)
+            .Raw("#timeVon#", timeVon)
+            .Raw("#timeBis#", timeBis);
       });
     });
   });

@@ -36,17 +36,17 @@ class ListCursor {
   // The query pattern: reset, open `sql`, run `opened` (a list's own state
   // that is set once the result is open, such as its sort order), index.
   template <typename Opened>
-  void RunQuery(const char* member, const std::string& sql, Opened&& opened) {
+  void RunQuery(const char* member, Statement sql, Opened&& opened) {
     ResetResult();
     if (!storage_) RaiseStandard(errObjectNotSet, member);
-    storage_->SetSql("", sql);
+    storage_->SetSql("", std::move(sql));
     // A list may be long: the engine is free to read it in chunks.
     storage_->OpenRecordset(ResultSize::kMany);
     opened();
     if (Rs()->RecordCount() != 0) BuildIndex();
   }
-  void RunQuery(const char* member, const std::string& sql) {
-    RunQuery(member, sql, [] {});
+  void RunQuery(const char* member, Statement sql) {
+    RunQuery(member, std::move(sql), [] {});
   }
 
   // A list's read: drop the old result first (so a failing statement leaves
@@ -55,8 +55,7 @@ class ListCursor {
   template <typename Build, typename Opened>
   void Read(const char* member, Build&& build, Opened&& opened) {
     ResetResult();
-    const std::string sql = build(DbKind(member));
-    RunQuery(member, sql, std::forward<Opened>(opened));
+    RunQuery(member, build(DbKind(member)), std::forward<Opened>(opened));
   }
   template <typename Build>
   void Read(const char* member, Build&& build) {

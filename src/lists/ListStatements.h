@@ -1,21 +1,23 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
-#include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb::detail {
 
-// `text` with its table and, when given, one id placeholder filled: the
-// statements of the lists whose reads take at most one id.
-inline std::string FillTableAndId(const char* text, const char* table,
-                                  const char* idPlaceholder = nullptr, int32_t id = 0) {
-  SqlTemplate sql(text);
-  sql.Replace("#Tabelle#", table);
-  if (idPlaceholder) sql.Replace(idPlaceholder, LongLiteral(id));
-  return std::move(sql).Text();
+// `text` with its table and, when given, one id filled: the statements of
+// the lists whose reads take at most one id.
+inline Statement FillTableAndId(const char* text, int16_t kind, const char* table) {
+  Statement sql(text, kind);
+  sql.Name("#Tabelle#", table);
+  return sql;
+}
+inline Statement FillTableAndId(const char* text, int16_t kind, const char* table,
+                                Placeholder idPlaceholder, int32_t id) {
+  Statement sql = FillTableAndId(text, kind, table);
+  sql.Long(idPlaceholder, id);
+  return sql;
 }
 
 }  // namespace ZTkDb::detail

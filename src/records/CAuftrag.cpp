@@ -5,14 +5,14 @@
 #include "runtime/Guard.h"
 #include "runtime/Messages.h"
 #include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {
 
 using detail::ColumnBinding;
 using detail::NullRule;
-using detail::SqlTemplate;
+using detail::Statement;
 using detail::ValueSlot;
 
 struct AuftragFields {
@@ -241,11 +241,11 @@ struct CAuftrag::Impl {
 
   // A read by key of the order's own: the first matching row, or a cleared
   // record.
-  void ReadBy(const char* member, const char* text,
-              const std::vector<std::pair<const char*, std::string>>& values) {
-    SqlTemplate sql = record.Statement(text);
-    for (const auto& [placeholder, value] : values) sql.Replace(placeholder, value);
-    record.core.ReadBy(member, record.Text(sql));
+  template <typename Values>
+  void ReadBy(const char* member, const char* text, Values&& values) {
+    Statement sql = record.Begin(member, text);
+    values(sql);
+    record.core.ReadBy(member, record.Finish(sql));
   }
 };
 
@@ -425,11 +425,11 @@ void CAuftrag::Connect2Msg(int32_t lMsgId) {
   constexpr const char* kMember = "CAuftrag.Connect2Msg";
   detail::Guard(kMember, [&] {
     auto& core = impl_->record.core;
-    SqlTemplate sql(kLink);
-    sql.Replace("#DetailTabelle#", kLinkTable)
-        .Replace("#lAuftragId#", detail::LongLiteral(core.F().id))
-        .Replace("#lMeldungId#", detail::LongLiteral(lMsgId));
-    core.ExecutePlain(kMember, sql.Text());
+    Statement sql(kLink, core.DbKind(kMember));
+    sql.Name("#DetailTabelle#", kLinkTable)
+        .Long("#lAuftragId#", core.F().id)
+        .Long("#lMeldungId#", lMsgId);
+    core.ExecutePlain(kMember, std::move(sql));
     core.F().meldung_id = lMsgId;
     core.Storage(kMember).CloseRecordset();
   });
@@ -439,11 +439,11 @@ void CAuftrag::DisConnectFromMsg() {
   constexpr const char* kMember = "CAuftrag.DisConnectFromMsg";
   detail::Guard(kMember, [&] {
     auto& core = impl_->record.core;
-    SqlTemplate sql(kUnlink);
-    sql.Replace("#DetailTabelle#", kLinkTable)
-        .Replace("#lAuftragId#", detail::LongLiteral(core.F().id))
-        .Replace("#lMeldungId#", detail::LongLiteral(core.F().meldung_id));
-    core.ExecutePlain(kMember, sql.Text());
+    Statement sql(kUnlink, core.DbKind(kMember));
+    sql.Name("#DetailTabelle#", kLinkTable)
+        .Long("#lAuftragId#", core.F().id)
+        .Long("#lMeldungId#", core.F().meldung_id);
+    core.ExecutePlain(kMember, std::move(sql));
     core.F().meldung_id = 0;
     core.Storage(kMember).CloseRecordset();
   });
@@ -452,9 +452,9 @@ void CAuftrag::DisConnectFromMsg() {
 void CAuftrag::ReadByObjHist(int32_t lObjId, int32_t lHistId) {
   constexpr const char* kMember = "CAuftrag.ReadByObjHist";
   detail::Guard(kMember, [&] {
-    impl_->ReadBy(kMember, kSelectByObjHist,
-                  {{"#lObjektId#", detail::LongLiteral(lObjId)},
-                   {"#lTageFrist#", detail::LongLiteral(lHistId)}});
+    impl_->ReadBy(kMember, kSelectByObjHist, [&](Statement& sql) {
+      sql.Long("#lObjektId#", lObjId).Long("#lTageFrist#", lHistId);
+    });
   });
 }
 
@@ -463,23 +463,24 @@ void CAuftrag::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   detail::Guard(kMember, [&] {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
-    impl_->ReadBy(kMember, kSelectByNr,
-                  {{"#lNr#", detail::LongLiteral(lNr)}, {"#stNrVorsatz#", stVorsatz}});
+    impl_->ReadBy(kMember, kSelectByNr, [&](Statement& sql) {
+      sql.Long("#lNr#", lNr).Raw("#stNrVorsatz#", stVorsatz);
+    });
   });
 }
 
 void CAuftrag::ReadByNrOhneVorsatz(int32_t lNr) {
   constexpr const char* kMember = "CAuftrag.ReadByNrOhneVorsatz";
   detail::Guard(kMember, [&] {
-    impl_->ReadBy(kMember, kSelectByNrOhneVorsatz, {{"#lNr#", detail::LongLiteral(lNr)}});
+    impl_->ReadBy(kMember, kSelectByNrOhneVorsatz, [&](Statement& sql) { sql.Long("#lNr#", lNr); });
   });
 }
 
 int32_t CAuftrag::GetLastNr() {
   constexpr const char* kMember = "CAuftrag.GetLastNr";
   return detail::Guard(kMember, [&] {
-    auto sql = impl_->record.Statement(kLastNr);
-    return impl_->record.LastNumber(kMember, impl_->record.Text(sql));
+    auto& record = impl_->record;
+    return record.LastNumber(kMember, record.Finish(record.Begin(kMember, kLastNr)));
   });
 }
 

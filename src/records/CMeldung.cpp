@@ -5,7 +5,7 @@
 #include "runtime/Guard.h"
 #include "runtime/Messages.h"
 #include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {
@@ -305,17 +305,17 @@ void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
     auto& record = impl_->record;
-    record.core.ReadBy(kMember, record.Text(record.Statement(kSelectByNr)
-                                                .Replace("#lNr#", detail::LongLiteral(lNr))
-                                                .Replace("#stNrVorsatz#", stVorsatz)));
+    record.core.ReadBy(kMember, record.Finish(record.Begin(kMember, kSelectByNr)
+                                                  .Long("#lNr#", lNr)
+                                                  .Raw("#stNrVorsatz#", stVorsatz)));
   });
 }
 
 int32_t CMeldung::GetLastNr() {
   constexpr const char* kMember = "CMeldung.GetLastNr";
   return detail::Guard(kMember, [&] {
-    auto sql = impl_->record.Statement(kLastNr);
-    return impl_->record.LastNumber(kMember, impl_->record.Text(sql));
+    auto& record = impl_->record;
+    return record.LastNumber(kMember, record.Finish(record.Begin(kMember, kLastNr)));
   });
 }
 
@@ -324,7 +324,7 @@ int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
   return detail::Guard(kMember, [&] {
     auto& record = impl_->record;
     return record.LastNumber(
-        kMember, record.Text(record.Statement(kLastNrVorsatz).Replace("#stNrVorsatz#", stNrVorsatz)));
+        kMember, record.Finish(record.Begin(kMember, kLastNrVorsatz).Raw("#stNrVorsatz#", stNrVorsatz)));
   });
 }
 

@@ -4,7 +4,7 @@
 #include "records/TableRecord.h"
 #include "runtime/Guard.h"
 #include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "connection/RecordStorage.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 #include "ztkdb/Recordset.h"
@@ -38,12 +38,11 @@ struct ColumnBinding {
 };
 
 // One value placeholder of a record's INSERT/UPDATE and the field it takes
-// its value from. The literal form follows the field's type: numbers as
-// digits, flags by DbKind, dates as short date text, texts through
-// TextLiteral, currency and doubles invariant with the leading blank.
+// its value from, filled as the field's type: numbers, flags, dates,
+// texts, amounts (see Statement).
 template <typename Fields>
 struct ValueSlot {
-  PlainPlaceholder placeholder;
+  Placeholder placeholder;
   typename ColumnBinding<Fields>::Target source;
 };
 
@@ -78,12 +77,12 @@ class RecordCore {
 
   // Opens `sql`; loads its first row without clearing first, or clears the
   // record when nothing is found.
-  void ReadBy(const char* member, std::string sql);
+  void ReadBy(const char* member, Statement sql);
   // Runs an INSERT or UPDATE; shows "<class>.<what> fehlgeschlagen. Bitte an
   // TORQ melden!" when it affected no row. Returns the rows affected.
-  int64_t ExecuteChecked(const char* member, std::string sql, const char* what);
+  int64_t ExecuteChecked(const char* member, Statement sql, const char* what);
   // Runs a statement without looking at what it affected.
-  void ExecutePlain(const char* member, std::string sql);
+  void ExecutePlain(const char* member, Statement sql);
 
  private:
   void ReleaseStorageQuietly() noexcept;
@@ -94,12 +93,12 @@ class RecordCore {
   std::unique_ptr<RecordStorage> storage_;
 };
 
-// Replaces each slot's placeholder by its field's literal, in slot order (a
-// value holding a later placeholder's name is replaced again, as the
-// templates expect).
+// Fills each slot's placeholder with its field, in slot order (a value
+// holding a later placeholder's name is replaced again, as the templates
+// expect).
 template <typename Fields>
-void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
-                int16_t kind, int64_t largestAmount);
+void FillValues(Statement& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
+                int64_t largestAmount);
 
 // Shared by RecordCore and the lists: a new storage for a client, or nullptr.
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);

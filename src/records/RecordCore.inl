@@ -3,7 +3,6 @@
 
 #include "engine/RecordsetAccess.h"
 #include "runtime/Raise.h"
-#include "sql/Literals.h"
 
 namespace ZTkDb::detail {
 
@@ -126,7 +125,7 @@ void RecordCore<Fields>::ReadFromRecordset(Recordset& rs) {
 }
 
 template <typename Fields>
-void RecordCore<Fields>::ReadBy(const char* member, std::string sql) {
+void RecordCore<Fields>::ReadBy(const char* member, Statement sql) {
   RecordStorage& storage = Storage(member);
   storage.SetSql("", std::move(sql));
   storage.OpenRecordset();
@@ -141,7 +140,7 @@ void RecordCore<Fields>::ReadBy(const char* member, std::string sql) {
 }
 
 template <typename Fields>
-int64_t RecordCore<Fields>::ExecuteChecked(const char* member, std::string sql,
+int64_t RecordCore<Fields>::ExecuteChecked(const char* member, Statement sql,
                                            const char* what) {
   RecordStorage& storage = Storage(member);
   storage.SetSql("", std::move(sql));
@@ -152,28 +151,26 @@ int64_t RecordCore<Fields>::ExecuteChecked(const char* member, std::string sql,
 }
 
 template <typename Fields>
-void RecordCore<Fields>::ExecutePlain(const char* member, std::string sql) {
+void RecordCore<Fields>::ExecutePlain(const char* member, Statement sql) {
   RecordStorage& storage = Storage(member);
   storage.SetSql("", std::move(sql));
   storage.GetQueryDef().Execute();
 }
 
 template <typename Fields>
-void FillValues(SqlTemplate& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
-                int16_t kind, int64_t largestAmount) {
+void FillValues(Statement& sql, const Fields& fields, const std::vector<ValueSlot<Fields>>& slots,
+                int64_t largestAmount) {
   for (const auto& slot : slots) {
     std::visit(
         [&](auto member) {
           const auto& value = fields.*member;
           using T = std::decay_t<decltype(value)>;
-          if constexpr (std::is_same_v<T, std::string>) {
-            sql.FillWith(slot.placeholder, [&value](std::string& out) { AppendTextValue(out, value); });
-          }
-          else if constexpr (std::is_same_v<T, bool>) sql.Fill(slot.placeholder, FlagLiteral(value, kind));
-          else if constexpr (std::is_same_v<T, Date>) sql.Fill(slot.placeholder, RecordDateText(value));
-          else if constexpr (std::is_same_v<T, Currency>) sql.Fill(slot.placeholder, CurrencyLiteral(value, kind, largestAmount));
-          else if constexpr (std::is_same_v<T, double>) sql.Fill(slot.placeholder, NumberLiteral(value));
-          else sql.Fill(slot.placeholder, LongLiteral(value));
+          if constexpr (std::is_same_v<T, std::string>) sql.Text(slot.placeholder, value);
+          else if constexpr (std::is_same_v<T, bool>) sql.Flag(slot.placeholder, value);
+          else if constexpr (std::is_same_v<T, Date>) sql.RecordDate(slot.placeholder, value);
+          else if constexpr (std::is_same_v<T, Currency>) sql.Amount(slot.placeholder, value, largestAmount);
+          else if constexpr (std::is_same_v<T, double>) sql.Number(slot.placeholder, value);
+          else sql.Long(slot.placeholder, value);
         },
         slot.source);
   }

@@ -7,7 +7,7 @@
 #include "connection/UIdGenerator.h"
 #include "records/RecordCore.h"
 #include "sql/Literals.h"
-#include "sql/SqlTemplate.h"
+#include "sql/Statement.h"
 
 namespace ZTkDb::detail {
 
@@ -58,20 +58,22 @@ class TableRecord {
         update_values_(updateValues),
         update_tail_(updateTail) {}
 
-  // A template with the class's tables filled in.
+  // A template for the connection's kind with the class's table filled in.
   // The table names go in first and the joined table last, after every
-  // value: a value naming #DetailTabelle# is filled with it, one naming
-  // #Tabelle# is not (the order of filling).
-  SqlTemplate Statement(const char* text) const {
-    SqlTemplate sql(text);
-    sql.Replace("#Tabelle#", statements_.table);
+  // value (see Finish): a value naming #DetailTabelle# is filled with it,
+  // one naming #Tabelle# is not (the order of filling).
+  Statement Begin(const char* text, int16_t kind) const {
+    Statement sql(text, kind);
+    sql.Name("#Tabelle#", statements_.table);
     return sql;
   }
-  // Takes the filled text out of `sql`, which is spent.
-  std::string Text(SqlTemplate& sql) const {
-    if (statements_.detail_table) sql.Replace("#DetailTabelle#", statements_.detail_table);
-    return std::move(sql).Text();
+  Statement Begin(const char* member, const char* text) { return Begin(text, core.DbKind(member)); }
+  // The last step: the joined table.
+  Statement&& Finish(Statement& sql) const {
+    if (statements_.detail_table) sql.Name("#DetailTabelle#", statements_.detail_table);
+    return std::move(sql);
   }
+  Statement&& Finish(Statement&& sql) const { return Finish(sql); }
 
   // Clears the record, inserts `row` under a fresh UId (a box when nothing
   // was inserted) and loads the new row back by that UId.
@@ -80,22 +82,23 @@ class TableRecord {
     const int16_t kind = core.DbKind(member);
     const int64_t largest = core.LargestAmount(member);
     const std::string uid = UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(statements_.insert);
-    sql.Replace("#stUId#", TextValue(uid));
-    FillValues(sql, row, insert_values_, kind, largest);
-    FillValues(sql, row, update_tail_, kind, largest);
-    core.ExecuteChecked(member, Text(sql), "Create");
+    Statement sql = Begin(statements_.insert, kind);
+    sql.Text("#stUId#", uid);
+    FillValues(sql, row, insert_values_, largest);
+    FillValues(sql, row, update_tail_, largest);
+    core.ExecuteChecked(member, Finish(sql), "Create");
     core.Storage(member).CloseRecordset();
     ReadByUId(uid);
   }
 
   void ReadById(const char* member, int32_t id) {
-    core.ReadBy(member, Text(Statement(statements_.select_by_id).Replace("#lId#", LongLiteral(id))));
+    core.ReadBy(member, Finish(Begin(member, statements_.select_by_id).Long("#lId#", id)));
   }
 
   void ReadByUId(const std::string& uid) {
     const std::string member = std::string(statements_.class_name) + ".ReadByUId";
-    core.ReadBy(member.c_str(), Text(Statement(statements_.select_by_uid).Replace("#stUId#", uid)));
+    core.ReadBy(member.c_str(),
+                Finish(Begin(member.c_str(), statements_.select_by_uid).Raw("#stUId#", uid)));
   }
 
   // Writes every field under the old UId; the record takes the new UId
@@ -106,12 +109,12 @@ class TableRecord {
     const int16_t kind = core.DbKind(member);
     const int64_t largest = core.LargestAmount(member);
     const std::string newUid = UIdGenerator::Instance().NewUId();
-    SqlTemplate sql = Statement(statements_.update);
-    sql.Replace("#stNewUId#", newUid);
-    FillValues(sql, f, update_values_, kind, largest);
-    sql.Replace("#lId#", LongLiteral(f.id)).Replace("#stUId#", f.uid);
-    FillValues(sql, f, update_tail_, kind, largest);
-    core.ExecuteChecked(member, Text(sql), "Update");
+    Statement sql = Begin(statements_.update, kind);
+    sql.Raw("#stNewUId#", newUid);
+    FillValues(sql, f, update_values_, largest);
+    sql.Long("#lId#", f.id).Raw("#stUId#", f.uid);
+    FillValues(sql, f, update_tail_, largest);
+    core.ExecuteChecked(member, Finish(sql), "Update");
     f.uid = newUid;
     core.Storage(member).CloseRecordset();
   }
@@ -122,15 +125,15 @@ class TableRecord {
     const char* text = "";
     if (kind == 1) text = statements_.delete_jet;
     else if (kind == 2 || !statements_.delete_needs_known_kind) text = statements_.delete_other;
-    core.ExecutePlain(member, Text(Statement(text).Replace("#lId#", LongLiteral(core.F().id))));
+    core.ExecutePlain(member, Finish(Begin(text, kind).Long("#lId#", core.F().id)));
     core.ClearFields();
   }
 
   // The column LastNr of the first row of `text` (a Max(lNr) query), 0 when
   // it is Null.
-  int32_t LastNumber(const char* member, const std::string& text) {
+  int32_t LastNumber(const char* member, Statement sql) {
     RecordStorage& storage = core.Storage(member);
-    storage.SetSql("", text);
+    storage.SetSql("", std::move(sql));
     storage.OpenRecordset();
     Recordset& rs = *storage.GetRecordset();
     int32_t last = 0;

@@ -154,9 +154,13 @@ OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool r
     // columns under the old names: what a result's columns are is then left
     // to the text, prepared anew on every run.
     lifting_.refuse_star_results = !dialect_->ChangedResultState();
-    rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
-    memo_ = std::make_unique<AdaptationMemo>(rules_);
+    AdaptationRules learning = rules_;
+    learning.lifting = &lifting_;
+    plans_ = std::make_unique<StatementPlans>(
+        [learning](const std::string& text, StatementFacts& facts) {
+          AdaptStatement(text, learning, &facts);
+        });
   }
   if (dialect_->FetchesInBlocks()) blocks_ = std::make_unique<BlockFetcher>();
 }
@@ -247,32 +251,28 @@ std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
   return AdaptStatement(sql, rules_, facts);
 }
 
-std::string OdbcDatabase::Read(const std::string& sql, StatementFacts& facts) {
-  if (!memo_) return Adapt(sql, &facts);
-  if (IsBlank(sql)) {
-    Raise(errInvalidStatement, kSource, StandardDescription(errInvalidStatement));
-  }
-  return memo_->Adapt(sql, facts);
-}
-
 [[noreturn]] static void RaiseReadOnly(const char* source) {
   Raise(errReadOnly, source,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
         "not sent.");
 }
 
-int64_t OdbcDatabase::Execute(const std::string& sql) {
-  StatementFacts facts;
-  const std::string text = Read(sql, facts);
-  // A statement recalled from the memo comes without its text; its shape
-  // starts with the same word (a literal is never a statement's keyword).
-  if (StartsWithWord(facts.lifted ? facts.lifted->Shape() : text, "SELECT")) {
+int64_t OdbcDatabase::Execute(const Statement& sql) {
+  bool plainQuery = false;
+  if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Execute(sql.Render());
+  if (StartsWithWord(bound_.Shape(), "SELECT")) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
   if (read_only_) RaiseReadOnly(kSource);
-  if (facts.lifted) {
-    return OnLiveSession(false, [&] { return ExecuteLifted(*facts.lifted); });
+  return OnLiveSession(false, [&] { return ExecuteLifted(bound_); });
+}
+
+int64_t OdbcDatabase::Execute(const std::string& sql) {
+  const std::string text = Adapt(sql);
+  if (StartsWithWord(text, "SELECT")) {
+    Raise(3065, kSource, "Cannot execute a select query.");
   }
+  if (read_only_) RaiseReadOnly(kSource);
   const SQLLEN count = OnLiveSession(false, [&]() -> SQLLEN {
     OdbcStmt stmt = NewStatement();
     if (ExecDirect(stmt, text) == SQL_NO_DATA) return 0;
@@ -314,18 +314,26 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
   ForgetStatements();
 }
 
-std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, ResultSize size) {
-  StatementFacts facts;
+std::shared_ptr<const RowSet> OdbcDatabase::Query(const Statement& sql, ResultSize size) {
   // A long result read through a cursor needs the statement's text.
   const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor();
-  const std::string text = chunked ? Adapt(sql, &facts) : Read(sql, facts);
+  bool plainQuery = false;
+  if (chunked || !plans_ || !plans_->Bind(sql, bound_, plainQuery)) {
+    return Query(sql.Render(), size);
+  }
+  if (read_only_ && !plainQuery) RaiseReadOnly(kSource);
+  return OnLiveSession(true, [&] { return QueryPrepared(bound_); });
+}
+
+std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, ResultSize size) {
+  StatementFacts facts;
+  const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
-  if (chunked && facts.plain_query) {
+  if (size == ResultSize::kMany && facts.plain_query) {
     if (const auto cursor = dialect_->LargeResultCursor()) {
       return OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
     }
   }
-  if (facts.lifted) return OnLiveSession(true, [&] { return QueryPrepared(*facts.lifted); });
   return OnLiveSession(true, [&] { return RunQuery(text, facts.plain_query); });
 }
 

@@ -10,8 +10,8 @@
 #include "engine/RowSet.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
-#include "engine/AdaptationMemo.h"
 #include "engine/StatementAdapter.h"
+#include "engine/StatementPlans.h"
 #include "engine/dialect/ServerDialect.h"
 #include "engine/odbc/OdbcBlockFetch.h"
 #include "engine/odbc/OdbcFetch.h"
@@ -48,7 +48,10 @@ class OdbcDatabase final : public Database {
   int64_t LargestAmount() const override;
   const std::string& Path() const override { return connect_; }
   int64_t Execute(const std::string& sql) override;
+  int64_t Execute(const Statement& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,
+                                      ResultSize size = ResultSize::kFew) override;
+  std::shared_ptr<const RowSet> Query(const Statement& sql,
                                       ResultSize size = ResultSize::kFew) override;
   int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
                      const std::vector<std::vector<Variant>>& rows) override;
@@ -68,9 +71,6 @@ class OdbcDatabase final : public Database {
   const std::string& DbmsName() const { return dbms_; }
   // The statement as it will reach the server.
   std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
-  // The facts of `sql`, from the memo of its form where it has one; the
-  // adapted text only when the full path ran.
-  std::string Read(const std::string& sql, StatementFacts& facts);
   // Runs `sql` as written: no adaptation, no one-statement check. For the
   // library's own DDL and session set-up only.
   void ExecuteRaw(const std::string& sql);
@@ -152,8 +152,10 @@ class OdbcDatabase final : public Database {
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
   LiftingRules lifting_;
   std::unique_ptr<Statements> statements_;
-  // With the statement cache: what adaptation made of each statement's form.
-  std::unique_ptr<AdaptationMemo> memo_;
+  // With the statement cache: how each statement key runs, and the values
+  // of the statement running now.
+  std::unique_ptr<StatementPlans> plans_;
+  LiftedStatement bound_;
   std::unique_ptr<BlockFetcher> blocks_;
 };
 

@@ -82,7 +82,7 @@ struct OdbcDatabase::Parameters {
 
 void OdbcDatabase::ForgetStatements() noexcept {
   if (statements_) statements_->Clear();
-  if (memo_) memo_->Clear();
+  if (plans_) plans_->Clear();
 }
 
 OdbcStmt OdbcDatabase::PrepareText(const std::string& text) {

@@ -28,7 +28,7 @@ constexpr const char* kSource = "ZTkDb.SQLite";
 struct StatementFinalizer {
   void operator()(sqlite3_stmt* s) const noexcept { sqlite3_finalize(s); }
 };
-using Statement = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
+using StmtHandle = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
 
 long NumberFor(int rc, const std::string& message) {
   switch (rc & 0xff) {
@@ -61,12 +61,12 @@ long NumberFor(int rc, const std::string& message) {
   Raise(number, kSource, message + " (SQLite error " + std::to_string(rc) + ")");
 }
 
-Statement Prepare(sqlite3* db, const std::string& sql, bool persistent = false) {
+StmtHandle Prepare(sqlite3* db, const std::string& sql, bool persistent = false) {
   sqlite3_stmt* raw = nullptr;
   const char* tail = nullptr;
   const int rc = sqlite3_prepare_v3(db, sql.c_str(), static_cast<int>(sql.size()),
                                     persistent ? SQLITE_PREPARE_PERSISTENT : 0, &raw, &tail);
-  Statement stmt(raw);
+  StmtHandle stmt(raw);
   if (rc != SQLITE_OK) RaiseSqlite(db, rc);
   if (!stmt) RaiseStandard(errInvalidStatement, kSource);
   // The adapter refuses a second statement already; SQLite's own reading of
@@ -163,8 +163,8 @@ void SqliteCloser::operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db)
 
 // A statement prepared once per shape, with what its result's columns are.
 struct SqliteDatabase::Prepared {
-  explicit Prepared(Statement prepared = {}) : stmt(std::move(prepared)) {}
-  Statement stmt;
+  explicit Prepared(StmtHandle prepared = {}) : stmt(std::move(prepared)) {}
+  StmtHandle stmt;
   std::shared_ptr<const RowSet::Columns> columns;
   std::vector<ColumnKind> kinds;
   // Per column, the last date read (kept from one run to the next: a text
@@ -195,13 +195,6 @@ struct SqliteDatabase::Prepared {
 
 class SqliteDatabase::Statements : public StatementCache<Prepared> {};
 
-// Hands a statement's values back to the memo once it has run (its
-// strings then serve the next statement of the form).
-struct ValuesBack {
-  LiftedStatement& lifted;
-  ~ValuesBack() { AdaptationMemo::GiveBack(std::move(lifted.values)); }
-};
-
 // Leaves a statement ready for its next run, whatever happened in this one:
 // a statement left mid-result would hold its read lock.
 struct ResetGuard {
@@ -223,9 +216,13 @@ SqliteDatabase::SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::s
   lifting_.max_values =
       static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1));
   if (Statements::Enabled()) {
-    rules_.lifting = &lifting_;
     statements_ = std::make_unique<Statements>();
-    memo_ = std::make_unique<AdaptationMemo>(rules_);
+    AdaptationRules learning = rules_;
+    learning.lifting = &lifting_;
+    plans_ = std::make_unique<StatementPlans>(
+        [learning](const std::string& text, StatementFacts& facts) {
+          AdaptStatement(text, learning, &facts);
+        });
   }
 }
 
@@ -261,7 +258,7 @@ SqliteDatabase::Prepared& SqliteDatabase::Bound(const LiftedStatement& lifted) {
 
 void SqliteDatabase::ForgetStatements() {
   if (statements_) statements_->Clear();
-  if (memo_) memo_->Clear();
+  if (plans_) plans_->Clear();
 }
 
 std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bool exclusive,
@@ -353,10 +350,6 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
   return AdaptStatement(sql, rules_, facts);
 }
 
-std::string SqliteDatabase::Read(const std::string& sql, StatementFacts& facts) {
-  return memo_ ? memo_->Adapt(sql, facts) : Adapt(sql, &facts);
-}
-
 [[noreturn]] static void RaiseReadOnly() {
   Raise(errReadOnly, kSource,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
@@ -375,24 +368,26 @@ void SqliteDatabase::RefuseIfMoved() {
   }
 }
 
+int64_t SqliteDatabase::Execute(const Statement& sql) {
+  bool plainQuery = false;
+  if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Execute(sql.Render());
+  sqlite3* db = Handle();
+  Prepared& p = Bound(bound_);
+  const ResetGuard reset{p.stmt.get()};
+  if (sqlite3_column_count(p.stmt.get()) > 0) {
+    Raise(3065, kSource, "Cannot execute a select query.");
+  }
+  if (read_only_) RaiseReadOnly();
+  RefuseIfMoved();
+  const int rc = sqlite3_step(p.stmt.get());
+  if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
+  return sqlite3_changes64(db);
+}
+
 int64_t SqliteDatabase::Execute(const std::string& sql) {
   sqlite3* db = Handle();
-  StatementFacts facts;
-  const std::string text = Read(sql, facts);
-  if (facts.lifted) {
-    const ValuesBack back{*facts.lifted};
-    Prepared& p = Bound(*facts.lifted);
-    const ResetGuard reset{p.stmt.get()};
-    if (sqlite3_column_count(p.stmt.get()) > 0) {
-      Raise(3065, kSource, "Cannot execute a select query.");
-    }
-    if (read_only_) RaiseReadOnly();
-    RefuseIfMoved();
-    const int rc = sqlite3_step(p.stmt.get());
-    if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
-    return sqlite3_changes64(db);
-  }
-  Statement stmt = Prepare(db, text);
+  const std::string text = Adapt(sql);
+  StmtHandle stmt = Prepare(db, text);
   if (sqlite3_column_count(stmt.get()) > 0) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
@@ -449,16 +444,20 @@ int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<s
 std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, ResultSize /*size*/) {
   sqlite3* db = Handle();
   StatementFacts facts;
-  const std::string text = Read(sql, facts);
+  const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly();
-  if (facts.lifted) {
-    const ValuesBack back{*facts.lifted};
-    Prepared& p = Bound(*facts.lifted);
-    const ResetGuard reset{p.stmt.get()};
-    return ReadRows(p);
-  }
   Prepared once{Prepare(db, text)};
   return ReadRows(once);
+}
+
+std::shared_ptr<const RowSet> SqliteDatabase::Query(const Statement& sql, ResultSize size) {
+  bool plainQuery = false;
+  if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Query(sql.Render(), size);
+  Handle();
+  if (read_only_ && !plainQuery) RaiseReadOnly();
+  Prepared& p = Bound(bound_);
+  const ResetGuard reset{p.stmt.get()};
+  return ReadRows(p);
 }
 
 std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
@@ -482,7 +481,7 @@ std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
 }
 
 std::string SqliteDatabase::FindTable(const std::string& name) {
-  Statement stmt = Prepare(Handle(),
+  StmtHandle stmt = Prepare(Handle(),
                            "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND "
                            "name = ?1 COLLATE NOCASE");
   sqlite3_bind_text(stmt.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
@@ -492,7 +491,7 @@ std::string SqliteDatabase::FindTable(const std::string& name) {
 
 std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
   std::vector<ColumnInfo> out;
-  Statement stmt = Prepare(Handle(), "SELECT name, type FROM pragma_table_info(?1)");
+  StmtHandle stmt = Prepare(Handle(), "SELECT name, type FROM pragma_table_info(?1)");
   sqlite3_bind_text(stmt.get(), 1, table.c_str(), static_cast<int>(table.size()), SQLITE_TRANSIENT);
   while (sqlite3_step(stmt.get()) == SQLITE_ROW) {
     ColumnInfo info;
@@ -522,7 +521,7 @@ void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column
 
 std::vector<std::string> SqliteDatabase::TableNames() {
   std::vector<std::string> out;
-  Statement stmt = Prepare(Handle(),
+  StmtHandle stmt = Prepare(Handle(),
                            "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE "
                            "'sqlite%' ORDER BY name");
   while (sqlite3_step(stmt.get()) == SQLITE_ROW) out.emplace_back(ColumnText(stmt.get(), 0));
@@ -531,7 +530,7 @@ std::vector<std::string> SqliteDatabase::TableNames() {
 
 void SqliteDatabase::ExecuteInternal(const std::string& sql) {
   sqlite3* db = Handle();
-  Statement stmt = Prepare(db, sql);
+  StmtHandle stmt = Prepare(db, sql);
   const int rc = sqlite3_step(stmt.get());
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
 }

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "engine/AdaptationMemo.h"
 #include "engine/Database.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
 #include "runtime/Storable.h"
 #include "engine/StatementAdapter.h"
+#include "engine/StatementPlans.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -46,7 +46,10 @@ class SqliteDatabase final : public Database {
   int64_t LargestAmount() const override { return kLargestJetAmount; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override;
+  int64_t Execute(const Statement& sql) override;
   std::shared_ptr<const RowSet> Query(const std::string& sql,
+                                      ResultSize size = ResultSize::kFew) override;
+  std::shared_ptr<const RowSet> Query(const Statement& sql,
                                       ResultSize size = ResultSize::kFew) override;
   int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
                      const std::vector<std::vector<Variant>>& rows) override;
@@ -63,9 +66,6 @@ class SqliteDatabase final : public Database {
 
   // The statement as it will reach SQLite.
   std::string Adapt(const std::string& sql, StatementFacts* facts = nullptr);
-  // The facts of `sql`, from the memo of its form where it has one; the
-  // adapted text only when the full path ran.
-  std::string Read(const std::string& sql, StatementFacts& facts);
 
  private:
   SqliteDatabase(std::unique_ptr<sqlite3, SqliteCloser> db, std::string path, bool readOnly);
@@ -87,8 +87,10 @@ class SqliteDatabase final : public Database {
   SchemaCache schema_{[this](const std::string& t) { return Columns(t); }};
   // Declared after db_: finalized before the connection closes.
   std::unique_ptr<Statements> statements_;
-  // With the statement cache: what adaptation made of each statement's form.
-  std::unique_ptr<AdaptationMemo> memo_;
+  // With the statement cache: how each statement key runs, and the values
+  // of the statement running now.
+  std::unique_ptr<StatementPlans> plans_;
+  LiftedStatement bound_;
 };
 
 }  // namespace ZTkDb::detail

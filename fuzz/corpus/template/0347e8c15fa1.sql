@@ -1,1 +1,0 @@
- WHERE #DetailTabelle#.lMeldungId = #lMeldungId# and #Tabelle#.bErledigt=#bErledigt#

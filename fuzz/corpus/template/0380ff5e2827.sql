@@ -1,1 +1,0 @@
-SELECT T_Auftrag.* FROM T_Auftrag LEFT JOIN  T_AuftragMeldung ON T_Auftrag.lId = T_AuftragMeldung.lAuftragId  Where (((T_Auftrag.AuftragsDatum) <= #datBis#) And  ((T_Auftrag.ErledigtDatum) >= #datVon#) And ((T_AuftragMeldung.lAuftragId) Is Null)) ORDER BY T_Auftrag.AuftragsDatum, T_Auftrag.lNr

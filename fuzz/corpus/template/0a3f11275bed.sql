@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.bErledigt = #bErledigt# AND #Tabelle#.stNrVorsatz = '#stNrVorsatz#' AND  #Tabelle#.ErledigtDatum >= #datBack# ORDER BY #Tabelle#.#SortField#

@@ -1,1 +1,0 @@
- WHERE (#Tabelle#.lNr = #lNr#)

@@ -1,1 +1,0 @@
-SELECT #Tabelle#.*, #DetailTabelle#.lMeldungId FROM #Tabelle# LEFT JOIN #DetailTabelle# ON #Tabelle#.lId = #DetailTabelle#.lAuftragId

@@ -1,1 +1,0 @@
- WHERE (#Tabelle#.lObjId = #lObjId#) AND (#Tabelle#.byObjTyp = #byObjTyp#)

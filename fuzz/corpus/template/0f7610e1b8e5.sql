@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE (#Tabelle#.lObjId = #lObjId#) AND (#Tabelle#.byObjTyp = #byObjTyp#)

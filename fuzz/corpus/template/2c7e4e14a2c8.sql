@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.MeldeDatum >= '#datVon#' AND #Tabelle#.MeldeDatum <= '#datBis#' ORDER BY #Tabelle#.lNr

@@ -1,1 +1,0 @@
-DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#;

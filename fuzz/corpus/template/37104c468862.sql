@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE (#Tabelle#.lSoId = #lSoId#)

@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* From #Tabelle# WHERE #Tabelle#.lObjId=#lObjektId#  AND #Tabelle#.byObjTyp=6 AND #Tabelle#.byHerkunft=3 AND #Tabelle#.lTechObjTerminId= #lTechObjTerminId#

@@ -1,1 +1,0 @@
-DELETE #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#;

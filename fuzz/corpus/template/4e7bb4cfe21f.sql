@@ -1,1 +1,0 @@
-DELETE #DetailTabelle#.* FROM #DetailTabelle# WHERE ((#DetailTabelle#.lMeldungId = #lMeldungId#) AND (#DetailTabelle#.lAuftragId = #lAuftragId#))

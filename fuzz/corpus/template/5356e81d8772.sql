@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lNr = #lNr# AND #Tabelle#.stNrVorsatz = '#stNrVorsatz#'

@@ -1,1 +1,0 @@
-UPDATE #Tabelle# SET #Tabelle#.stUId = '#stNewUId#', #Tabelle#.lMsgId = #lMsgId#, #Tabelle#.lOrderId = #lOrderId#, #Tabelle#.stPfad = '#stPfad#', #Tabelle#.stDatei = '#stDatei#' WHERE ((#Tabelle#.lId=#lId#) AND (#Tabelle#.stUId='#stUId#'));

@@ -1,1 +1,0 @@
-SELECT Max(#Tabelle#.lNr) As LastNr FROM #Tabelle#

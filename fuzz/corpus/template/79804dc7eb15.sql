@@ -1,1 +1,0 @@
- #WHERE# #DetailTabelle#.lMeldungId Is Null ORDER BY #SortTabelle#.#SortField#

@@ -1,1 +1,0 @@
-INSERT INTO #DetailTabelle# (lAuftragId, lMeldungId) VALUES (#lAuftragId#, #lMeldungId#)

@@ -1,1 +1,0 @@
- WHERE #Tabelle#.Auftragsdatum >= #datVon# AND #Tabelle#.Auftragsdatum <=#datBis# ORDER BY #Tabelle#.lNr

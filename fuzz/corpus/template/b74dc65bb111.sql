@@ -1,1 +1,0 @@
-SELECT T_Meldung.* From T_Meldung Where (((T_Meldung.MeldeDatum) <= '#datBis#') And ((T_Meldung.ErledigtDatum) >= '#datVon#')) ORDER BY T_Meldung.MeldeDatum

@@ -1,1 +1,0 @@
-INSERT INTO #Tabelle# (stUId, lMsgId, lOrderId, stPfad, stDatei) VALUES ('#stUId#', #lMsgId#, #lOrderId#, '#stPfad#', '#stDatei#');

@@ -1,1 +1,0 @@
- WHERE #Tabelle#.bErledigt = #bErledigt# AND #Tabelle#.ErledigtDatum>=#datBack# ORDER BY #DetailTabelle#.lMeldungId

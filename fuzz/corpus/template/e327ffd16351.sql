@@ -1,1 +1,0 @@
-SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.MeldeDatum = '#dat#'  AND #Tabelle#.stMeldeZeit >= '#timeVon#' AND #Tabelle#.stMeldeZeit <= '#timeBis#' ORDER BY #Tabelle#.lNr

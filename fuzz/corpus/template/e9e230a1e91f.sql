@@ -1,1 +1,0 @@
- WHERE #Tabelle#.bErledigt = #bErledigt# AND #Tabelle#.stNrVorsatz = '#stNrVorsatz#' AND  (#Tabelle#.lSoId = #lSoId# OR #Tabelle#.lSoId =0) AND #Tabelle#.ErledigtDatum>='#datBack#' ORDER BY #SortTabelle#.#SortField#
