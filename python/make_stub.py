@@ -33,7 +33,8 @@ def stub():
              "    description: str", "", "class MemberError(Error, AttributeError): ...", "",
              "Null: Any", "NoDate: datetime.datetime", "",
              "def classes() -> list[str]: ...",
-             "def set_message_hook(hook: Any) -> None: ...", ""]
+             "def set_message_hook(hook: Any) -> None: ...",
+             "def set_trace(hook: Any) -> None: ...", ""]
     for class_name in ztkdb.classes():
         lines.append("class %s:" % class_name)
         body = []

@@ -106,6 +106,9 @@ _lib.ztk_member_info.argtypes = [ctypes.c_char_p, ctypes.c_int32, ctypes.POINTER
                                  ctypes.POINTER(ctypes.c_int32)]
 _SINK = ctypes.CFUNCTYPE(None, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_void_p)
 _lib.ztk_set_message_sink.argtypes = [_SINK, ctypes.c_void_p]
+_TRACE = ctypes.CFUNCTYPE(None, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_double,
+                          ctypes.c_int64, ctypes.c_void_p)
+_lib.ztk_set_trace.argtypes = [_TRACE, ctypes.c_void_p]
 
 
 def _check(status):
@@ -330,6 +333,31 @@ def set_message_hook(hook):
 
     _hook = _SINK(sink)  # kept alive while installed
     _check(_lib.ztk_set_message_sink(_hook, None))
+
+
+_trace = None
+
+
+def set_trace(hook):
+    """hook(text, engine, bound, milliseconds, rows) receives every statement
+    the library runs, once it ended (rows is -1 when it failed); None ends
+    the trace."""
+    global _trace
+    if hook is None:
+        _check(_lib.ztk_set_trace(_TRACE(), None))
+        _trace = None
+        return
+
+    def sink(text, engine, bound, milliseconds, rows, _user):
+        try:
+            hook(text.decode("utf-8", "replace"), engine.decode("utf-8"), bool(bound),
+                 milliseconds, rows)
+        except Exception:  # a hook's failure must not fail the statement
+            pass
+
+    installed = _TRACE(sink)
+    _check(_lib.ztk_set_trace(installed, None))
+    _trace = installed  # kept alive while installed
 
 
 # The enumerations, as the C++ and automation hosts know them.

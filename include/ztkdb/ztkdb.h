@@ -81,6 +81,14 @@ typedef void (*ztk_message_sink)(const char* text, const char* title, int32_t cr
                                  void* user_data);
 ZTKDB_API int32_t ztk_set_message_sink(ztk_message_sink sink, void* user_data);
 
+/* Every statement the library runs goes to `sink` once it ended: its text
+ * as the server reads it, the engine, whether its values were bound (1)
+ * or the text sent (0), its duration and its row count (-1: it failed).
+ * Called in the thread that ran it; a null sink ends the trace. */
+typedef void (*ztk_trace_sink)(const char* text, const char* engine, int32_t bound,
+                               double milliseconds, int64_t rows, void* user_data);
+ZTKDB_API int32_t ztk_set_trace(ztk_trace_sink sink, void* user_data);
+
 /* True (1) when no object is alive. */
 ZTKDB_API int32_t ztk_can_unload(void);
 

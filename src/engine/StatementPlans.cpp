@@ -68,11 +68,20 @@ std::optional<Param> Match(const LiftedValue& v, const FillStep& step, int16_t k
   p.value.text.clear();
   if (v.kind == LiftedValue::kInteger && !IsDate(step) && step.kind != FillStep::kText &&
       step.kind != FillStep::kRaw && !IsFraction(step)) {
-    if (v.integer != Magnitude(step)) return std::nullopt;
-    p.conversion = Param::kInteger;
+    // Some readings take the sign into the literal, some leave it in the text.
+    const int64_t magnitude = Magnitude(step);
+    const bool negative = step.cls == FillStep::kNegative;
+    if (v.integer == magnitude) {
+      p.conversion = Param::kInteger;
+    } else if (negative && v.integer == -magnitude) {
+      p.conversion = Param::kNegatedInteger;
+    } else {
+      return std::nullopt;
+    }
     return p;
   }
-  if (v.kind == LiftedValue::kDecimal && IsFraction(step)) {
+  // SQLite binds a decimal as the text of its digits, which its marker casts.
+  if ((v.kind == LiftedValue::kDecimal || v.kind == LiftedValue::kText) && IsFraction(step)) {
     if (v.text != Digits(step)) return std::nullopt;
     p.conversion = Param::kDecimal;
     return p;
@@ -204,6 +213,9 @@ bool StatementPlans::Bind(const Statement& sql, LiftedStatement& out, bool& plai
         break;
       case Param::kInteger:
         v.integer = Magnitude(step);
+        break;
+      case Param::kNegatedInteger:
+        v.integer = -Magnitude(step);
         break;
       case Param::kDecimal:
         v.text = Digits(step);

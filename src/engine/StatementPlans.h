@@ -22,10 +22,20 @@ struct StatementPlan {
   std::shared_ptr<const std::string> shape;
   struct Param {
     // How the step's value becomes the bound value: its magnitude as an
-    // integer (the sign stays in the text), its digits as a decimal, its
+    // integer (the sign in the text, or negated where the reading takes
+    // it into the literal), its digits as a decimal, its
     // text (or a date's) with the template's characters around it, or a
     // date's parts.
-    enum Conversion : uint8_t { kConstant, kInteger, kDecimal, kText, kIsoText, kGermanText, kParts };
+    enum Conversion : uint8_t {
+      kConstant,
+      kInteger,
+      kNegatedInteger,  // the sign read into the literal
+      kDecimal,
+      kText,
+      kIsoText,
+      kGermanText,
+      kParts,
+    };
     Conversion conversion = kConstant;
     uint32_t step = 0;
     std::string prefix, suffix;

@@ -5,6 +5,7 @@
 
 #include "server/Classes.h"
 #include "ztkdb/MessageBox.h"
+#include "ztkdb/Trace.h"
 #include "ztkdb/ztkdb.h"
 
 using ZTkDb::Variant;
@@ -247,6 +248,15 @@ int32_t ztk_set_message_sink(ztk_message_sink sink, void* user_data) {
     if (!sink) return ZTkDb::SetMessageSink({});
     ZTkDb::SetMessageSink([sink, user_data](const ZTkDb::MessageBoxCall& box) {
       sink(box.text.c_str(), box.title.c_str(), box.critical ? 1 : 0, user_data);
+    });
+  });
+}
+
+int32_t ztk_set_trace(ztk_trace_sink sink, void* user_data) {
+  return Guarded([&] {
+    if (!sink) return ZTkDb::SetStatementTrace({});
+    ZTkDb::SetStatementTrace([sink, user_data](const ZTkDb::StatementTrace& t) {
+      sink(t.text.c_str(), t.engine.c_str(), t.bound ? 1 : 0, t.milliseconds, t.rows, user_data);
     });
   });
 }

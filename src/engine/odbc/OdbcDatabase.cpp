@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "engine/RowSet.h"
+#include "engine/Trace.h"
 #include "engine/odbc/OdbcError.h"
 #include "engine/odbc/OdbcFetch.h"
 #include "engine/odbc/OdbcPrepared.h"
@@ -260,14 +261,18 @@ std::string OdbcDatabase::Adapt(const std::string& sql, StatementFacts* facts) {
 int64_t OdbcDatabase::Execute(const Statement& sql) {
   bool plainQuery = false;
   if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Execute(sql.Render());
+  TraceScope trace(dbms_.c_str(), nullptr, &sql, true);
   if (StartsWithWord(bound_.Shape(), "SELECT")) {
     Raise(3065, kSource, "Cannot execute a select query.");
   }
   if (read_only_) RaiseReadOnly(kSource);
-  return OnLiveSession(false, [&] { return ExecuteLifted(bound_); });
+  const int64_t count = OnLiveSession(false, [&] { return ExecuteLifted(bound_); });
+  trace.Rows(count);
+  return count;
 }
 
 int64_t OdbcDatabase::Execute(const std::string& sql) {
+  TraceScope trace(dbms_.c_str(), &sql, nullptr, false);
   const std::string text = Adapt(sql);
   if (StartsWithWord(text, "SELECT")) {
     Raise(3065, kSource, "Cannot execute a select query.");
@@ -287,6 +292,7 @@ int64_t OdbcDatabase::Execute(const std::string& sql) {
     schema_.Clear();
     ForgetStatements();
   }
+  trace.Rows(count < 0 ? 0 : count);
   return count < 0 ? 0 : count;
 }
 
@@ -321,20 +327,29 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const Statement& sql, ResultSi
   if (chunked || !plans_ || !plans_->Bind(sql, bound_, plainQuery)) {
     return Query(sql.Render(), size);
   }
+  TraceScope trace(dbms_.c_str(), nullptr, &sql, true);
   if (read_only_ && !plainQuery) RaiseReadOnly(kSource);
-  return OnLiveSession(true, [&] { return QueryPrepared(bound_); });
+  auto rows = OnLiveSession(true, [&] { return QueryPrepared(bound_); });
+  trace.Rows(rows->RowCount());
+  return rows;
 }
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, ResultSize size) {
+  TraceScope trace(dbms_.c_str(), &sql, nullptr, false);
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
-  if (size == ResultSize::kMany && facts.plain_query) {
-    if (const auto cursor = dialect_->LargeResultCursor()) {
-      return OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
-    }
+  std::shared_ptr<const RowSet> rows;
+  const auto cursor = size == ResultSize::kMany && facts.plain_query
+                          ? dialect_->LargeResultCursor()
+                          : decltype(dialect_->LargeResultCursor()){};
+  if (cursor) {
+    rows = OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
+  } else {
+    rows = OnLiveSession(true, [&] { return RunQuery(text, facts.plain_query); });
   }
-  return OnLiveSession(true, [&] { return RunQuery(text, facts.plain_query); });
+  trace.Rows(rows->RowCount());
+  return rows;
 }
 
 std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text, bool plainQuery) {

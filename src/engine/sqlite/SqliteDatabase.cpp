@@ -14,6 +14,7 @@
 #include "engine/RowSet.h"
 #include "engine/SqlTokenizer.h"
 #include "engine/StatementCache.h"
+#include "engine/Trace.h"
 #include "engine/sqlite/SqliteCells.h"
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Numbers.h"
@@ -24,6 +25,7 @@ namespace ZTkDb::detail {
 namespace {
 
 constexpr const char* kSource = "ZTkDb.SQLite";
+constexpr const char* kEngine = "SQLite";
 
 struct StatementFinalizer {
   void operator()(sqlite3_stmt* s) const noexcept { sqlite3_finalize(s); }
@@ -371,6 +373,7 @@ void SqliteDatabase::RefuseIfMoved() {
 int64_t SqliteDatabase::Execute(const Statement& sql) {
   bool plainQuery = false;
   if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Execute(sql.Render());
+  TraceScope trace(kEngine, nullptr, &sql, true);
   sqlite3* db = Handle();
   Prepared& p = Bound(bound_);
   const ResetGuard reset{p.stmt.get()};
@@ -381,10 +384,12 @@ int64_t SqliteDatabase::Execute(const Statement& sql) {
   RefuseIfMoved();
   const int rc = sqlite3_step(p.stmt.get());
   if (rc != SQLITE_DONE && rc != SQLITE_ROW) RaiseSqlite(db, rc);
+  trace.Rows(sqlite3_changes64(db));
   return sqlite3_changes64(db);
 }
 
 int64_t SqliteDatabase::Execute(const std::string& sql) {
+  TraceScope trace(kEngine, &sql, nullptr, false);
   sqlite3* db = Handle();
   const std::string text = Adapt(sql);
   StmtHandle stmt = Prepare(db, text);
@@ -401,6 +406,7 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
     schema_.Clear();
     ForgetStatements();
   }
+  trace.Rows(sqlite3_changes64(db));
   return sqlite3_changes64(db);
 }
 
@@ -442,22 +448,28 @@ int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<s
 // A file's result is read row by row as it is stepped: there is no second
 // copy to bound, whatever its size.
 std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, ResultSize /*size*/) {
+  TraceScope trace(kEngine, &sql, nullptr, false);
   sqlite3* db = Handle();
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
   if (read_only_ && !facts.plain_query) RaiseReadOnly();
   Prepared once{Prepare(db, text)};
-  return ReadRows(once);
+  auto rows = ReadRows(once);
+  trace.Rows(rows->RowCount());
+  return rows;
 }
 
 std::shared_ptr<const RowSet> SqliteDatabase::Query(const Statement& sql, ResultSize size) {
   bool plainQuery = false;
   if (!plans_ || !plans_->Bind(sql, bound_, plainQuery)) return Query(sql.Render(), size);
+  TraceScope trace(kEngine, nullptr, &sql, true);
   Handle();
   if (read_only_ && !plainQuery) RaiseReadOnly();
   Prepared& p = Bound(bound_);
   const ResetGuard reset{p.stmt.get()};
-  return ReadRows(p);
+  auto rows = ReadRows(p);
+  trace.Rows(rows->RowCount());
+  return rows;
 }
 
 std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
