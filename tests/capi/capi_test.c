@@ -26,6 +26,23 @@ static void sink(const char* text, const char* title, int32_t critical, void* us
   snprintf(last_box, sizeof last_box, "%s", text);
 }
 
+struct traced {
+  int count, bound;
+  long long rows;
+  char text[256];
+};
+
+static void trace(const char* text, const char* engine, int32_t bound, double ms, int64_t rows,
+                  void* user) {
+  struct traced* t = (struct traced*)user;
+  (void)ms;
+  if (strcmp(engine, "SQLite") != 0) return;
+  ++t->count;
+  t->bound += bound;
+  t->rows = rows;
+  snprintf(t->text, sizeof t->text, "%s", text);
+}
+
 static ztk_value str(const char* s) {
   ztk_value v;
   v.type = ZTK_STRING;
@@ -133,8 +150,20 @@ int main(int argc, char** argv) {
   ztk_value open[4] = {str("capi"), str(db), flag(0), flag(0)};
   CHECK(ztk_call(tkdb, "OpenJetDb", 4, open, NULL) == 0);
 
+  struct traced traced = {0, 0, 0, ""};
+  CHECK(ztk_set_trace(trace, &traced) == 0);
   ztk_handle first = create_order("capi", 1, "Heizung");
+  CHECK(ztk_set_trace(NULL, NULL) == 0);
+  /* The create: an insert and its read back by UId, both bound. */
+  CHECK(traced.count == 2);
+  {
+    const char* cache = getenv("ZTKDB_STATEMENT_CACHE");
+    CHECK(traced.bound == (cache && strcmp(cache, "0") == 0 ? 0 : 2));
+  }
+  CHECK(traced.rows == 1);
+  CHECK(strncmp(traced.text, "SELECT T_Auftrag.*", 18) == 0);
   ztk_handle second = create_order("capi", 2, "Tür");
+  CHECK(traced.count == 2);
   const int32_t id = get_i32(first, "Id");
   CHECK(id > 0);
 

@@ -37,6 +37,27 @@ class Binding(unittest.TestCase):
         del self.db
         self.dir.cleanup()
 
+    def test_trace_shows_each_statement_and_how_it_ran(self):
+        seen = []
+        ztkdb.set_trace(lambda *t: seen.append(t))
+        try:
+            order = new_order("py", 1, "Tür 'klemmt'")
+            order.Ort = "Halle 7"
+            order.Update()
+        finally:
+            ztkdb.set_trace(None)
+        new_order("py", 2, "after")
+        texts = [t[0] for t in seen]
+        self.assertEqual(len(seen), 3, texts)
+        update = seen[2]
+        self.assertTrue(update[0].startswith("UPDATE T_Auftrag SET T_Auftrag.stUId = '"))
+        self.assertIn("T_Auftrag.stOrt='Halle 7'", update[0])
+        self.assertIn("'Tür ''klemmt'''", update[0])
+        self.assertEqual(update[1], "SQLite")
+        self.assertEqual(update[2], os.environ.get("ZTKDB_STATEMENT_CACHE") != "0")
+        self.assertGreaterEqual(update[3], 0.0)
+        self.assertEqual(update[4], 1)
+
     def test_create_read_update_with_conflict_and_list(self):
         first = new_order("py", 1, "Tür 'klemmt'")
         new_order("py", 2, "Heizung")
