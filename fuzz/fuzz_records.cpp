@@ -5,7 +5,6 @@
 // must find the same rows: a bound value has its literal's exact effect,
 // and no text in any slot runs a second statement.
 #include <fuzzer/FuzzedDataProvider.h>
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,10 +25,36 @@ using namespace ZTkDb;
 
 namespace {
 
-const char* const kPieces[] = {"'", "''", "\\", "#", "#stKST#", "#lId#", "#1.1.2000#", "?", ":a",
-                               "$1", "$$", "--", "/*", ";", "; DELETE FROM T_Leistung; --",
-                               "24.11.2026", "2026-11-24 10:00:00", "1.5", "-", "ä", "😀",
-                               "\xff", "\t", "\r\n", " ", "x", "0", "%", "_", "{fn now()}"};
+const char* const kPieces[] = {"'",
+                               "''",
+                               "\\",
+                               "#",
+                               "#stKST#",
+                               "#lId#",
+                               "#1.1.2000#",
+                               "?",
+                               ":a",
+                               "$1",
+                               "$$",
+                               "--",
+                               "/*",
+                               ";",
+                               "; DELETE FROM T_Leistung; --",
+                               "24.11.2026",
+                               "2026-11-24 10:00:00",
+                               "1.5",
+                               "-",
+                               "ä",
+                               "😀",
+                               "\xff",
+                               "\t",
+                               "\r\n",
+                               " ",
+                               "x",
+                               "0",
+                               "%",
+                               "_",
+                               "{fn now()}"};
 
 struct Databases {
   CTkDb bound, text;
@@ -52,18 +77,24 @@ struct Databases {
 std::string Text(FuzzedDataProvider& in) {
   std::string out;
   for (int n = in.ConsumeIntegralInRange(0, 4); n > 0; --n) {
-    if (in.ConsumeBool()) out += kPieces[in.ConsumeIntegralInRange<size_t>(0, std::size(kPieces) - 1)];
-    else out += in.ConsumeBytesAsString(in.ConsumeIntegralInRange(0, 6));
+    if (in.ConsumeBool())
+      out += kPieces[in.ConsumeIntegralInRange<size_t>(0, std::size(kPieces) - 1)];
+    else
+      out += in.ConsumeBytesAsString(in.ConsumeIntegralInRange(0, 6));
   }
   return out;
 }
 
 Date AnyDate(FuzzedDataProvider& in) {
   switch (in.ConsumeIntegralInRange(0, 3)) {
-    case 0: return Date(in.ConsumeFloatingPointInRange(-700000.0, 3000000.0));
-    case 1: return Date(static_cast<double>(in.ConsumeIntegralInRange(-657434, 2958465)));
-    case 2: return NoDate;
-    default: return Date(in.ConsumeFloatingPoint<double>());
+    case 0:
+      return Date(in.ConsumeFloatingPointInRange(-700000.0, 3000000.0));
+    case 1:
+      return Date(static_cast<double>(in.ConsumeIntegralInRange(-657434, 2958465)));
+    case 2:
+      return NoDate;
+    default:
+      return Date(in.ConsumeFloatingPoint<double>());
   }
 }
 
@@ -86,9 +117,17 @@ struct Values {
   Currency preis;
   bool fremd;
   explicit Values(FuzzedDataProvider& in)
-      : auftrag(in.ConsumeIntegral<int32_t>()), ansprech(in.ConsumeIntegral<int32_t>()),
-        datum(AnyDate(in)), zeit(Text(in)), bemerkung(Text(in)), kst(Text(in)), leistart(Text(in)),
-        stunden(AnyNumber(in)), weg(AnyNumber(in)), preis(AnyAmount(in)), fremd(in.ConsumeBool()) {}
+      : auftrag(in.ConsumeIntegral<int32_t>()),
+        ansprech(in.ConsumeIntegral<int32_t>()),
+        datum(AnyDate(in)),
+        zeit(Text(in)),
+        bemerkung(Text(in)),
+        kst(Text(in)),
+        leistart(Text(in)),
+        stunden(AnyNumber(in)),
+        weg(AnyNumber(in)),
+        preis(AnyAmount(in)),
+        fremd(in.ConsumeBool()) {}
   void Create(CLeistung& l) const {
     l.CreateNew1(auftrag, 17, datum, zeit, 3, stunden, preis, 1.0, weg, Currency::FromScaled(4500),
                  bemerkung, 9, "Lohn", ansprech, kst, "A", "B", leistart, "R", fremd);

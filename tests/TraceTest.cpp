@@ -63,9 +63,9 @@ TEST_P(Traced, EachStatementOnceWithItsTextAndHowItRan) {
   for (const auto& u : updates) {
     EXPECT_EQ(u.rows, 1);
     EXPECT_GE(u.milliseconds, 0);
-    EXPECT_EQ(u.engine, GetParam() == ztktest::Engine::kSqliteFile ? "SQLite"
+    EXPECT_EQ(u.engine, GetParam() == ztktest::Engine::kSqliteFile   ? "SQLite"
                         : GetParam() == ztktest::Engine::kSqliteOdbc ? "SQLite"
-                        : GetParam() == ztktest::Engine::kPostgres  ? "PostgreSQL"
+                        : GetParam() == ztktest::Engine::kPostgres   ? "PostgreSQL"
                                                                      : "MariaDB");
   }
   // Plain values are bound; a text another step or a reading could take
@@ -89,7 +89,8 @@ TEST_P(Traced, AFailedStatementIsTracedWithoutRowsAndTheSinkCanBeRemoved) {
   auto order = ztktest::CreateOrder("trc", {});
   seen.clear();
   // The prefix goes in unescaped: the server's reading refuses a second statement.
-  EXPECT_NE(ztktest::ErrorNumberOf([&] { order->ReadByNr(1, "x'; DELETE FROM T_Auftrag; --"); }), 0);
+  EXPECT_NE(ztktest::ErrorNumberOf([&] { order->ReadByNr(1, "x'; DELETE FROM T_Auftrag; --"); }),
+            0);
   ASSERT_EQ(seen.size(), 1u);
   EXPECT_EQ(seen[0].rows, -1);
   EXPECT_FALSE(seen[0].bound);

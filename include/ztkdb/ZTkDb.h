@@ -21,7 +21,7 @@
 #include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
 #include "ztkdb/RecordList.h"
-#include "ztkdb/Trace.h"
 #include "ztkdb/Recordset.h"
+#include "ztkdb/Trace.h"
 #include "ztkdb/Variant.h"
 #include "ztkdb/Workspace.h"

@@ -86,7 +86,8 @@ std::optional<Param> Match(const LiftedValue& v, const FillStep& step, int16_t k
     p.conversion = Param::kDecimal;
     return p;
   }
-  if (v.kind == LiftedValue::kText && (step.kind == FillStep::kText || step.kind == FillStep::kRaw)) {
+  if (v.kind == LiftedValue::kText &&
+      (step.kind == FillStep::kText || step.kind == FillStep::kRaw)) {
     if (!Around(v.text, step.text, p)) return std::nullopt;
     p.conversion = Param::kText;
     return p;

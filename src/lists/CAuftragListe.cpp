@@ -4,8 +4,8 @@
 
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
-#include "sql/Literals.h"
 #include "runtime/Raise.h"
+#include "sql/Literals.h"
 #include "sql/Statement.h"
 
 namespace ZTkDb {
@@ -170,7 +170,7 @@ struct DoneFilter {
 };
 
 Statement DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int32_t days,
-                          int16_t kind, const DoneFilter& filter) {
+                        int16_t kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
   if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
@@ -188,9 +188,7 @@ Statement DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, i
   }
   // Open orders carry NoDate as ErledigtDatum, so they always pass the cut.
   const Date back = Date::Today().AddDays(-days);
-  sql.FilterDate("#datBack#", back)
-      .Name("#DetailTabelle#", kLinkTable)
-      .Flag("#bErledigt#", bDone);
+  sql.FilterDate("#datBack#", back).Name("#DetailTabelle#", kLinkTable).Flag("#bErledigt#", bDone);
   if (filter.vorsatz) sql.Text("#stNrVorsatz#", *filter.vorsatz);
   if (filter.so_id) sql.Long("#lSoId#", *filter.so_id);
   if (filter.so_list) sql.Raw("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
@@ -270,11 +268,9 @@ void CAuftragListe::ReadAllWithAuftragstyp() {
 
 void CAuftragListe::ReadAllInZeitraum(Date datVon, Date datBis) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitraum", osUnsorted, [&](int16_t kind) {
-    return Fill(std::string(kJoin) + (kind == 1 ? kInZeitraumJet : kInZeitraumOther), kind, osUnsorted,
-                [&](Statement& sql) {
-                  sql.FilterDate("#datVon#", datVon)
-                      .FilterDate("#datBis#", datBis);
-                });
+    return Fill(
+        std::string(kJoin) + (kind == 1 ? kInZeitraumJet : kInZeitraumOther), kind, osUnsorted,
+        [&](Statement& sql) { sql.FilterDate("#datVon#", datVon).FilterDate("#datBis#", datBis); });
   });
 }
 
@@ -294,17 +290,15 @@ void CAuftragListe::ReadAllInZeitNoMsg(Date datVon, Date datBis) {
 
 void CAuftragListe::ReadByMsgId(int32_t lMsgId, OrderSortOrderConstants eSortOrder) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgId", eSortOrder, [&](int16_t kind) {
-    return Fill(ByOrder(eSortOrder, kByMsgId, kByMsgIdSorted), kind, eSortOrder, [&](Statement& sql) {
-      sql.Long("#lMeldungId#", lMsgId);
-    });
+    return Fill(ByOrder(eSortOrder, kByMsgId, kByMsgIdSorted), kind, eSortOrder,
+                [&](Statement& sql) { sql.Long("#lMeldungId#", lMsgId); });
   });
 }
 
 void CAuftragListe::ReadByMsgIdStatus(int32_t lMsgId, bool bErledigt) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgIdStatus", osUnsorted, [&](int16_t kind) {
     return Fill(std::string(kJoin) + kByMsgIdStatus, kind, osUnsorted, [&](Statement& sql) {
-      sql.Long("#lMeldungId#", lMsgId)
-          .Flag("#bErledigt#", bErledigt);
+      sql.Long("#lMeldungId#", lMsgId).Flag("#bErledigt#", bErledigt);
     });
   });
 }
@@ -319,18 +313,15 @@ void CAuftragListe::ReadByDone(bool bDone, OrderSortOrderConstants eSortOrder,
 void CAuftragListe::ReadWithMsgConn(bool bWithMsgConn, OrderSortOrderConstants eSortOrder) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadWithMsgConn", eSortOrder, [&](int16_t kind) {
     // With sort 0 the text has no #WHERE#: the flag then changes nothing.
-    return Fill(
-        ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), kind, eSortOrder,
-        [&](Statement& sql) { sql.Name("#WHERE#", bWithMsgConn ? "WHERE" : "WHERE Not"); });
+    return Fill(ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), kind, eSortOrder,
+                [&](Statement& sql) { sql.Name("#WHERE#", bWithMsgConn ? "WHERE" : "WHERE Not"); });
   });
 }
 
 void CAuftragListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObj", osUnsorted, [&](int16_t kind) {
-    return Fill(std::string(kJoin) + kByObj, kind, osUnsorted, [&](Statement& sql) {
-      sql.Long("#lObjId#", lObjId)
-          .Long("#byObjTyp#", eTyp);
-    });
+    return Fill(std::string(kJoin) + kByObj, kind, osUnsorted,
+                [&](Statement& sql) { sql.Long("#lObjId#", lObjId).Long("#byObjTyp#", eTyp); });
   });
 }
 
@@ -351,8 +342,7 @@ void CAuftragListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, OrderSortOrderCon
 
 void CAuftragListe::ReadAllBySo(int32_t lSoId) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllBySo", osUnsorted, [&](int16_t kind) {
-    return Fill(kAllBySo, kind, osUnsorted,
-                [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
+    return Fill(kAllBySo, kind, osUnsorted, [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
   });
 }
 
@@ -368,8 +358,7 @@ void CAuftragListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdL
 void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObjAndAufg", osUnsorted, [&](int16_t kind) {
     return Fill(kByObjAndAufg, kind, osUnsorted, [&](Statement& sql) {
-      sql.Long("#lObjektId#", lObjId)
-          .Long("#lTechObjTerminId#", lAufgId);
+      sql.Long("#lObjektId#", lObjId).Long("#lTechObjTerminId#", lAufgId);
     });
   });
 }

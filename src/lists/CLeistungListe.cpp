@@ -27,8 +27,10 @@ void CLeistungListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CLeistungListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# ORDER BY "
-          "#Tabelle#.lId", kind, kTable, "#lOrderId#", lOrderId);
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# ORDER BY "
+          "#Tabelle#.lId",
+          kind, kTable, "#lOrderId#", lOrderId);
     });
   });
 }

@@ -26,7 +26,8 @@ void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kind, kTable,
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kind, kTable,
           "#lOrderId#", lOrderId);
     });
   });
@@ -37,8 +38,10 @@ void CMaterialListe::ReadMaterialByOrderId(int32_t lOrderId) {
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
       // The constant 0 serves every kind.
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
-          "#Tabelle#.bFremdleistung = 0", kind, kTable, "#lOrderId#", lOrderId);
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+          "#Tabelle#.bFremdleistung = 0",
+          kind, kTable, "#lOrderId#", lOrderId);
     });
   });
 }
@@ -47,8 +50,10 @@ void CMaterialListe::ReadFremdByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadFremdByOrderId";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
-          "#Tabelle#.bFremdleistung = #TRUE#", kind, kTable, "#lOrderId#", lOrderId)
+      return detail::FillTableAndId(
+                 "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
+                 "#Tabelle#.bFremdleistung = #TRUE#",
+                 kind, kTable, "#lOrderId#", lOrderId)
           .Flag("#TRUE#", true);
     });
   });

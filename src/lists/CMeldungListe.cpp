@@ -2,8 +2,8 @@
 
 #include "lists/ListCursor.h"
 #include "runtime/Guard.h"
-#include "sql/Literals.h"
 #include "runtime/Raise.h"
+#include "sql/Literals.h"
 #include "sql/Statement.h"
 
 namespace ZTkDb {
@@ -147,7 +147,7 @@ struct DoneFilter {
 };
 
 Statement DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int32_t days,
-                          int16_t kind, const DoneFilter& filter) {
+                        int16_t kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
   if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
@@ -156,8 +156,7 @@ Statement DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, i
                                  jet ? texts.jet_sorted : texts.other_sorted);
   return Fill(text, kind, sortOrder, [&](Statement& sql) {
     // Open reports carry NoDate as ErledigtDatum, so they always pass the cut.
-    sql.Flag("#bErledigt#", bDone)
-        .FilterDate("#datBack#", Date::Today().AddDays(-days));
+    sql.Flag("#bErledigt#", bDone).FilterDate("#datBack#", Date::Today().AddDays(-days));
     if (filter.vorsatz) sql.Text("#stNrVorsatz#", *filter.vorsatz);
     if (filter.so_id) sql.Long("#lSoId#", *filter.so_id);
     if (filter.so_list) sql.Raw("#lSoIdListe#", detail::IdListLiteral(*filter.so_list));
@@ -216,10 +215,10 @@ void CMeldungListe::ReadAllInZeitraum(Date datVon, Date datBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraum";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kInZeitraumJet : kInZeitraumOther, kind, msUnsorted, [&](Statement& sql) {
-        sql.FilterDate("#datVon#", datVon)
-            .FilterDate("#datBis#", datBis);
-      });
+      return Fill(kind == 1 ? kInZeitraumJet : kInZeitraumOther, kind, msUnsorted,
+                  [&](Statement& sql) {
+                    sql.FilterDate("#datVon#", datVon).FilterDate("#datBis#", datBis);
+                  });
     });
   });
 }
@@ -230,8 +229,7 @@ void CMeldungListe::ReadAllInZeitAndOpen(Date datVon, Date datBis) {
     Cursor().Read(kMember, [&](int16_t kind) {
       return Fill(kind == 1 ? kInZeitAndOpenJet : kInZeitAndOpenOther, kind, msUnsorted,
                   [&](Statement& sql) {
-                    sql.FilterDate("#datBis#", datBis)
-                        .FilterDate("#datVon#", datVon);
+                    sql.FilterDate("#datBis#", datBis).FilterDate("#datVon#", datVon);
                   });
     });
   });
@@ -251,10 +249,8 @@ void CMeldungListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kByObj, kind, msUnsorted, [&](Statement& sql) {
-        sql.Long("#lObjId#", lObjId)
-            .Long("#byObjTyp#", eTyp);
-      });
+      return Fill(kByObj, kind, msUnsorted,
+                  [&](Statement& sql) { sql.Long("#lObjId#", lObjId).Long("#byObjTyp#", eTyp); });
     });
   });
 }
@@ -275,8 +271,7 @@ void CMeldungListe::ReadAllBySo(int32_t lSoId) {
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kAllBySo, kind, msUnsorted,
-                  [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
+      return Fill(kAllBySo, kind, msUnsorted, [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
     });
   });
 }
@@ -334,11 +329,10 @@ void CMeldungListe::ReadAllInZeitraumDatumZeit(Date dat, const std::string& time
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraumDatumZeit";
   detail::Guard(kMember, [&] {
     Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kDatumZeitJet : kDatumZeitOther, kind, msUnsorted, [&](Statement& sql) {
-        sql.FilterDate("#dat#", dat)
-            .Raw("#timeVon#", timeVon)
-            .Raw("#timeBis#", timeBis);
-      });
+      return Fill(
+          kind == 1 ? kDatumZeitJet : kDatumZeitOther, kind, msUnsorted, [&](Statement& sql) {
+            sql.FilterDate("#dat#", dat).Raw("#timeVon#", timeVon).Raw("#timeBis#", timeBis);
+          });
     });
   });
 }

@@ -16,22 +16,31 @@ CMsgOrderDokumentListe::CMsgOrderDokumentListe() : RecordList("CMsgOrderDokument
 void CMsgOrderDokumentListe::ReadAll() {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) { return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#;", kind, kTable); });
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#;", kind, kTable);
+    });
   });
 }
 
 void CMsgOrderDokumentListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) { return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lOrderId = #lOrderId#", kind, kTable, "#lOrderId#", lOrderId); });
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lOrderId = #lOrderId#", kind, kTable,
+          "#lOrderId#", lOrderId);
+    });
   });
 }
 
 void CMsgOrderDokumentListe::ReadByMsgId(int32_t lMsgId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByMsgId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) { return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lMsgId = #lMsgId#", kind, kTable,
-                     "#lMsgId#", lMsgId); });
+    Cursor().Read(kMember, [&](int16_t kind) {
+      return detail::FillTableAndId(
+          "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lMsgId = #lMsgId#", kind, kTable,
+          "#lMsgId#", lMsgId);
+    });
   });
 }
 

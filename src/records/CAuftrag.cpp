@@ -463,9 +463,8 @@ void CAuftrag::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
   detail::Guard(kMember, [&] {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
-    impl_->ReadBy(kMember, kSelectByNr, [&](Statement& sql) {
-      sql.Long("#lNr#", lNr).Raw("#stNrVorsatz#", stVorsatz);
-    });
+    impl_->ReadBy(kMember, kSelectByNr,
+                  [&](Statement& sql) { sql.Long("#lNr#", lNr).Raw("#stNrVorsatz#", stVorsatz); });
   });
 }
 

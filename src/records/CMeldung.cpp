@@ -305,9 +305,10 @@ void CMeldung::ReadByNr(int32_t lNr, const std::string& stVorsatz) {
     // The prefix goes in as given; the engine's one-statement rule is what
     // keeps a hostile prefix from running anything else.
     auto& record = impl_->record;
-    record.core.ReadBy(kMember, record.Finish(record.Begin(kMember, kSelectByNr)
-                                                  .Long("#lNr#", lNr)
-                                                  .Raw("#stNrVorsatz#", stVorsatz)));
+    record.core.ReadBy(
+        kMember,
+        record.Finish(
+            record.Begin(kMember, kSelectByNr).Long("#lNr#", lNr).Raw("#stNrVorsatz#", stVorsatz)));
   });
 }
 
@@ -324,7 +325,8 @@ int32_t CMeldung::GetLastNrVorsatz(const std::string& stNrVorsatz) {
   return detail::Guard(kMember, [&] {
     auto& record = impl_->record;
     return record.LastNumber(
-        kMember, record.Finish(record.Begin(kMember, kLastNrVorsatz).Raw("#stNrVorsatz#", stNrVorsatz)));
+        kMember,
+        record.Finish(record.Begin(kMember, kLastNrVorsatz).Raw("#stNrVorsatz#", stNrVorsatz)));
   });
 }
 

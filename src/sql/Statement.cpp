@@ -78,7 +78,8 @@ FillStep::Class NumberClass(std::string_view text) {
     return FillStep::kShapeOnly;
   }
   if (point == std::string_view::npos) {
-    if (whole.size() > 10 || std::stoll(std::string(whole)) > kInt32Max) return FillStep::kShapeOnly;
+    if (whole.size() > 10 || std::stoll(std::string(whole)) > kInt32Max)
+      return FillStep::kShapeOnly;
     return negative ? FillStep::kNegative : FillStep::kPlain;
   }
   const std::string_view fraction = text.substr(point + 1);
@@ -130,8 +131,10 @@ Statement& Statement::Raw(Placeholder p, std::string_view text) {
 Statement& Statement::Text(Placeholder p, std::string_view value) {
   FillStep& step = Add(p, FillStep::kText);
   step.text.assign(value);
-  if (TextBindable(value)) step.cls = FillStep::kPlain;
-  else bindable_ = false;
+  if (TextBindable(value))
+    step.cls = FillStep::kPlain;
+  else
+    bindable_ = false;
   return *this;
 }
 

@@ -25,7 +25,8 @@ class Placeholder {
     if (p.size() < 3 || p.front() != '#' || p.back() != '#') return false;
     for (size_t i = 1; i + 1 < p.size(); ++i) {
       const char c = p[i];
-      if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_')) {
+      if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+            c == '_')) {
         return false;
       }
     }
@@ -51,12 +52,12 @@ struct FillStep {
   // class reads as the same tokens, with only the literal's digits or
   // characters differing (see Statement::Class).
   enum Class : uint8_t {
-    kShapeOnly,   // names, and any value whose literal can read otherwise
-    kPlain,       // digits; a string without quote-sensitive content
-    kNegative,    // '-' then digits
-    kFraction,    // digits '.' digits
+    kShapeOnly,  // names, and any value whose literal can read otherwise
+    kPlain,      // digits; a string without quote-sensitive content
+    kNegative,   // '-' then digits
+    kFraction,   // digits '.' digits
     kNegativeFraction,
-    kDateOnly,    // a date at midnight, written without its time
+    kDateOnly,  // a date at midnight, written without its time
     kDateTime,
   };
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "engine/Database.h"
-#include "engine/RowSet.h"
 #include "engine/LiteralLifting.h"
+#include "engine/RowSet.h"
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 #include "engine/StatementPlans.h"

@@ -1,10 +1,9 @@
 #include "engine/sqlite/SqliteDatabase.h"
 
 #include <sqlite3.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <strings.h>
 
 #include <cctype>
 #include <cstdio>
@@ -15,8 +14,8 @@
 #include "engine/SqlTokenizer.h"
 #include "engine/StatementCache.h"
 #include "engine/Trace.h"
-#include "engine/sqlite/SqliteCells.h"
 #include "engine/dialect/ServerDialect.h"
+#include "engine/sqlite/SqliteCells.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
 #include "runtime/Storable.h"
@@ -494,8 +493,8 @@ std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
 
 std::string SqliteDatabase::FindTable(const std::string& name) {
   StmtHandle stmt = Prepare(Handle(),
-                           "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND "
-                           "name = ?1 COLLATE NOCASE");
+                            "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND "
+                            "name = ?1 COLLATE NOCASE");
   sqlite3_bind_text(stmt.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
   if (sqlite3_step(stmt.get()) != SQLITE_ROW) return {};
   return std::string(ColumnText(stmt.get(), 0));
@@ -534,8 +533,8 @@ void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column
 std::vector<std::string> SqliteDatabase::TableNames() {
   std::vector<std::string> out;
   StmtHandle stmt = Prepare(Handle(),
-                           "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE "
-                           "'sqlite%' ORDER BY name");
+                            "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE "
+                            "'sqlite%' ORDER BY name");
   while (sqlite3_step(stmt.get()) == SQLITE_ROW) out.emplace_back(ColumnText(stmt.get(), 0));
   return out;
 }

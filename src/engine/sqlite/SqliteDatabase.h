@@ -8,9 +8,9 @@
 #include "engine/Database.h"
 #include "engine/LiteralLifting.h"
 #include "engine/SchemaCache.h"
-#include "runtime/Storable.h"
 #include "engine/StatementAdapter.h"
 #include "engine/StatementPlans.h"
+#include "runtime/Storable.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
