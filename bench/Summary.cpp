@@ -127,11 +127,13 @@ bool Summary(const std::vector<int32_t>& sizes) {
     const char* peer;
     double target;  // ZTkDb against raw prepared
   };
+  // Within 1.05 of the engine's limit everywhere, and on PostgreSQL's walk
+  // ahead of it: blocks of rows against the raw path's cell-by-cell reads.
   const Line lines[] = {
-      {"Walk", "sqlite", "sqlitecpp", 1.15},     {"Create", "sqlite", "sqlitecpp", 1.15},
-      {"ReadById", "sqlite", "sqlitecpp", 1.3},  {"Update", "sqlite", "sqlitecpp", 1.2},
-      {"Walk", "postgres", "soci", 0.9},         {"Create", "postgres", "soci", 1.3},
-      {"ReadById", "postgres", "soci", 1.3},
+      {"Walk", "sqlite", "sqlitecpp", 1.05},     {"Create", "sqlite", "sqlitecpp", 1.05},
+      {"ReadById", "sqlite", "sqlitecpp", 1.05}, {"Update", "sqlite", "sqlitecpp", 1.05},
+      {"Walk", "postgres", "soci", 0.9},         {"Create", "postgres", "soci", 1.05},
+      {"ReadById", "postgres", "soci", 1.05},
   };
   bool allMet = true;
   std::printf("\n%-9s %-9s %7s %10s %10s %10s %10s %8s %7s %9s\n", "operation", "engine", "rows",

@@ -93,8 +93,6 @@ bool DecimalRoom::Holds(std::string_view decimal) const {
          whole + static_cast<size_t>(scale) <= static_cast<size_t>(precision);
 }
 
-namespace {
-
 bool ParseTimestamp(const std::string& t, LiftedValue& v) {
   int parts[6];
   if (!SplitIsoTimestamp(t, parts)) return false;
@@ -107,6 +105,8 @@ bool ParseTimestamp(const std::string& t, LiftedValue& v) {
   v.second = static_cast<uint16_t>(parts[5]);
   return true;
 }
+
+namespace {
 
 class Lifter {
  public:

@@ -104,6 +104,9 @@ bool IsPlainDecimal(std::string_view text);
 // larger integers stay in the text.
 bool ParseBindableInteger(std::string_view text, int64_t& out);
 
+// 'YYYY-MM-DD HH:MM:SS' into `v` as a timestamp; false for any other text.
+bool ParseTimestamp(const std::string& text, LiftedValue& v);
+
 // The shape and values of a SELECT, INSERT, UPDATE or DELETE given as the
 // tokens of `sql`; nothing for other statements (DDL, transaction control).
 // A statement with no literal to lift has itself as its shape.

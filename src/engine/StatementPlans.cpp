@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <optional>
 
-#include "runtime/Numbers.h"
 #include "ztkdb/Error.h"
 
 namespace ZTkDb::detail {
@@ -95,21 +94,10 @@ std::optional<Param> Match(const LiftedValue& v, const FillStep& step, int16_t k
   if (!IsDate(step)) return std::nullopt;
   const Date date = LiteralDate(step, kind);
   if (v.kind == LiftedValue::kTimestamp) {
-    const LiftedValue parts = [&] {
-      LiftedValue out;
-      int d[6];
-      if (SplitIsoTimestamp(date.IsoText(), d)) {
-        out.year = static_cast<int16_t>(d[0]);
-        out.month = static_cast<uint16_t>(d[1]);
-        out.day = static_cast<uint16_t>(d[2]);
-        out.hour = static_cast<uint16_t>(d[3]);
-        out.minute = static_cast<uint16_t>(d[4]);
-        out.second = static_cast<uint16_t>(d[5]);
-      }
-      return out;
-    }();
-    if (v.year != parts.year || v.month != parts.month || v.day != parts.day ||
-        v.hour != parts.hour || v.minute != parts.minute || v.second != parts.second) {
+    LiftedValue parts;
+    if (!ParseTimestamp(date.IsoText(), parts) || v.year != parts.year ||
+        v.month != parts.month || v.day != parts.day || v.hour != parts.hour ||
+        v.minute != parts.minute || v.second != parts.second) {
       return std::nullopt;
     }
     p.conversion = Param::kParts;
@@ -231,17 +219,9 @@ bool StatementPlans::Bind(const Statement& sql, LiftedStatement& out, bool& plai
       case Param::kGermanText:
         v.text.assign(p.prefix).append(GermanText(step, sql.Kind())).append(p.suffix);
         break;
-      case Param::kParts: {
-        int d[6];
-        if (!SplitIsoTimestamp(LiteralDate(step, sql.Kind()).IsoText(), d)) return false;
-        v.year = static_cast<int16_t>(d[0]);
-        v.month = static_cast<uint16_t>(d[1]);
-        v.day = static_cast<uint16_t>(d[2]);
-        v.hour = static_cast<uint16_t>(d[3]);
-        v.minute = static_cast<uint16_t>(d[4]);
-        v.second = static_cast<uint16_t>(d[5]);
+      case Param::kParts:
+        if (!ParseTimestamp(LiteralDate(step, sql.Kind()).IsoText(), v)) return false;
         break;
-      }
     }
   }
   plainQuery = plan->plain_query;

@@ -105,7 +105,8 @@ Statement Statement::Text(std::string text) {
 }
 
 FillStep& Statement::Add(Placeholder p, FillStep::Kind kind) {
-  if (steps_.empty()) steps_.reserve(48);  // an update's forty-odd values, in one block
+  // A read fills three or four steps, an update some forty.
+  if (steps_.empty()) steps_.reserve(8);
   FillStep& step = steps_.emplace_back();
   step.placeholder = p.Text();
   step.kind = kind;
