@@ -335,17 +335,15 @@ def set_message_hook(hook):
     _check(_lib.ztk_set_message_sink(_hook, None))
 
 
-_trace = None
+_traces = []
 
 
 def set_trace(hook):
     """hook(text, engine, bound, milliseconds, rows) receives every statement
     the library runs, once it ended (rows is -1 when it failed); None ends
     the trace."""
-    global _trace
     if hook is None:
         _check(_lib.ztk_set_trace(_TRACE(), None))
-        _trace = None
         return
 
     def sink(text, engine, bound, milliseconds, rows, _user):
@@ -356,8 +354,10 @@ def set_trace(hook):
             pass
 
     installed = _TRACE(sink)
+    # Kept for the life of the module: a statement ending in another thread
+    # may still reach a hook that was just replaced.
+    _traces.append(installed)
     _check(_lib.ztk_set_trace(installed, None))
-    _trace = installed  # kept alive while installed
 
 
 # The enumerations, as the C++ and automation hosts know them.

@@ -134,6 +134,21 @@ TEST(IntegrityFile, MoneyTheEmbeddedEngineCannotGiveBackIsRefusedBeforeTheInsert
   EXPECT_EQ(order->Kosten().Scaled(), 1250000);
 }
 
+// A text that would take the statement past 16 MB is refused alike whether
+// the statement would have been bound or sent as text.
+TEST(IntegrityFile, ARecordTextPastTheStatementLimitIsRefusedOnEitherPath) {
+  ztktest::EngineDb db(Engine::kSqliteFile);
+  CTkDb tkdb;
+  ZTKTEST_OPEN_ENGINE(db, tkdb, "gross");
+  auto order = ztktest::CreateOrder("gross", {});
+  order->Bemerkung(std::string(8 << 20, 'x'));
+  order->Update();
+  order->Bemerkung(std::string((16 << 20) + 1, 'y'));
+  EXPECT_EQ(ErrorNumberOf([&] { order->Update(); }), 7);
+  order->ReadById(order->Id());
+  EXPECT_EQ(order->Bemerkung(), std::string(8 << 20, 'x'));
+}
+
 // Texts holding placeholder names fill later steps with themselves: the
 // statement would double with every step. It stops at 16 MB with error 7.
 TEST(IntegrityTemplate, FillingStopsAtItsLimitWithOutOfMemory) {

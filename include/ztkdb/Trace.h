@@ -28,7 +28,9 @@ using TraceSink = std::function<void(const StatementTrace&)>;
 // statement to stderr and ZTKDB_TRACE=<file> appends them to that file.
 // Tracing costs nothing while it is off; while it is on, each statement is
 // rendered as text once more for the trace. The sink is called in the
-// thread that ran the statement, and must not run statements itself.
+// thread that ran the statement, and must not run statements itself. A
+// statement that ended in another thread while the sink was replaced may
+// still reach the old one after SetStatementTrace returns.
 ZTKDB_API void SetStatementTrace(TraceSink sink);
 
 }  // namespace ZTkDb

@@ -84,7 +84,9 @@ ZTKDB_API int32_t ztk_set_message_sink(ztk_message_sink sink, void* user_data);
 /* Every statement the library runs goes to `sink` once it ended: its text
  * as the server reads it, the engine, whether its values were bound (1)
  * or the text sent (0), its duration and its row count (-1: it failed).
- * Called in the thread that ran it; a null sink ends the trace. */
+ * Called in the thread that ran it; a null sink ends the trace. A statement
+ * ending in another thread meanwhile may still reach the old sink, so keep
+ * it and its user_data valid while other threads run statements. */
 typedef void (*ztk_trace_sink)(const char* text, const char* engine, int32_t bound,
                                double milliseconds, int64_t rows, void* user_data);
 ZTKDB_API int32_t ztk_set_trace(ztk_trace_sink sink, void* user_data);

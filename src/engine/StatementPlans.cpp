@@ -171,6 +171,10 @@ StatementPlan StatementPlans::Learn(const Statement& sql) const {
     if (!found) return plan;
     plan.params.push_back(std::move(*found));
   }
+  plan.uses.assign(steps.size(), 0);
+  for (const Param& p : plan.params) {
+    if (p.conversion != Param::kConstant) ++plan.uses[p.step];
+  }
   plan.bound = true;
   plan.plain_query = fa.plain_query;
   plan.shape = std::make_shared<const std::string>(fa.lifted->Shape());
@@ -185,6 +189,14 @@ bool StatementPlans::Bind(const Statement& sql, LiftedStatement& out, bool& plai
   if (!plan) plan = &plans_.Insert(key_, Learn(sql));
   if (!plan->bound) return false;
   const std::vector<FillStep>& steps = sql.Steps();
+  // A text near the limit a filled statement may reach goes the text path,
+  // which raises 7 exactly where the text would pass it. The bound: the
+  // template's names many times over, each text doubled by its quotes.
+  size_t most = sql.Template().size() * 8;
+  for (size_t i = 0; i < steps.size(); ++i) {
+    most += plan->uses[i] * (2 * steps[i].text.size() + 32);
+  }
+  if (most > Statement::kMaxText) return false;
   out.shape.clear();
   out.shared_shape = plan->shape;
   out.values.resize(plan->params.size());
@@ -212,6 +224,10 @@ bool StatementPlans::Bind(const Statement& sql, LiftedStatement& out, bool& plai
         break;
       case Param::kText:
         v.text.assign(p.prefix).append(step.text).append(p.suffix);
+        // The template's characters around the value may make a date of it.
+        if ((!p.prefix.empty() || !p.suffix.empty()) && !Statement::TextBindable(v.text)) {
+          return false;
+        }
         break;
       case Param::kIsoText:
         v.text.assign(p.prefix).append(LiteralDate(step, sql.Kind()).IsoText()).append(p.suffix);

@@ -42,6 +42,8 @@ struct StatementPlan {
     LiftedValue value;  // the bound kind; for kConstant the whole value, for kDecimal its room
   };
   std::vector<Param> params;
+  // Per step, how many markers its value fills.
+  std::vector<uint32_t> uses;
 };
 
 // The plans of one connection, by statement key (Statement::AppendKey).

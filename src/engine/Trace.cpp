@@ -59,22 +59,21 @@ void SetStatementTrace(TraceSink sink) {
 
 namespace detail {
 
-bool TraceOn() noexcept { return Slot().on.load(std::memory_order_relaxed); }
+bool TraceOn() { return Slot().on.load(std::memory_order_relaxed); }
 
 void EmitTrace(StatementTrace&& trace) noexcept {
-  TraceSlot& slot = Slot();
-  std::shared_ptr<const TraceSink> sink;
-  {
-    const std::lock_guard lock(slot.mutex);
-    sink = slot.sink;
-    if (!sink && slot.file) WriteLine(slot.file, trace);
-  }
-  if (!sink) return;
+  // Neither a host's sink that throws nor a trace that finds no memory may
+  // turn a statement that ran into one that failed.
   try {
-    (*sink)(trace);
+    TraceSlot& slot = Slot();
+    std::shared_ptr<const TraceSink> sink;
+    {
+      const std::lock_guard lock(slot.mutex);
+      sink = slot.sink;
+      if (!sink && slot.file) WriteLine(slot.file, trace);
+    }
+    if (sink) (*sink)(trace);
   } catch (...) {
-    // A host's sink that throws must not turn a statement that ran into
-    // one that failed.
   }
 }
 

@@ -12,7 +12,7 @@
 namespace ZTkDb::detail {
 
 // Whether anything traces statements: a host's sink or ZTKDB_TRACE.
-bool TraceOn() noexcept;
+bool TraceOn();
 void EmitTrace(StatementTrace&& trace) noexcept;
 
 // Traces one statement when it ends, ran or failed. The text is made only

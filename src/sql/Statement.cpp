@@ -56,17 +56,6 @@ bool IsInert(std::string_view text) {
   return true;
 }
 
-// Whether a text value can be bound for its escaped literal: its quotes
-// are doubled and read back, but a '#' might be found by a later step, a
-// backslash is read by some servers' other string forms, a '?' by some
-// drivers, a NUL ends some texts early, and dd.mm.yyyy in a date column's
-// place is rewritten as a date.
-bool TextBindable(std::string_view text) {
-  if (text.find_first_of(std::string_view("#\\?\0", 4)) != std::string_view::npos) return false;
-  const size_t dot = text.find('.');
-  return dot == std::string_view::npos || dot == 0 || dot > 2;
-}
-
 // The class of a number's plain text ("12", "-12", "1.5", "-1.5"), or
 // kShapeOnly for anything else (an exponent, an integer past 32 bits).
 FillStep::Class NumberClass(std::string_view text) {
@@ -96,6 +85,16 @@ FillStep::Class IntegerClass(int64_t value) {
 
 }  // namespace
 
+// Its quotes are doubled and read back, but a '#' might be found by a later
+// step, a backslash is read by some servers' other string forms, a '?' by
+// some drivers, a NUL ends some texts early, and dd.mm.yyyy in a date
+// column's place is rewritten as a date.
+bool Statement::TextBindable(std::string_view text) {
+  if (text.find_first_of(std::string_view("#\\?\0", 4)) != std::string_view::npos) return false;
+  const size_t dot = text.find('.');
+  return dot == std::string_view::npos || dot == 0 || dot > 2;
+}
+
 Statement Statement::Text(std::string text) {
   Statement s;
   s.owned_ = std::move(text);
@@ -124,8 +123,10 @@ Statement& Statement::Raw(Placeholder p, std::string_view text) {
   step.text.assign(text);
   // An inert text reads as its characters wherever it stands and is a
   // value; any other is part of the statement's shape.
-  step.cls = IsInert(text) ? FillStep::kPlain : FillStep::kShapeOnly;
-  if (text.find('#') != std::string_view::npos) bindable_ = false;
+  // Any other goes as text: it could change the statement's shape, and a
+  // plan learnt for each such text would only crowd out the others.
+  if (IsInert(text)) step.cls = FillStep::kPlain;
+  else bindable_ = false;
   return *this;
 }
 
@@ -222,7 +223,7 @@ std::string Statement::LiteralOf(const FillStep& step) const {
   return {};
 }
 
-std::string Statement::Render() const { return RenderWith(steps_); }
+std::string Statement::Render() const { return host_text_ ? owned_ : RenderWith(steps_); }
 
 std::string Statement::RenderWith(const std::vector<FillStep>& values) const {
   std::string text(Template());

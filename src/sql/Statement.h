@@ -85,7 +85,9 @@ struct FillStep {
 // before any statement exists.
 class Statement {
  public:
-  // A template that is a constant of the program: known by its address.
+  // A template that is a constant of the program, alive as long as it: it
+  // is known by its address (two texts at one address would share what an
+  // engine learnt of the first).
   Statement(const char* constant, int16_t kind) : constant_(constant), kind_(kind) {}
   // A template put together at run time (a list's join and its tail).
   Statement(std::string text, int16_t kind) : owned_(std::move(text)), kind_(kind) {}
@@ -93,7 +95,9 @@ class Statement {
   static Statement Text(std::string text);
 
   Statement& Name(Placeholder p, std::string_view text);
-  // A caller's text, unescaped: it may change the statement's shape.
+  // A caller's text, unescaped. Unless it is inert (letters, digits, '_',
+  // '-', ':', blanks) it may change the statement's shape, which then goes
+  // as text.
   Statement& Raw(Placeholder p, std::string_view text);
   Statement& Text(Placeholder p, std::string_view value);
   Statement& Long(Placeholder p, int64_t value);
@@ -111,7 +115,7 @@ class Statement {
   std::string_view Template() const { return constant_ ? std::string_view(constant_) : owned_; }
 
   // The filled text, byte for byte what the server gets as text. Raises 7
-  // when it would grow past kMaxText.
+  // when it would grow past kMaxText. A host's text comes back as it is.
   std::string Render() const;
   // The same with each value's literal made from `values` in its place
   // (one per step, in order; steps that are no values are taken as they
@@ -126,6 +130,9 @@ class Statement {
   // Whether every value may stand for its literal: none holds '#' (a later
   // step might find a placeholder in it) nor reads otherwise (kShapeOnly).
   bool Bindable() const { return bindable_; }
+
+  // Whether a text in a quoted slot can be bound for its escaped literal.
+  static bool TextBindable(std::string_view text);
 
   // The literal a step puts into the text.
   std::string LiteralOf(const FillStep& step) const;
