@@ -6,6 +6,12 @@
 # runtime (libztkdb0), dev (libztkdb-dev), tool (ztk), python (python3-ztkdb).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+
+# Who answers for the packages, in one place (the control files, the
+# changelog): a distributor sets their own.
+set(ZTKDB_MAINTAINER "ZTkDb maintainers <maintainers@ztkdb.invalid>" CACHE STRING
+    "Maintainer of the Debian packages (Name <address>)")
+set(ZTKDB_HOMEPAGE "https://ztkdb.invalid/" CACHE STRING "Homepage of the packages")
 install(TARGETS ztkdb ztkdb_static EXPORT ZTkDbTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev
@@ -20,29 +26,47 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/ZTkDbConfigVersion.
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZTkDbConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/ZTkDbConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZTkDb COMPONENT dev)
+# The prefix as seen from the pkg-config folder, however deep the libdir is
+# (lib, lib64, lib/x86_64-linux-gnu), so that an unpacked tree works anywhere.
+file(RELATIVE_PATH ZTKDB_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" ZTKDB_PC_TO_PREFIX "${ZTKDB_PC_TO_PREFIX}")
 configure_file(cmake/ztkdb.pc.in ${CMAKE_CURRENT_BINARY_DIR}/ztkdb.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztkdb.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT dev)
 
 # ztk links the library statically: it needs no search path at run time.
 install(TARGETS ztk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
-add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/ztk.1 ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
+add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/ztk.1.gz ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
   COMMAND ztk man > ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
+  COMMAND gzip -9nf ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
   COMMAND ztk completion > ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
   DEPENDS ztk COMMENT "Writing the manual page and the bash completion of ztk")
-add_custom_target(ztk_docs ALL DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
+add_custom_target(ztk_docs ALL DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/ztk.1.gz
                                        ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztk.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
   COMPONENT tool)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME ztk COMPONENT tool)
 install(FILES schema/sqlite.sql schema/postgresql.sql schema/mariadb.sql
   DESTINATION ${CMAKE_INSTALL_DATADIR}/ztkdb/schema COMPONENT tool)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tool)
 
-# The Python module: beside the installed tree, and where the system's
-# python3 finds it.
-install(FILES python/ztkdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/ztkdb/python COMPONENT python)
+# Each package's copyright and changelog, where Debian looks for them.
+configure_file(packaging/changelog.in ${CMAKE_CURRENT_BINARY_DIR}/changelog @ONLY)
+add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
+  COMMAND gzip -9nc ${CMAKE_CURRENT_BINARY_DIR}/changelog > ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
+  DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/changelog)
+add_custom_target(ztkdb_changelog ALL DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
+foreach(pair runtime:libztkdb0 dev:libztkdb-dev tool:ztk python:python3-ztkdb)
+  string(REPLACE ":" ";" pair ${pair})
+  list(GET pair 0 component)
+  list(GET pair 1 package)
+  install(FILES packaging/copyright ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
+endforeach()
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ztk COMPONENT tool)
+
+# The Python module where the system's python3 finds it; a tree installed
+# elsewhere puts that folder on PYTHONPATH.
 install(FILES python/ztkdb.py python/ztkdb.pyi DESTINATION lib/python3/dist-packages
   COMPONENT python)
 

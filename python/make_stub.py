@@ -28,15 +28,25 @@ def members(class_name):
 
 def stub():
     lines = ['"""Type information of ztkdb, written by make_stub.py from the library."""',
-             "import datetime", "from typing import Any, Iterator", "",
-             "class Error(Exception):", "    number: int", "    source: str",
-             "    description: str", "", "class MemberError(Error, AttributeError): ...", "",
+             "import datetime", "from typing import Any, Callable, Iterator, NamedTuple, Optional",
+             "", "class Error(Exception):", "    number: int", "    source: str",
+             "    description: str",
+             "    def __init__(self, number: int, source: str, description: str) -> None: ...",
+             "", "class MemberError(Error, AttributeError): ...",
+             "class TypeMismatchError(Error, TypeError): ...", "",
+             "class ConflictError(Error):", "    member: str", "    text: str", "",
+             "class MessageBox(NamedTuple):", "    text: str", "    title: str",
+             "    critical: bool", "    member: str", "    number: int", "",
              "Null: Any", "NoDate: datetime.datetime", "",
              "def classes() -> list[str]: ...",
-             "def set_message_hook(hook: Any) -> None: ...",
-             "def set_trace(hook: Any) -> None: ...", ""]
+             "def set_message_hook(hook: Optional[Callable[[MessageBox], None]]) -> None: ...",
+             "def raise_conflicts(enabled: bool = ...) -> None: ...",
+             "def set_trace(hook: Optional[Callable[[str, str, bool, float, int], None]]) -> None: ...",
+             "", "class Object:", "    def close(self) -> None: ...",
+             "    def __enter__(self: Any) -> Any: ...",
+             "    def __exit__(self, *exc: Any) -> bool: ...", ""]
     for class_name in ztkdb.classes():
-        lines.append("class %s:" % class_name)
+        lines.append("class %s(Object):" % class_name)
         body = []
         for name, kinds in sorted(members(class_name).items()):
             if 3 in kinds or (1 in kinds and kinds[1][1] > 0):

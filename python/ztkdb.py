@@ -17,16 +17,21 @@ is None; Null is ``ztkdb.Null``. Dates are ``datetime.datetime`` (no date:
 31.12.9999), currency is ``decimal.Decimal``. Failures raise ``ztkdb.Error``
 with the number, source and description the library gives.
 
-The library is found through ZTKDB_LIBRARY, beside this file (../../../lib
-of an installed tree), or by the system's loader (libztkdb.so.0).
+The library is found through ZTKDB_LIBRARY, beside this file (a wheel), in
+the tree the module is installed in (<prefix>/lib and its multiarch folder),
+or by the system's loader (libztkdb.so.0).
 """
 
 import ctypes
 import datetime
 import decimal
+import glob
 import os
+import sys
+import threading
 
-__all__ = ["Error", "MemberError", "Null", "set_message_hook", "classes"]
+__all__ = ["Error", "MemberError", "TypeMismatchError", "ConflictError", "MessageBox", "Null",
+           "NoDate", "set_message_hook", "raise_conflicts", "set_trace", "classes"]
 
 _ZTK_EMPTY, _ZTK_NULL, _ZTK_INT16, _ZTK_INT32 = 0, 1, 2, 3
 _ZTK_DOUBLE, _ZTK_CURRENCY, _ZTK_DATE, _ZTK_STRING = 5, 6, 7, 8
@@ -62,6 +67,11 @@ class MemberError(Error, AttributeError):
     AttributeError, so that hasattr() and getattr() with a default work."""
 
 
+class TypeMismatchError(Error, TypeError):
+    """A value that does not convert to the member's type (the library's
+    error 13), naming the class and member: also a TypeError."""
+
+
 class _NullType:
     def __repr__(self):
         return "ztkdb.Null"
@@ -75,10 +85,18 @@ def _load():
     if os.environ.get("ZTKDB_LIBRARY"):
         candidates.append(os.environ["ZTKDB_LIBRARY"])
     here = os.path.dirname(os.path.abspath(__file__))
-    candidates.append(os.path.join(here, "..", "..", "..", "lib", "libztkdb.so.0"))
+    # Beside the module (a wheel), then the tree it is installed in:
+    # <prefix>/lib/python3/dist-packages -> <prefix>/lib and its multiarch
+    # folder (lib/x86_64-linux-gnu); last the system's loader.
+    candidates.append(os.path.join(here, "libztkdb.so.0"))
+    lib = os.path.normpath(os.path.join(here, "..", ".."))
+    candidates.append(os.path.join(lib, "libztkdb.so.0"))
+    candidates.extend(sorted(glob.glob(os.path.join(lib, "*-linux-*", "libztkdb.so.0"))))
     candidates.append("libztkdb.so.0")
     last = None
     for path in candidates:
+        if os.path.sep in path and not os.path.exists(path):
+            continue
         try:
             return ctypes.CDLL(path)
         except OSError as e:
@@ -104,8 +122,13 @@ _lib.ztk_member_count.argtypes = [ctypes.c_char_p]
 _lib.ztk_member_info.argtypes = [ctypes.c_char_p, ctypes.c_int32, ctypes.POINTER(ctypes.c_char_p),
                                  ctypes.POINTER(ctypes.c_int32), ctypes.POINTER(ctypes.c_int32),
                                  ctypes.POINTER(ctypes.c_int32)]
-_SINK = ctypes.CFUNCTYPE(None, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_void_p)
-_lib.ztk_set_message_sink.argtypes = [_SINK, ctypes.c_void_p]
+class _Box(ctypes.Structure):
+    _fields_ = [("text", ctypes.c_char_p), ("title", ctypes.c_char_p), ("critical", ctypes.c_int32),
+                ("member", ctypes.c_char_p), ("number", ctypes.c_int32)]
+
+
+_BOX_SINK = ctypes.CFUNCTYPE(None, ctypes.POINTER(_Box), ctypes.c_void_p)
+_lib.ztk_set_box_sink.argtypes = [_BOX_SINK, ctypes.c_void_p]
 _TRACE = ctypes.CFUNCTYPE(None, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_double,
                           ctypes.c_int64, ctypes.c_void_p)
 _lib.ztk_set_trace.argtypes = [_TRACE, ctypes.c_void_p]
@@ -164,6 +187,10 @@ def _to_value(x, keep):
             raise Error(6, "ztkdb", "Overflow: %s is beyond the currency range" % x)
         v.type, v.v.cy = _ZTK_CURRENCY, scaled
     elif isinstance(x, datetime.datetime):
+        if x.tzinfo is not None and x.utcoffset() is not None:
+            # The database holds the desk's wall-clock time: an aware time
+            # is stored as this machine's local time of the same instant.
+            x = x.astimezone().replace(tzinfo=None)
         v.type, v.v.date = _ZTK_DATE, _ole(x)
     elif isinstance(x, datetime.date):
         v.type, v.v.date = _ZTK_DATE, float((x - _OLE_EPOCH.date()).days)
@@ -212,7 +239,7 @@ def _from_value(v):
             handle = v.v.obj
             v.v.obj = None  # the Object owns it now
             v.type = _ZTK_EMPTY
-            return Object(handle)
+            return _wrap(handle)
     finally:
         _lib.ztk_value_clear(ctypes.byref(v))
     raise Error(13, "ztkdb", "Type mismatch (value of kind %d)" % t)
@@ -222,6 +249,7 @@ _members = {}
 
 
 def _member_table(class_name):
+    """Per member, lower-cased: its own spelling and {kind: (min, max) args}."""
     table = _members.get(class_name)
     if table is None:
         table = {}
@@ -231,70 +259,196 @@ def _member_table(class_name):
             kind, lo, hi = ctypes.c_int32(), ctypes.c_int32(), ctypes.c_int32()
             _check(_lib.ztk_member_info(name_b, i, ctypes.byref(name), ctypes.byref(kind),
                                         ctypes.byref(lo), ctypes.byref(hi)))
-            entry = table.setdefault(name.value.decode().lower(), {})
-            entry[kind.value] = (lo.value, hi.value)
+            spelled = name.value.decode()
+            entry = table.setdefault(spelled.lower(), (spelled, {}))
+            entry[1][kind.value] = (lo.value, hi.value)
         _members[class_name] = table
     return table
 
 
+def _is_method(kinds):
+    return _METHOD in kinds or (_GET in kinds and kinds[_GET][1] > 0)
+
+
+def _named(error, what):
+    """The library's error for a value given to `what`, naming it."""
+    if error.number == 13:
+        return TypeMismatchError(13, what, "Type mismatch: %s" % error.description)
+    if error.number == 94:
+        return Error(94, what, "Invalid use of Null: %s takes a value" % what)
+    if error.number in (6, 5) and error.source in ("ztkdb", "ZTkDb.Variant"):
+        return Error(error.number, what, error.description)
+    return error
+
+
 class Object:
-    """An object of the library, reached by member name."""
+    """An object of the library, reached by member name (without regard to
+    case). Creatable classes are subclasses of this one; objects the library
+    hands out (rows of a list, a list's Recordset, a workspace) are made of
+    their own class."""
 
-    __slots__ = ("_handle", "_class")
+    __slots__ = ("_handle", "__weakref__")
+    _class = "Object"
 
-    def __init__(self, handle):
-        object.__setattr__(self, "_handle", handle)
-        object.__setattr__(self, "_class", _lib.ztk_class_of(handle).decode())
+    def __init__(self):
+        if not _creatable(self._class):
+            raise TypeError("ztkdb.%s objects are handed out by the library, not created"
+                            % self._class)
+        handle = ctypes.c_void_p()
+        _check(_lib.ztk_create(("ZTkDb." + self._class).encode(), ctypes.byref(handle)))
+        object.__setattr__(self, "_handle", handle.value)
 
     def __del__(self):
+        self.close()
+
+    def close(self):
+        """Ends the use of this object (a CTkDb closes its database first);
+        using it afterwards raises error 91."""
         handle = getattr(self, "_handle", None)
         if handle and _lib is not None:
-            _lib.ztk_release(handle)
             object.__setattr__(self, "_handle", None)
+            _lib.ztk_release(handle)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *exc):
+        self.close()
+        return False
 
     def __repr__(self):
+        if not getattr(self, "_handle", None):
+            return "<ztkdb.%s (closed)>" % self._class
+        if "id" in _member_table(self._class):
+            try:
+                return "<ztkdb.%s Id=%s>" % (self._class, self.Id)
+            except Error:
+                pass
         return "<ztkdb.%s>" % self._class
+
+    def __dir__(self):
+        own = [spelled for spelled, _ in _member_table(self._class).values()]
+        return sorted(set(own) | set(object.__dir__(self)))
 
     def _call(self, name, *args):
         keep = []
-        argv = (_Value * max(1, len(args)))(*[_to_value(a, keep) for a in args])
+        try:
+            argv = (_Value * max(1, len(args)))(*[_to_value(a, keep) for a in args])
+        except Error as e:
+            raise _named(e, "%s.%s" % (self._class, name)) from None
         result = _Value()
-        _check(_lib.ztk_call(self._handle, name.encode(), len(args), argv, ctypes.byref(result)))
+        try:
+            _check(_lib.ztk_call(self._handle, name.encode(), len(args), argv,
+                                 ctypes.byref(result)))
+        except Error as e:
+            raise _named(e, "%s.%s" % (self._class, name)) from None
+        finally:
+            _raise_pending_conflict()
         return _from_value(result)
 
     def __getattr__(self, name):
-        if name.startswith("__"):
+        if name.startswith("_"):
             raise AttributeError(name)
         entry = _member_table(self._class).get(name.lower())
-        if entry is None or (_GET in entry and entry[_GET][1] == 0):
+        if entry is None or not _is_method(entry[1]):
             # A property, or a name the class does not have: the library
             # answers the latter with its error 438.
             result = _Value()
             _check(_lib.ztk_get(self._handle, name.encode(), ctypes.byref(result)))
             return _from_value(result)
-        # A method, or a property get with arguments.
         return lambda *args: self._call(name, *args)
 
     def __setattr__(self, name, value):
         keep = []
-        v = _to_value(value, keep)
-        _check(_lib.ztk_put(self._handle, name.encode(), ctypes.byref(v)))
+        what = "%s.%s" % (self._class, name)
+        try:
+            # None is Python's Null: a property refuses it (94) rather than
+            # storing the empty value's 30.12.1899 or "".
+            v = _to_value(Null if value is None else value, keep)
+            _check(_lib.ztk_put(self._handle, name.encode(), ctypes.byref(v)))
+        except Error as e:
+            raise _named(e, what) from None
 
-    def __call__(self, *args):
-        return self._call("ItemByRecId", *args)
+    # An object is an object: "if record:" must not ask a record for a Count.
+    def __bool__(self):
+        return True
+
+
+class _List(Object):
+    """A list: callable with a row id (ItemByRecId), iterable from its first
+    row, with a length."""
+
+    __slots__ = ()
+
+    def __call__(self, lRecId):
+        return self._call("ItemByRecId", lRecId)
 
     def __iter__(self):
+        # Each walk keeps its own place, so a walk inside a walk of the same
+        # list does not move the outer one on.
         item = self._call("MoveFirst")
         while item is not None:
+            position = self.AbsolutePosition
             yield item
+            if self.AbsolutePosition != position:
+                self.AbsolutePosition = position
             item = self._call("MoveNext")
 
     def __len__(self):
         return self.Count
 
-    # An object is an object: "if record:" must not ask a record for a Count.
-    def __bool__(self):
-        return True
+
+_classes = {}
+_creatable_names = set()
+
+
+def _creatable(name):
+    return name in _creatable_names
+
+
+def _method(spelled):
+    def call(self, *args):
+        return self._call(spelled, *args)
+    call.__name__ = call.__qualname__ = spelled
+    return call
+
+
+def _property(spelled, kinds):
+    def get(self):
+        result = _Value()
+        _check(_lib.ztk_get(self._handle, spelled.encode(), ctypes.byref(result)))
+        return _from_value(result)
+
+    def put(self, value):
+        Object.__setattr__(self, spelled, value)
+
+    access = "read and write" if _PUT in kinds and _GET in kinds else (
+        "write only" if _PUT in kinds else "read only")
+    return property(get if _GET in kinds else None, put if _PUT in kinds else None,
+                    doc="%s (%s)" % (spelled, access))
+
+
+def _class_for(name):
+    cls = _classes.get(name)
+    if cls is None:
+        table = _member_table(name)
+        body = {"__slots__": (), "_class": name, "__module__": __name__,
+                "__doc__": "ZTkDb.%s. Members answer by name without regard to case; "
+                           "errors raise ztkdb.Error." % name}
+        for spelled, kinds in table.values():
+            if spelled.startswith("_") or spelled in ("close",):
+                continue
+            body[spelled] = _method(spelled) if _is_method(kinds) else _property(spelled, kinds)
+        base = _List if "itembyrecid" in table else Object
+        cls = type(name, (base,), body)
+        _classes[name] = cls
+    return cls
+
+
+def _wrap(handle):
+    obj = object.__new__(_class_for(_lib.ztk_class_of(handle).decode()))
+    object.__setattr__(obj, "_handle", handle)
+    return obj
 
 
 def classes():
@@ -302,37 +456,103 @@ def classes():
     return [_lib.ztk_class_name(i).decode() for i in range(_lib.ztk_class_count())]
 
 
-def _factory(class_name):
-    def create():
-        handle = ctypes.c_void_p()
-        _check(_lib.ztk_create(("ZTkDb." + class_name).encode(), ctypes.byref(handle)))
-        return Object(handle.value)
-    create.__name__ = class_name
-    create.__doc__ = "A new ZTkDb.%s." % class_name
-    return create
-
-
 for _name in classes():
-    globals()[_name] = _factory(_name)
+    _creatable_names.add(_name)
+    globals()[_name] = _class_for(_name)
     __all__.append(_name)
 
+
+class ConflictError(Error):
+    """A write that wrote nothing, raised (with raise_conflicts(True)) from
+    the call that showed its box: number 3197 when the row was changed or
+    deleted by another writer since it was read, 3155 when a create's insert
+    wrote no row. `member` names the call, `text` is the box's text."""
+
+    def __init__(self, number, member, text):
+        super().__init__(number, member, text)
+        self.member = member
+        self.text = text
+
+
+class MessageBox(tuple):
+    """A message box: text, title, critical, member (the member that showed
+    it) and number (3197 write conflict, 3155 create wrote nothing, a failed
+    open's error number, 0 for a box that only informs)."""
+
+    __slots__ = ()
+    _fields = ("text", "title", "critical", "member", "number")
+
+    def __new__(cls, text, title, critical, member, number):
+        return tuple.__new__(cls, (text, title, critical, member, number))
+
+    text = property(lambda self: self[0])
+    title = property(lambda self: self[1])
+    critical = property(lambda self: self[2])
+    member = property(lambda self: self[3])
+    number = property(lambda self: self[4])
+
+    def __repr__(self):
+        return "MessageBox(text=%r, title=%r, critical=%r, member=%r, number=%r)" % self
+
+
+_CONFLICTS = (3197, 3155)
+_state = threading.local()
 _hook = None
+_conflicts_raise = False
+_installed = None
+
+
+def _raise_pending_conflict():
+    pending = getattr(_state, "conflict", None)
+    if pending is not None:
+        _state.conflict = None
+        raise ConflictError(pending.number, pending.member, pending.text)
+
+
+def _box_sink(box_p, _user):
+    box = box_p.contents
+    call = MessageBox(box.text.decode("utf-8", "replace"), box.title.decode("utf-8", "replace"),
+                      bool(box.critical), box.member.decode("utf-8", "replace"), box.number)
+    if _conflicts_raise and call.number in _CONFLICTS:
+        _state.conflict = call
+        return
+    if _hook is not None:
+        try:
+            _hook(call)
+        except Exception:  # a hook's failure must not fail the write
+            pass
+    else:
+        # The library's own default: one line on stderr.
+        sys.stderr.write("%s%s: %s\n" % (call.title, " [critical]" if call.critical else "",
+                                          " ".join(call.text.splitlines())))
+
+
+def _install_sink():
+    global _installed
+    if _hook is None and not _conflicts_raise:
+        _installed = None
+        _check(_lib.ztk_set_box_sink(_BOX_SINK(), None))
+    elif _installed is None:
+        _installed = _BOX_SINK(_box_sink)  # kept alive while installed
+        _check(_lib.ztk_set_box_sink(_installed, None))
 
 
 def set_message_hook(hook):
-    """hook(text, title, critical) receives the library's message boxes;
-    None restores the default (a line on stderr)."""
+    """hook(box) receives the library's message boxes as MessageBox tuples
+    (text, title, critical, member, number); None restores the default (a
+    line on stderr)."""
     global _hook
-    if hook is None:
-        _hook = None
-        _check(_lib.ztk_set_message_sink(_SINK(), None))
-        return
+    _hook = hook
+    _install_sink()
 
-    def sink(text, title, critical, _user):
-        hook(text.decode("utf-8"), title.decode("utf-8"), bool(critical))
 
-    _hook = _SINK(sink)  # kept alive while installed
-    _check(_lib.ztk_set_message_sink(_hook, None))
+def raise_conflicts(enabled=True):
+    """For scripts: a write that wrote nothing (3197, 3155) raises
+    ConflictError from the call that showed its box, instead of the box.
+    The default (False) is the component's: the box, and the call returns."""
+    global _conflicts_raise
+    _conflicts_raise = bool(enabled)
+    _install_sink()
 
 
 _traces = []

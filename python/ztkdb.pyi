@@ -1,29 +1,48 @@
 """Type information of ztkdb, written by make_stub.py from the library."""
 import datetime
-from typing import Any, Iterator
+from typing import Any, Callable, Iterator, NamedTuple, Optional
 
 class Error(Exception):
     number: int
     source: str
     description: str
+    def __init__(self, number: int, source: str, description: str) -> None: ...
 
 class MemberError(Error, AttributeError): ...
+class TypeMismatchError(Error, TypeError): ...
+
+class ConflictError(Error):
+    member: str
+    text: str
+
+class MessageBox(NamedTuple):
+    text: str
+    title: str
+    critical: bool
+    member: str
+    number: int
 
 Null: Any
 NoDate: datetime.datetime
 
 def classes() -> list[str]: ...
-def set_message_hook(hook: Any) -> None: ...
-def set_trace(hook: Any) -> None: ...
+def set_message_hook(hook: Optional[Callable[[MessageBox], None]]) -> None: ...
+def raise_conflicts(enabled: bool = ...) -> None: ...
+def set_trace(hook: Optional[Callable[[str, str, bool, float, int], None]]) -> None: ...
 
-class CTkDb:
+class Object:
+    def close(self) -> None: ...
+    def __enter__(self: Any) -> Any: ...
+    def __exit__(self, *exc: Any) -> bool: ...
+
+class CTkDb(Object):
     def CloseDb(self) -> Any: ...
     DbPath: Any
     def OpenJetDb(self, a0: Any, a1: Any, a2: Any, a3: Any) -> Any: ...
     def OpenOdbcDb(self, a0: Any, a1: Any, a2: Any, a3: Any) -> Any: ...
     Ws: Any
 
-class CMsgOrderDokument:
+class CMsgOrderDokument(Object):
     def ConnectStorage(self, a0: Any) -> Any: ...
     def CreateNew(self, a0: Any, a1: Any, a2: Any, a3: Any) -> Any: ...
     Datei: Any
@@ -36,7 +55,7 @@ class CMsgOrderDokument:
     UId: Any
     def Update(self) -> Any: ...
 
-class CAuftrag:
+class CAuftrag(Object):
     AnsprechId: Any
     AufGebFaId: Any
     AufGebKst: Any
@@ -97,7 +116,7 @@ class CAuftrag:
     WiederDatum: Any
     WiederZeit: Any
 
-class CMeldung:
+class CMeldung(Object):
     Bearbeiter: Any
     Bemerkung: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -142,7 +161,7 @@ class CMeldung:
     WiederDatum: Any
     WiederZeit: Any
 
-class CLeistung:
+class CLeistung(Object):
     Ansprech: Any
     AnsprechId: Any
     AuftragId: Any
@@ -172,7 +191,7 @@ class CLeistung:
     def Update(self) -> Any: ...
     Weg: Any
 
-class CMaterial:
+class CMaterial(Object):
     AuftragId: Any
     Bezeichnung: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -196,7 +215,7 @@ class CMaterial:
     UId: Any
     def Update(self) -> Any: ...
 
-class CAuftragListe:
+class CAuftragListe(Object):
     AbsolutePosition: Any
     BOF: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -232,7 +251,7 @@ class CAuftragListe:
     def __iter__(self) -> Iterator[Any]: ...
     def __len__(self) -> int: ...
 
-class CMeldungListe:
+class CMeldungListe(Object):
     AbsolutePosition: Any
     BOF: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -263,7 +282,7 @@ class CMeldungListe:
     def __iter__(self) -> Iterator[Any]: ...
     def __len__(self) -> int: ...
 
-class CLeistungListe:
+class CLeistungListe(Object):
     AbsolutePosition: Any
     BOF: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -284,7 +303,7 @@ class CLeistungListe:
     def __iter__(self) -> Iterator[Any]: ...
     def __len__(self) -> int: ...
 
-class CMaterialListe:
+class CMaterialListe(Object):
     AbsolutePosition: Any
     BOF: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -306,7 +325,7 @@ class CMaterialListe:
     def __iter__(self) -> Iterator[Any]: ...
     def __len__(self) -> int: ...
 
-class CMsgOrderDokumentListe:
+class CMsgOrderDokumentListe(Object):
     AbsolutePosition: Any
     BOF: Any
     def ConnectStorage(self, a0: Any) -> Any: ...
@@ -327,7 +346,7 @@ class CMsgOrderDokumentListe:
     def __iter__(self) -> Iterator[Any]: ...
     def __len__(self) -> int: ...
 
-class ITestFixture:
+class ITestFixture(Object):
     ...
 
 hetBrandTK: int

@@ -154,10 +154,10 @@ TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
     sqlite3_close(db);
   }
   const Outcome conflict = On({"auftrag", "set", id, "Auftrag=neu"});
-  EXPECT_EQ(conflict.code, 1);
-  EXPECT_NE(conflict.err.find("CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!"),
-            std::string::npos)
+  EXPECT_EQ(conflict.code, 3);
+  EXPECT_NE(conflict.err.find("someone else changed or deleted this row"), std::string::npos)
       << conflict.err;
+  EXPECT_EQ(conflict.err.find("fehlgeschlagen"), std::string::npos) << conflict.err;
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Auftrag"], "alt");
 
   // The order and its link are one write: a refused link leaves no order.

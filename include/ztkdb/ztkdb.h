@@ -20,6 +20,45 @@ extern "C" {
 
 typedef struct ztk_object* ztk_handle;
 
+/* Every number a status (and a box) may carry; the same as
+ * ZTkDb::ErrorNumbers in C++ and ztkdb.Error.number in Python. */
+enum {
+  ZTK_ERR_INVALID_CALL = 5,         /* invalid procedure call or argument */
+  ZTK_ERR_OVERFLOW = 6,             /* a value past its type's range, refused before sending */
+  ZTK_ERR_OUT_OF_MEMORY = 7,        /* also a statement text past 16 MB */
+  ZTK_ERR_SUBSCRIPT = 9,            /* an index past a collection's end */
+  ZTK_ERR_TYPE_MISMATCH = 13,       /* a value that does not convert to the member's type */
+  ZTK_ERR_INTERNAL = 51,            /* a fault of the library: please report it */
+  ZTK_ERR_OBJECT_NOT_SET = 91,      /* not connected, closed, or a null handle */
+  ZTK_ERR_INVALID_USE_OF_NULL = 94, /* Null where the member takes none (dates) */
+  ZTK_ERR_NO_SUCH_CLASS = 429,      /* ztk_create: no class of that name */
+  ZTK_ERR_NO_SUCH_MEMBER = 438,     /* no member of that name */
+  ZTK_ERR_ARGUMENT_MISSING = 449,   /* a required argument left out */
+  ZTK_ERR_ARGUMENT_COUNT = 450,     /* too many arguments */
+  ZTK_ERR_DUPLICATE_NAME = 457,     /* a workspace or client name already in use */
+  ZTK_ERR_ENGINE = 3000,            /* an engine failure no other number names */
+  ZTK_ERR_INVALID_ARGUMENT = 3001,  /* an argument the engine refuses */
+  ZTK_ERR_NO_CURRENT_RECORD = 3021, /* a cursor before its first or after its last row */
+  ZTK_ERR_DUPLICATE_VALUE = 3022,   /* a unique key already holds the value */
+  ZTK_ERR_FILE_NOT_FOUND = 3024,
+  ZTK_ERR_READ_ONLY = 3027,      /* a write on a read-only open */
+  ZTK_ERR_CANNOT_OPEN = 3051,    /* locked, not a database, or an Access file */
+  ZTK_ERR_UNKNOWN_COLUMN = 3061, /* too few parameters: a column the table lacks */
+  ZTK_ERR_EXECUTE_SELECT = 3065, /* Execute given a statement that returns rows */
+  ZTK_ERR_SYNTAX = 3075,
+  ZTK_ERR_TABLE_NOT_FOUND = 3078,
+  ZTK_ERR_INVALID_STATEMENT = 3129, /* empty, or a second statement in one call */
+  ZTK_ERR_ODBC_CALL_FAILED = 3146,  /* the data source or its driver failed */
+  ZTK_ERR_INSERT_FAILED = 3155,     /* box only: a create that wrote no row */
+  ZTK_ERR_FIELD_TOO_SMALL = 3163,   /* a text longer than its column holds */
+  ZTK_ERR_WRITE_CONFLICT = 3197,    /* box only: the row changed or went since it was read */
+  ZTK_ERR_ALREADY_EXISTS = 3204,    /* the database or the module's tables exist */
+  ZTK_ERR_LOCKED = 3260,
+  ZTK_ERR_ITEM_NOT_FOUND = 3265, /* no field of that name */
+  ZTK_ERR_FIELD_NULL = 3314,     /* a required column left Null */
+  ZTK_ERR_DATABASE_CLOSED = 3420
+};
+
 typedef enum ztk_type {
   ZTK_EMPTY = 0,   /* no value; as an argument: the optional argument is omitted */
   ZTK_NULL = 1,
@@ -80,6 +119,24 @@ ZTKDB_API int32_t ztk_last_error(int32_t* number, const char** source, const cha
 typedef void (*ztk_message_sink)(const char* text, const char* title, int32_t critical,
                                  void* user_data);
 ZTKDB_API int32_t ztk_set_message_sink(ztk_message_sink sink, void* user_data);
+
+/* A message box with what a program needs to tell it from others: the
+ * member that showed it ("CAuftrag.Update") and its number: ZTK_ERR_WRITE_CONFLICT
+ * (3197) when the row was changed or deleted by another writer since it was
+ * read and nothing was written, ZTK_ERR_INSERT_FAILED (3155) when a create
+ * wrote no row, a failed ODBC open's error number, 0 for a box that only
+ * informs. The member that showed a box still returns 0: a box is no error.
+ * Strings are valid during the call. */
+typedef struct ztk_message_box {
+  const char* text;
+  const char* title;
+  int32_t critical;
+  const char* member;
+  int32_t number;
+} ztk_message_box;
+typedef void (*ztk_box_sink)(const ztk_message_box* box, void* user_data);
+/* Replaces the sink ztk_set_message_sink set (and the other way round). */
+ZTKDB_API int32_t ztk_set_box_sink(ztk_box_sink sink, void* user_data);
 
 /* Every statement the library runs goes to `sink` once it ended: its text
  * as the server reads it, the engine, whether its values were bound (1)

@@ -66,7 +66,8 @@ void CTkDb::OpenOdbcDb(const std::string& stClientName, const std::string& stCon
       client_name_ = stClientName;
     });
   } catch (const Error& e) {
-    detail::ShowMessageBox("CTkDb.OpenOdbcDb\n" + e.Description(), {}, true);
+    detail::ShowMessageBox("CTkDb.OpenOdbcDb\n" + e.Description(), {}, true, "CTkDb.OpenOdbcDb",
+                           e.Number());
   }
 }
 

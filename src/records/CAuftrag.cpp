@@ -302,7 +302,9 @@ void CAuftrag::CreateNew(int32_t, int32_t, Date, const std::string&, int32_t, Tk
                          uint8_t, int32_t, uint8_t, const std::string&, const std::string&,
                          const std::string&, int32_t, const std::string&, const std::string&,
                          const std::string&) {
-  detail::Guard("CAuftrag.CreateNew", [] { detail::ShowMessageBox("CreateNew2 benutzen.", {}); });
+  detail::Guard("CAuftrag.CreateNew", [] {
+    detail::ShowMessageBox("CreateNew2 benutzen.", {}, false, "CAuftrag.CreateNew");
+  });
 }
 void CAuftrag::CreateNew1(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -310,7 +312,9 @@ void CAuftrag::CreateNew1(int32_t, int32_t, Date, const std::string&, int32_t, T
                           uint8_t, int32_t, uint8_t, const std::string&, const std::string&,
                           const std::string&, int32_t, const std::string&, const std::string&,
                           const std::string&, const std::string&, const std::string&) {
-  detail::Guard("CAuftrag.CreateNew1", [] { detail::ShowMessageBox("CreateNew2 benutzen.", {}); });
+  detail::Guard("CAuftrag.CreateNew1", [] {
+    detail::ShowMessageBox("CreateNew2 benutzen.", {}, false, "CAuftrag.CreateNew1");
+  });
 }
 void CAuftrag::CreateNew2(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -319,7 +323,9 @@ void CAuftrag::CreateNew2(int32_t, int32_t, Date, const std::string&, int32_t, T
                           const std::string&, const std::string&, int32_t, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, bool) {
-  detail::Guard("CAuftrag.CreateNew2", [] { detail::ShowMessageBox("CreateNew3 benutzen!", {}); });
+  detail::Guard("CAuftrag.CreateNew2", [] {
+    detail::ShowMessageBox("CreateNew3 benutzen!", {}, false, "CAuftrag.CreateNew2");
+  });
 }
 void CAuftrag::CreateNew3(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -328,7 +334,9 @@ void CAuftrag::CreateNew3(int32_t, int32_t, Date, const std::string&, int32_t, T
                           const std::string&, const std::string&, int32_t, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, bool, const std::string&) {
-  detail::Guard("CAuftrag.CreateNew3", [] { detail::ShowMessageBox("CreateNew4 benutzen!", {}); });
+  detail::Guard("CAuftrag.CreateNew3", [] {
+    detail::ShowMessageBox("CreateNew4 benutzen!", {}, false, "CAuftrag.CreateNew3");
+  });
 }
 void CAuftrag::CreateNew4(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -337,8 +345,9 @@ void CAuftrag::CreateNew4(int32_t, int32_t, Date, const std::string&, int32_t, T
                           const std::string&, const std::string&, int32_t, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, bool, const std::string&, const std::string&) {
-  detail::Guard("CAuftrag.CreateNew4",
-                [] { detail::ShowMessageBox("Createnew5 benutzen!", "Zanto"); });
+  detail::Guard("CAuftrag.CreateNew4", [] {
+    detail::ShowMessageBox("Createnew5 benutzen!", "Zanto", false, "CAuftrag.CreateNew4");
+  });
 }
 void CAuftrag::CreateNew5(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -348,8 +357,9 @@ void CAuftrag::CreateNew5(int32_t, int32_t, Date, const std::string&, int32_t, T
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, bool, const std::string&, const std::string&,
                           Currency) {
-  detail::Guard("CAuftrag.CreateNew5",
-                [] { detail::ShowMessageBox("Createnew6 benutzen!", "Zanto"); });
+  detail::Guard("CAuftrag.CreateNew5", [] {
+    detail::ShowMessageBox("Createnew6 benutzen!", "Zanto", false, "CAuftrag.CreateNew5");
+  });
 }
 void CAuftrag::CreateNew6(int32_t, int32_t, Date, const std::string&, int32_t, TkObjTypes,
                           const std::string&, Date, const std::string&, Date, const std::string&,
@@ -359,8 +369,9 @@ void CAuftrag::CreateNew6(int32_t, int32_t, Date, const std::string&, int32_t, T
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, const std::string&, bool, const std::string&,
                           const std::string&, Currency) {
-  detail::Guard("CAuftrag.CreateNew6",
-                [] { detail::ShowMessageBox("Createnew7 benutzen!", "Zanto"); });
+  detail::Guard("CAuftrag.CreateNew6", [] {
+    detail::ShowMessageBox("Createnew7 benutzen!", "Zanto", false, "CAuftrag.CreateNew6");
+  });
 }
 
 void CAuftrag::CreateNew7(

@@ -162,8 +162,9 @@ ZTKDB_VALUE_PROPERTY(CLeistung, Fremdleistung, bool, fremdleistung)
 void CLeistung::CreateNew(int32_t, int32_t, Date, const std::string&, int32_t, double, Currency,
                           double, double, Currency, const std::string&, int32_t, const std::string&,
                           int32_t, const std::string&) {
-  detail::Guard("CLeistung.CreateNew",
-                [] { detail::ShowMessageBox("CreateNew1 benutzen!", "Zanto"); });
+  detail::Guard("CLeistung.CreateNew", [] {
+    detail::ShowMessageBox("CreateNew1 benutzen!", "Zanto", false, "CLeistung.CreateNew");
+  });
 }
 
 void CLeistung::CreateNew1(int32_t lAuftragId, int32_t lAuftragNehmerId, Date AusfDatum,

@@ -149,20 +149,23 @@ ZTKDB_TEXT_PROPERTY(CMaterial, MatKlasse, mat_klasse)
 
 void CMaterial::CreateNew(int32_t, const std::string&, double, Currency, double, int32_t,
                           const std::string&, const std::string&, const std::string&) {
-  detail::Guard("CMaterial.CreateNew",
-                [] { detail::ShowMessageBox("CreateNew1 benutzen!", "Zanto"); });
+  detail::Guard("CMaterial.CreateNew", [] {
+    detail::ShowMessageBox("CreateNew1 benutzen!", "Zanto", false, "CMaterial.CreateNew");
+  });
 }
 void CMaterial::CreateNew1(int32_t, const std::string&, double, Currency, double, int32_t,
                            const std::string&, const std::string&, const std::string&,
                            const std::string&) {
-  detail::Guard("CMaterial.CreateNew1",
-                [] { detail::ShowMessageBox("CreateNew2 verwenden.", "Zanto"); });
+  detail::Guard("CMaterial.CreateNew1", [] {
+    detail::ShowMessageBox("CreateNew2 verwenden.", "Zanto", false, "CMaterial.CreateNew1");
+  });
 }
 void CMaterial::CreateNew2(int32_t, const std::string&, double, Currency, double, int32_t,
                            const std::string&, const std::string&, const std::string&,
                            const std::string&, bool) {
-  detail::Guard("CMaterial.CreateNew2",
-                [] { detail::ShowMessageBox("CreateNew3 verwenden.", "Zanto"); });
+  detail::Guard("CMaterial.CreateNew2", [] {
+    detail::ShowMessageBox("CreateNew3 verwenden.", "Zanto", false, "CMaterial.CreateNew2");
+  });
 }
 
 void CMaterial::CreateNew3(int32_t lAuftragId, const std::string& stMatKlasse,

@@ -225,7 +225,9 @@ void CMeldung::CreateNew(int32_t, const std::string&, int32_t, const std::string
                          const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
                          const std::string&, const std::string&, const std::string&,
                          const std::string&) {
-  detail::Guard("CMeldung.CreateNew", [] { detail::ShowMessageBox("CreateNew1 benutzen!"); });
+  detail::Guard("CMeldung.CreateNew", [] {
+    detail::ShowMessageBox("CreateNew1 benutzen!", {}, false, "CMeldung.CreateNew");
+  });
 }
 void CMeldung::CreateNew1(int32_t, const std::string&, int32_t, const std::string&, Date,
                           const std::string&, int32_t, TkObjTypes, const std::string&, Date,
@@ -233,7 +235,9 @@ void CMeldung::CreateNew1(int32_t, const std::string&, int32_t, const std::strin
                           const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, const std::string&) {
-  detail::Guard("CMeldung.CreateNew1", [] { detail::ShowMessageBox("CreateNew2 benutzen!"); });
+  detail::Guard("CMeldung.CreateNew1", [] {
+    detail::ShowMessageBox("CreateNew2 benutzen!", {}, false, "CMeldung.CreateNew1");
+  });
 }
 void CMeldung::CreateNew2(int32_t, const std::string&, int32_t, const std::string&, Date,
                           const std::string&, int32_t, TkObjTypes, const std::string&, Date,
@@ -241,7 +245,9 @@ void CMeldung::CreateNew2(int32_t, const std::string&, int32_t, const std::strin
                           const std::string&, uint8_t, int32_t, uint8_t, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, const std::string&, const std::string&) {
-  detail::Guard("CMeldung.CreateNew2", [] { detail::ShowMessageBox("CreateNew3 benutzen!"); });
+  detail::Guard("CMeldung.CreateNew2", [] {
+    detail::ShowMessageBox("CreateNew3 benutzen!", {}, false, "CMeldung.CreateNew2");
+  });
 }
 void CMeldung::CreateNew3(int32_t, const std::string&, int32_t, const std::string&, Date,
                           const std::string&, int32_t, TkObjTypes, const std::string&, Date,
@@ -250,7 +256,9 @@ void CMeldung::CreateNew3(int32_t, const std::string&, int32_t, const std::strin
                           const std::string&, const std::string&, const std::string&,
                           const std::string&, const std::string&, const std::string&,
                           const std::string&) {
-  detail::Guard("CMeldung.CreateNew3", [] { detail::ShowMessageBox("CreateNew4 benutzen!"); });
+  detail::Guard("CMeldung.CreateNew3", [] {
+    detail::ShowMessageBox("CreateNew4 benutzen!", {}, false, "CMeldung.CreateNew3");
+  });
 }
 
 void CMeldung::CreateNew4(

@@ -35,8 +35,10 @@ RowReadCache& ThreadRowReadCache() {
   return cache;
 }
 
-void ShowWriteFailed(const std::string& className, const char* what) {
-  ShowMessageBox(className + "." + what + " fehlgeschlagen. Bitte an TORQ melden!", "Zanto", true);
+void ShowWriteFailed(const std::string& className, const char* member, const char* what) {
+  const bool create = std::string_view(what) == "Create";
+  ShowMessageBox(className + "." + what + " fehlgeschlagen. Bitte an TORQ melden!", "Zanto", true,
+                 member, create ? errInsertFailed : errWriteConflict);
 }
 
 void AssignConverted(const Variant& v, int32_t& out) { out = v.ToLong(); }

@@ -103,8 +103,10 @@ void FillValues(Statement& sql, const Fields& fields, const std::vector<ValueSlo
 // Shared by RecordCore and the lists: a new storage for a client, or nullptr.
 std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName);
 
-// Shows the critical "<class>.<what> fehlgeschlagen" box titled "Zanto".
-void ShowWriteFailed(const std::string& className, const char* what);
+// Shows the critical "<class>.<what> fehlgeschlagen" box titled "Zanto",
+// numbered for programs: a create that wrote nothing, or an update whose
+// row another writer changed or deleted since it was read.
+void ShowWriteFailed(const std::string& className, const char* member, const char* what);
 
 // The value of a column converted to the type of field it fills.
 void AssignConverted(const Variant& v, int32_t& out);

@@ -146,7 +146,7 @@ int64_t RecordCore<Fields>::ExecuteChecked(const char* member, Statement sql,
   storage.SetSql("", std::move(sql));
   storage.GetQueryDef().Execute();
   const int64_t affected = storage.GetQueryDef().RecordsAffected();
-  if (affected == 0) ShowWriteFailed(class_name_, what);
+  if (affected == 0) ShowWriteFailed(class_name_, member, what);
   return affected;
 }
 

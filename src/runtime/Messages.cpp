@@ -41,8 +41,9 @@ void SetMessageSink(MessageSink sink) {
 
 namespace detail {
 
-void ShowMessageBox(const std::string& text, const std::string& title, bool critical) {
-  MessageBoxCall box{text, title.empty() ? kDefaultTitle : title, critical};
+void ShowMessageBox(const std::string& text, const std::string& title, bool critical,
+                    const std::string& member, long number) {
+  MessageBoxCall box{text, title.empty() ? kDefaultTitle : title, critical, member, number};
   std::shared_ptr<const MessageSink> sink;
   {
     const std::lock_guard lock(Slot().mutex);

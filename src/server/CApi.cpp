@@ -252,6 +252,17 @@ int32_t ztk_set_message_sink(ztk_message_sink sink, void* user_data) {
   });
 }
 
+int32_t ztk_set_box_sink(ztk_box_sink sink, void* user_data) {
+  return Guarded([&] {
+    if (!sink) return ZTkDb::SetMessageSink({});
+    ZTkDb::SetMessageSink([sink, user_data](const ZTkDb::MessageBoxCall& box) {
+      const ztk_message_box call{box.text.c_str(), box.title.c_str(), box.critical ? 1 : 0,
+                                 box.member.c_str(), static_cast<int32_t>(box.number)};
+      sink(&call, user_data);
+    });
+  });
+}
+
 int32_t ztk_set_trace(ztk_trace_sink sink, void* user_data) {
   return Guarded([&] {
     if (!sink) return ZTkDb::SetStatementTrace({});

@@ -26,6 +26,19 @@ static void sink(const char* text, const char* title, int32_t critical, void* us
   snprintf(last_box, sizeof last_box, "%s", text);
 }
 
+struct box_seen {
+  int count, number, critical;
+  char member[64];
+};
+
+static void box_sink(const ztk_message_box* box, void* user) {
+  struct box_seen* seen = (struct box_seen*)user;
+  ++seen->count;
+  seen->number = box->number;
+  seen->critical = box->critical;
+  snprintf(seen->member, sizeof seen->member, "%s", box->member);
+}
+
 struct traced {
   int count, bound;
   long long rows;
@@ -179,6 +192,14 @@ int main(int argc, char** argv) {
   CHECK(boxes == 0);
   CHECK(ztk_call(copy, "Update", 0, NULL, NULL) == 0);
   CHECK(boxes == 1 && strstr(last_box, "CAuftrag.Update fehlgeschlagen") != NULL);
+  /* A program tells the conflict by its number, not by the box's text. */
+  struct box_seen seen = {0, 0, 0, ""};
+  CHECK(ztk_set_box_sink(box_sink, &seen) == 0);
+  CHECK(ztk_call(copy, "Update", 0, NULL, NULL) == 0);
+  CHECK(seen.count == 1 && seen.number == ZTK_ERR_WRITE_CONFLICT && seen.critical == 1);
+  CHECK(strcmp(seen.member, "CAuftrag.Update") == 0);
+  CHECK(ztk_set_message_sink(sink, &boxes) == 0);
+  CHECK(boxes == 1);
 
   /* The list, walked; Nothing at the end; optional arguments omitted. */
   ztk_handle list = NULL;

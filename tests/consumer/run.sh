@@ -16,7 +16,7 @@ LD_LIBRARY_PATH="$libdir" "$prefix/consumer-build/consumer"
 "$prefix/consumer-build/consumer_static"
 # The tool, its manual page and completion, the schema files.
 "$prefix/bin/ztk" --version
-test -s "$prefix/share/man/man1/ztk.1"
+test -s "$prefix/share/man/man1/ztk.1.gz"
 bash -n "$prefix/share/bash-completion/completions/ztk"
 test -s "$prefix/share/ztkdb/schema/mariadb.sql"
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
@@ -25,3 +25,8 @@ LD_LIBRARY_PATH="$libdir" "$prefix/c-consumer"
 # C++ through pkg-config with the compiler's default language level.
 c++ "$here/consumer.cpp" $(pkg-config --cflags --libs ztkdb) -o "$prefix/cxx-consumer"
 LD_LIBRARY_PATH="$libdir" "$prefix/cxx-consumer"
+# Every package's copyright; the module beside the tree finds the tree's
+# library without being told.
+test -s "$prefix/share/doc/libztkdb0/copyright"
+(cd "$prefix" && PYTHONPATH="$prefix/lib/python3/dist-packages" env -u ZTKDB_LIBRARY \
+  python3 -c "import ztkdb, os; assert ztkdb._lib._name.startswith('$prefix'), ztkdb._lib._name")

@@ -28,12 +28,13 @@ class Binding(unittest.TestCase):
         subprocess.run([os.environ["ZTKDB_ZTK"], "init", self.path], check=True,
                        stdout=subprocess.DEVNULL)
         self.boxes = []
-        ztkdb.set_message_hook(lambda text, title, critical: self.boxes.append((text, critical)))
+        ztkdb.set_message_hook(lambda box: self.boxes.append((box.text, box.critical)))
         self.db = ztkdb.CTkDb()
         self.db.OpenJetDb("py", self.path, False, False)
 
     def tearDown(self):
         ztkdb.set_message_hook(None)
+        ztkdb.raise_conflicts(False)
         del self.db
         self.dir.cleanup()
 
@@ -75,6 +76,22 @@ class Binding(unittest.TestCase):
         copy.Ort = "Ulm"
         copy.Update()
         self.assertEqual(self.boxes, [("CAuftrag.Update fehlgeschlagen. Bitte an TORQ melden!", True)])
+        # A script opts in to a conflict raised from the call, with no box.
+        ztkdb.raise_conflicts(True)
+        with self.assertRaises(ztkdb.ConflictError) as e:
+            copy.Update()
+        self.assertEqual((e.exception.number, e.exception.member), (3197, "CAuftrag.Update"))
+        self.assertIsInstance(e.exception, ztkdb.Error)
+        self.assertEqual(len(self.boxes), 1)
+        first.Update()  # a write that succeeds raises nothing
+        ztkdb.raise_conflicts(False)
+        seen = []
+        ztkdb.set_message_hook(seen.append)
+        copy.Update()
+        self.assertEqual(seen[0].number, 3197)
+        self.assertEqual(seen[0].member, "CAuftrag.Update")
+        text, title, critical, member, number = seen[0]
+        self.assertEqual((title, critical), ("Zanto", True))
 
         orders = ztkdb.CAuftragListe()
         orders.ConnectStorage("py")
@@ -84,6 +101,31 @@ class Binding(unittest.TestCase):
         self.assertEqual(orders(first.Id).Nr, 1)  # the default member
         self.assertIsNone(orders(4711))
         self.assertEqual(orders.SortOrder, ztkdb.osByOrderNumber)
+        # A walk inside a walk of the same list leaves the outer one its place.
+        pairs = [(a.Nr, b.Nr) for a in orders for b in orders]
+        self.assertEqual(pairs, [(1, 1), (1, 2), (2, 1), (2, 2)])
+
+    def test_classes_are_python_classes(self):
+        order = new_order("py", 5, "Tür")
+        self.assertIsInstance(order, ztkdb.CAuftrag)
+        self.assertIn("ReadById", dir(order))
+        self.assertIn("Nr", dir(ztkdb.CAuftrag))
+        self.assertEqual(repr(order), "<ztkdb.CAuftrag Id=%d>" % order.Id)
+        self.assertEqual(order.nr, 5)  # names without regard to case, as before
+        with ztkdb.CAuftragListe() as orders:
+            orders.ConnectStorage("py")
+            orders.ReadByDone(False)
+            row = next(iter(orders))
+            self.assertIsInstance(row, ztkdb.CAuftrag)
+            self.assertEqual(type(orders.RsClone).__name__, "Recordset")
+        with self.assertRaises(ztkdb.Error) as e:
+            orders.Count  # released at the end of the with block
+        self.assertEqual(e.exception.number, 91)
+        with self.assertRaises(TypeError):
+            ztkdb._class_for("Recordset")()  # handed out, never created
+        with ztkdb.CTkDb() as second:
+            second.OpenJetDb("py2", self.path, False, True)
+            self.assertEqual(second.DbPath, self.path)
 
     def test_mistakes_raise_clear_errors(self):
         order = ztkdb.CAuftrag()
@@ -93,9 +135,15 @@ class Binding(unittest.TestCase):
         with self.assertRaises(ztkdb.Error) as e:
             order.ReadById()
         self.assertEqual(e.exception.number, 450)
-        with self.assertRaises(ztkdb.Error) as e:
+        with self.assertRaises(TypeError) as e:
             order.Nr = "viele"
         self.assertEqual(e.exception.number, 13)
+        self.assertIn("CAuftrag.Nr", str(e.exception))
+        with self.assertRaises(ztkdb.Error) as e:
+            order.AuftragsDatum = None  # no date is NoDate, not None
+        self.assertEqual(e.exception.number, 94)
+        self.assertIn("CAuftrag.AuftragsDatum", str(e.exception))
+        self.assertEqual(order.AuftragsDatum, ztkdb.NoDate)
         with self.assertRaises(ztkdb.Error) as e:
             order.ReadById(1)  # not connected
         self.assertEqual(e.exception.number, 91)
@@ -130,6 +178,10 @@ class Binding(unittest.TestCase):
             copy.ConnectStorage("py")
             copy.ReadById(order.Id)
             self.assertEqual(copy.AuftragsDatum, when)
+        # An aware time is stored as the same instant in this machine's time.
+        aware = datetime.datetime(2026, 3, 1, 12, 0, tzinfo=datetime.timezone.utc)
+        order.AuftragsDatum = aware
+        self.assertEqual(order.AuftragsDatum, aware.astimezone().replace(tzinfo=None))
         for amount in (decimal.Decimal("1e15"), decimal.Decimal("NaN")):
             with self.assertRaises(ztkdb.Error) as e:
                 order.Kosten = amount

@@ -61,7 +61,8 @@ std::string ManPage(const CLI::App& app) {
       ".SH ENVIRONMENT\n.TP\n.B ZTK_DB\nthe database file when \\-\\-db is not given\n"
       ".TP\n.B ZTK_ODBC\nthe ODBC connection string when \\-\\-odbc is not given\n"
       ".SH EXIT STATUS\n0 ok, 1 error (unknown id, refused write, busy or failed database), "
-      "2 wrong command line.\n";
+      "2 wrong command line, 3 the row was changed or deleted by someone else since it was "
+      "read (nothing was written: show it again).\n";
   return page;
 }
 

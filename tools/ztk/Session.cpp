@@ -6,20 +6,29 @@ namespace ztk {
 namespace {
 
 bool critical_shown = false;
+long critical_number = 0;
 
 }  // namespace
 
 void InstallMessageLines() {
   ZTkDb::SetMessageSink([](const ZTkDb::MessageBoxCall& box) {
+    if (box.critical) {
+      critical_shown = true;
+      critical_number = box.number;
+    }
+    if (box.number == ZTkDb::errWriteConflict || box.number == ZTkDb::errInsertFailed) return;
     std::string text = box.text;
     for (size_t at; (at = text.find('\n')) != std::string::npos;) text.replace(at, 1, ": ");
     std::fprintf(stderr, "ztk: %s%s\n", box.critical ? "error: " : "", text.c_str());
-    if (box.critical) critical_shown = true;
   });
 }
 
 bool CriticalBoxShown() { return critical_shown; }
-void ResetCriticalBox() { critical_shown = false; }
+long CriticalBoxNumber() { return critical_number; }
+void ResetCriticalBox() {
+  critical_shown = false;
+  critical_number = 0;
+}
 
 Session::Session(const DbOptions& options) : client_(options.client) {
   if (options.db.empty() == options.odbc.empty()) {

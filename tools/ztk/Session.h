@@ -16,6 +16,11 @@ struct UsageError : std::invalid_argument {
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+// A write whose row someone else changed or deleted since it was read:
+// nothing was written; exit 3, so a script can read the row again.
+struct Conflict : Failure {
+  using Failure::Failure;
+};
 
 struct DbOptions {
   std::string db;
@@ -25,9 +30,12 @@ struct DbOptions {
 };
 
 // Shows the library's message boxes as one line each on stderr and
-// remembers whether a critical one (a refused write) was among them.
+// remembers the last critical one (a refused write): its number, or 0.
+// The boxes of a write that wrote nothing are not shown: Session::Write
+// says what happened in plain words.
 void InstallMessageLines();
 bool CriticalBoxShown();
+long CriticalBoxNumber();
 void ResetCriticalBox();
 
 // One open database for the length of a command, as a host opens it.
@@ -51,6 +59,14 @@ class Session {
     }
     if (CriticalBoxShown()) {
       RollbackQuietly(*ws);
+      if (CriticalBoxNumber() == ZTkDb::errWriteConflict) {
+        throw Conflict(
+            "someone else changed or deleted this row since it was read, so nothing was "
+            "written. Show it again and repeat the change if it still applies.");
+      }
+      if (CriticalBoxNumber() == ZTkDb::errInsertFailed) {
+        throw Failure("the database took the new row but kept nothing: nothing was written");
+      }
       throw Failure("nothing was written");
     }
     ws->CommitTrans();

@@ -26,6 +26,7 @@ namespace {
 constexpr int kOk = 0;
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
+constexpr int kConflict = 3;
 
 struct Context {
   DbOptions db;
@@ -188,7 +189,8 @@ int Run(int argc, char** argv) {
   Context ctx;
   CLI::App app{
       "ztk: the help-desk module database (reports, orders, bookings, documents)\n"
-      "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line."};
+      "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line, 3 the row was\n"
+      "changed or deleted by someone else since it was read (nothing written)."};
   app.fallthrough();
   app.set_version_flag("--version", "ztk " ZTKDB_VERSION " (ZTkDb " ZTKDB_VERSION ")");
   app.add_option("--db", ctx.db.db, "the embedded database file (or ZTK_DB)")->envname("ZTK_DB");
@@ -494,6 +496,9 @@ int Run(int argc, char** argv) {
   } catch (const std::invalid_argument& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kUsage;
+  } catch (const Conflict& e) {
+    std::fprintf(stderr, "ztk: %s\n", e.what());
+    return kConflict;
   } catch (const Failure& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kFailed;
