@@ -67,23 +67,28 @@ install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ztk COMPONENT t
 
 # The Python module where the system's python3 finds it; a tree installed
 # elsewhere puts that folder on PYTHONPATH.
-install(FILES python/ztkdb.py python/ztkdb.pyi DESTINATION lib/python3/dist-packages
-  COMPONENT python)
+install(FILES python/ztkdb/__init__.py python/ztkdb/__init__.pyi python/ztkdb/py.typed
+  DESTINATION lib/python3/dist-packages/ztkdb COMPONENT python)
 
-# The API reference from the public headers' contracts (scripts/package).
+# The API reference from the public headers' contracts (scripts/package):
+# every public member documented, or the build fails.
 option(ZTKDB_BUILD_DOCS "Build the API reference with Doxygen" OFF)
 if(ZTKDB_BUILD_DOCS)
   find_package(Doxygen REQUIRED)
   set(DOXYGEN_PROJECT_NAME "ZTkDb")
+  set(DOXYGEN_PROJECT_NUMBER ${PROJECT_VERSION})
   set(DOXYGEN_PROJECT_BRIEF "Typed row-level access to the help-desk module database")
-  set(DOXYGEN_EXTRACT_ALL YES)
+  set(DOXYGEN_EXTRACT_ALL NO)
   set(DOXYGEN_EXCLUDE_SYMBOLS "detail" "ZTKDB_*")
+  set(DOXYGEN_PREDEFINED "ZTKDB_API=")
   set(DOXYGEN_GENERATE_LATEX NO)
   set(DOXYGEN_QUIET YES)
-  set(DOXYGEN_WARN_IF_UNDOCUMENTED NO)
-  set(DOXYGEN_USE_MDFILE_AS_MAINPAGE ${CMAKE_CURRENT_SOURCE_DIR}/README.md)
+  set(DOXYGEN_WARN_IF_UNDOCUMENTED YES)
+  set(DOXYGEN_WARN_IF_DOC_ERROR YES)
+  set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
+  set(DOXYGEN_USE_MDFILE_AS_MAINPAGE ${CMAKE_CURRENT_SOURCE_DIR}/docs/reference.md)
   doxygen_add_docs(ztkdb_api_docs ${CMAKE_CURRENT_SOURCE_DIR}/include/ztkdb
-                   ${CMAKE_CURRENT_SOURCE_DIR}/README.md ALL
+                   ${CMAKE_CURRENT_SOURCE_DIR}/docs/reference.md ALL
                    COMMENT "Writing the API reference")
   install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/html/
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libztkdb-dev/api COMPONENT dev)

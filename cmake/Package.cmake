@@ -19,16 +19,13 @@ set(CPACK_STRIP_FILES ON)
 # Descriptions: the synopsis, then the long text; each one string, so that
 # no list separator ends up in the control file.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libztkdb0)
-# Packages built against the library depend on it (shlibs).
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
   "typed row-level access to the help-desk module database
-ZTkDb gives applications of a facility-management suite typed access to the
-database of its help-desk module: reports, work orders, their links, labour and
-material bookings and document links, on an embedded SQLite file or an ODBC data
-source (PostgreSQL, MariaDB). This package holds the shared library with its C++
-classes and its C interface.")
+ZTkDb gives applications of a facility-management suite typed access to
+the database of its help-desk module: reports, work orders, their links,
+labour and material bookings and document links, on an embedded SQLite
+file or an ODBC data source (PostgreSQL, MariaDB). This package holds the
+shared library with its C++ classes and its C interface.")
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libztkdb-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)

@@ -1,8 +1,9 @@
-"""Writes ztkdb.pyi, the type information editors use for member completion,
+"""Writes ztkdb/__init__.pyi, the type information editors and mypy use,
 from the library's own type information (ztk_member_info): every class with
 its properties and methods, under the names the library answers to.
 
-    ZTKDB_LIBRARY=build/libztkdb.so python3 python/make_stub.py python/ztkdb.pyi
+    ZTKDB_LIBRARY=build/libztkdb.so PYTHONPATH=python python3 python/make_stub.py \
+        python/ztkdb/__init__.pyi
 """
 import ctypes
 import sys

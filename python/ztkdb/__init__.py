@@ -17,7 +17,7 @@ is None; Null is ``ztkdb.Null``. Dates are ``datetime.datetime`` (no date:
 31.12.9999), currency is ``decimal.Decimal``. Failures raise ``ztkdb.Error``
 with the number, source and description the library gives.
 
-The library is found through ZTKDB_LIBRARY, beside this file (a wheel), in
+The library is found through ZTKDB_LIBRARY, in this package (a wheel), in
 the tree the module is installed in (<prefix>/lib and its multiarch folder),
 or by the system's loader (libztkdb.so.0).
 """
@@ -85,11 +85,11 @@ def _load():
     if os.environ.get("ZTKDB_LIBRARY"):
         candidates.append(os.environ["ZTKDB_LIBRARY"])
     here = os.path.dirname(os.path.abspath(__file__))
-    # Beside the module (a wheel), then the tree it is installed in:
-    # <prefix>/lib/python3/dist-packages -> <prefix>/lib and its multiarch
+    # In the package (a wheel), then the tree it is installed in:
+    # <prefix>/lib/python3/dist-packages/ztkdb -> <prefix>/lib and its multiarch
     # folder (lib/x86_64-linux-gnu); last the system's loader.
     candidates.append(os.path.join(here, "libztkdb.so.0"))
-    lib = os.path.normpath(os.path.join(here, "..", ".."))
+    lib = os.path.normpath(os.path.join(here, "..", "..", ".."))
     candidates.append(os.path.join(lib, "libztkdb.so.0"))
     candidates.extend(sorted(glob.glob(os.path.join(lib, "*-linux-*", "libztkdb.so.0"))))
     candidates.append("libztkdb.so.0")
