@@ -68,6 +68,7 @@ install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ztk COMPONENT t
 # The Python module where the system's python3 finds it; a tree installed
 # elsewhere puts that folder on PYTHONPATH.
 install(FILES python/ztkdb/__init__.py python/ztkdb/__init__.pyi python/ztkdb/py.typed
+  python/ztkdb/_signatures.py
   DESTINATION lib/python3/dist-packages/ztkdb COMPONENT python)
 
 # The API reference from the public headers' contracts (scripts/package):

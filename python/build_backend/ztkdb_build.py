@@ -17,7 +17,7 @@ import tarfile
 import zipfile
 
 _HERE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-_PACKAGE_FILES = ("__init__.py", "__init__.pyi", "py.typed")
+_PACKAGE_FILES = ("__init__.py", "__init__.pyi", "py.typed", "_signatures.py")
 
 
 def _project():

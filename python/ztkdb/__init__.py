@@ -26,6 +26,7 @@ import ctypes
 import datetime
 import decimal
 import glob
+import inspect
 import os
 import sys
 import threading
@@ -39,6 +40,11 @@ _ZTK_OBJECT, _ZTK_BOOL, _ZTK_BYTE = 9, 11, 17
 _GET, _PUT, _METHOD = 1, 2, 3
 
 _OLE_EPOCH = datetime.datetime(1899, 12, 30)
+
+try:
+    from ._signatures import SIGNATURES as _SIGNATURES
+except ImportError:  # the module copied on its own
+    _SIGNATURES = {}
 
 
 class _Union(ctypes.Union):
@@ -356,7 +362,8 @@ class Object:
             result = _Value()
             _check(_lib.ztk_get(self._handle, name.encode(), ctypes.byref(result)))
             return _from_value(result)
-        return lambda *args: self._call(name, *args)
+        spelled, kinds = entry
+        return _method(self._class, spelled, kinds.get(_METHOD, kinds.get(_GET))[0]).__get__(self)
 
     def __setattr__(self, name, value):
         keep = []
@@ -406,10 +413,41 @@ def _creatable(name):
     return name in _creatable_names
 
 
-def _method(spelled):
-    def call(self, *args):
+_OMITTED = object()
+
+
+def _positional(where, names, args, kwargs):
+    """Keyword arguments in their places; an optional one left out stays
+    out, a required one left out is the library's error 449."""
+    if names is None:
+        raise TypeError("%s takes no keyword arguments" % where)
+    twice = [n for n in names[:len(args)] if n in kwargs]
+    if twice:
+        raise TypeError("%s got %s by position and by name" % (where, ", ".join(twice)))
+    out = list(args) + [kwargs.pop(n, _OMITTED) for n in names[len(args):]]
+    if kwargs:
+        raise TypeError("%s has no parameter %s" % (where, ", ".join(sorted(kwargs))))
+    while out and out[-1] is _OMITTED:
+        out.pop()
+    return [None if a is _OMITTED else a for a in out]
+
+
+def _method(class_name, spelled, required=0):
+    names = _SIGNATURES.get(class_name, {}).get(spelled)
+    where = "%s.%s" % (class_name, spelled)
+
+    def call(self, *args, **kwargs):
+        if kwargs:
+            args = _positional(where, names, args, kwargs)
         return self._call(spelled, *args)
+
     call.__name__ = call.__qualname__ = spelled
+    if names is not None:
+        kind = inspect.Parameter.POSITIONAL_OR_KEYWORD
+        call.__signature__ = inspect.Signature(
+            [inspect.Parameter("self", kind)] +
+            [inspect.Parameter(n, kind, default=inspect.Parameter.empty if i < required else None)
+             for i, n in enumerate(names)])
     return call
 
 
@@ -438,7 +476,10 @@ def _class_for(name):
         for spelled, kinds in table.values():
             if spelled.startswith("_") or spelled in ("close",):
                 continue
-            body[spelled] = _method(spelled) if _is_method(kinds) else _property(spelled, kinds)
+            if _is_method(kinds):
+                body[spelled] = _method(name, spelled, kinds.get(_METHOD, kinds.get(_GET))[0])
+            else:
+                body[spelled] = _property(spelled, kinds)
         base = _List if "itembyrecid" in table else Object
         cls = type(name, (base,), body)
         _classes[name] = cls

@@ -19,10 +19,18 @@ STUB = ROOT / "python" / "ztkdb" / "__init__.pyi"
 def test_the_type_information_is_written_from_the_library():
     sys.path.insert(0, str(ROOT / "python"))
     import make_stub
+    stub, signatures = make_stub.stub_and_signatures()
     committed = STUB.read_text(encoding="utf-8")
-    assert make_stub.stub() == committed, "python/ztkdb/__init__.pyi is stale: run make_stub.py"
-    assert "def ReadByDone(self" in committed
-    assert "def __iter__" in committed
+    assert stub == committed, "python/ztkdb/__init__.pyi is stale: run python/make_stub.py"
+    assert signatures == (STUB.parent / "_signatures.py").read_text(encoding="utf-8"), \
+        "python/ztkdb/_signatures.py is stale: run python/make_stub.py"
+    # The headers' names and types, not placeholders.
+    assert "def ReadByDone(self, bDone: bool, eSortOrder: int = ..., iShowingDays: int = ...)" \
+        in committed
+    assert "def MoveFirst(self) -> Optional[CAuftrag]" in committed
+    assert "    Kosten: decimal.Decimal" in committed
+    assert "def __iter__(self) -> Iterator[CAuftrag]" in committed
+    assert "a0: Any" not in committed
 
 
 def fresh_venv(scratch):

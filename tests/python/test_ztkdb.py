@@ -2,6 +2,7 @@
 conflict, list, and clear errors for mistakes."""
 import datetime
 import decimal
+import inspect
 import os
 import subprocess
 import tempfile
@@ -104,6 +105,37 @@ class Binding(unittest.TestCase):
         # A walk inside a walk of the same list leaves the outer one its place.
         pairs = [(a.Nr, b.Nr) for a in orders for b in orders]
         self.assertEqual(pairs, [(1, 1), (1, 2), (2, 1), (2, 2)])
+
+    def test_keyword_arguments_by_the_headers_names(self):
+        order = ztkdb.CAuftrag()
+        order.ConnectStorage(stClientName="py")
+        day = datetime.datetime(2026, 11, 20, 8, 15)
+        values = dict(lNr=9, lAuftragNehmerId=17, AuftragsDatum=day, stAuftragsZeit="08:15",
+                      lObjId=100, eObjTyp=ztkdb.sotRoom, stAuftrag="per Name", ErledBisDatum=day,
+                      stErledBisZeit="", WiederDatum=ztkdb.NoDate, stWiederZeit="",
+                      bErledigt=False, ErledigtDatum=ztkdb.NoDate, stErledigtZeit="",
+                      lOvObjAufgabeId=0, lOvObjHistorieId=0, byAuftragstyp=2, lAnsprechId=31,
+                      byGebTyp=1, lGebId=12, lSoId=1, byHerkunft=ztkdb.hetTikora,
+                      stNrVorsatz="A", stBearbeiter="Meier", stTelBearbeiter="0711",
+                      stAufGeber="HV", lAufGebFaId=5, stAufGebKst="K1", stOrt="Köln",
+                      stObjekt="Objekt", stKostenstelle="KST", stRechnEmpf="RE", bGesperrt=False,
+                      stBemerkung="", stAuftragstyp="Typ", cuKosten=decimal.Decimal("1.5"),
+                      stLeistungsart="LA", stVerantwortlicher="VA")
+        order.CreateNew7(**values)
+        self.assertEqual((order.Nr, order.Auftrag, order.Ort), (9, "per Name", "Köln"))
+        orders = ztkdb.CAuftragListe()
+        orders.ConnectStorage("py")
+        orders.ReadByDone(bDone=False, iShowingDays=30)  # eSortOrder left out between
+        self.assertEqual(len(orders), 1)
+        self.assertIn("bDone", str(inspect.signature(ztkdb.CAuftragListe.ReadByDone)))
+        with self.assertRaises(TypeError) as e:
+            order.ReadById(lNummer=3)
+        self.assertIn("CAuftrag.ReadById has no parameter lNummer", str(e.exception))
+        with self.assertRaises(TypeError):
+            order.ReadById(3, lId=3)
+        with self.assertRaises(ztkdb.Error) as missing:
+            orders.ReadByDone(iShowingDays=30)  # bDone is required
+        self.assertEqual(missing.exception.number, 449)
 
     def test_classes_are_python_classes(self):
         order = new_order("py", 5, "Tür")
