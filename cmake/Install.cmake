@@ -34,7 +34,6 @@ configure_file(cmake/ztkdb.pc.in ${CMAKE_CURRENT_BINARY_DIR}/ztkdb.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztkdb.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT dev)
 
-# ztk links the library statically: it needs no search path at run time.
 install(TARGETS ztk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
 add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/ztk.1.gz ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
   COMMAND ztk man > ${CMAKE_CURRENT_BINARY_DIR}/ztk.1

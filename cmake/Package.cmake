@@ -41,6 +41,10 @@ database of a facility-management suite.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME ztk)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION database)
+# ztk uses the library of libztkdb0, including internals of this very
+# version; dpkg-shlibdeps finds that library in the build tree.
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "libztkdb0 (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR})
 set(CPACK_COMPONENT_TOOL_DESCRIPTION
   "help-desk module database from a terminal
 ztk lists, shows, adds, changes, closes and deletes reports, work orders,

@@ -162,7 +162,11 @@ def declarations(class_name):
 
 
 def _doc(text, indent):
-    text = " ".join(text.split()).replace('"""', "'''").replace("\\", "\\\\")
+    """The contract's first sentence, Doxygen commands left out."""
+    text = re.sub(r"^[\\@]brief\s+", "", " ".join(text.split()))
+    text = re.split(r"\s*[\\@](?:param|return|returns|throws|note|see)\b", text)[0]
+    text = re.split(r"(?<=[.!?])\s", text)[0].strip()
+    text = text.replace('"""', "'''").replace("\\", "\\\\")
     return '%s"""%s"""' % (indent, text) if text else ""
 
 

@@ -71,6 +71,21 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   EXPECT_EQ(shown["Ort"], "Köln");
   EXPECT_EQ(shown["Erledigt"], true);
 
+  // A dispatcher writes only over what was shown: a token another change
+  // replaced is a conflict (exit 3) and writes nothing.
+  const std::string token = shown["UId"];
+  const Outcome guarded = On({"auftrag", "set", id, "Ort=Ulm", "--if-unchanged", token});
+  EXPECT_EQ(guarded.code, 0) << guarded.err;
+  const Outcome stale = On({"auftrag", "set", id, "Ort=Bonn", "--if-unchanged", token});
+  EXPECT_EQ(stale.code, 3);
+  EXPECT_NE(stale.err.find("changed by someone else since it was shown"), std::string::npos)
+      << stale.err;
+  EXPECT_EQ(On({"auftrag", "reopen", id, "--if-unchanged", token}).code, 3);
+  const auto after = On({"--json", "auftrag", "show", id}).Json();
+  EXPECT_EQ(after["Ort"], "Ulm");
+  EXPECT_EQ(after["Erledigt"], true);
+  EXPECT_EQ(On({"auftrag", "set", id, "Ort=Köln", "--if-unchanged", after["UId"]}).code, 0);
+
   EXPECT_EQ(On({"auftrag", "unlink", id, "--meldung", std::to_string(m1["Id"].get<int>())}).code,
             0);
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["MeldungId"], 0);

@@ -1,3 +1,5 @@
+/// \file
+/// The library's one exception, ZTkDb::Error, and its numbers.
 #pragma once
 
 #include <stdexcept>
@@ -7,15 +9,29 @@
 
 namespace ZTkDb {
 
-// The one exception type every public member lets escape. Number, source and
-// description are passed on unchanged by every member that did not raise it,
-// so a host sees the engine's or the conversion's error as it was raised.
+/// The one exception type every public member lets escape. Number, source and
+/// description are passed on unchanged by every member that did not raise it,
+/// so a host sees the engine's or the conversion's error as it was raised.
+/// Anything else that fails inside a member (out of memory, a fault of the
+/// library) arrives as an Error too, numbered 7 or 51.
 class ZTKDB_API Error : public std::runtime_error {
  public:
+  /// An error as the library raises it; what() gives the description.
+  /// \param number One of ErrorNumbers.
+  /// \param source Where it was raised: the engine, a conversion, or a member such as
+  ///   "CAuftrag.ReadById".
+  /// \param description The message, with the engine's own text (and SQLSTATE for ODBC).
   Error(long number, std::string source, std::string description);
 
+  /// The error's number.
+  /// \return One of ErrorNumbers (DAO and VB numbering).
   long Number() const noexcept { return number_; }
+  /// Where the error was raised.
+  /// \return The engine, a conversion ("ZTkDb.Variant", "ZTkDb.Currency", …) or a
+  ///   member ("CAuftrag.ReadById").
   const std::string& Source() const noexcept { return source_; }
+  /// What went wrong, for people and logs.
+  /// \return The description, carrying the engine's message (and SQLSTATE for ODBC).
   const std::string& Description() const noexcept { return description_; }
 
  private:
@@ -38,8 +54,8 @@ enum ErrorNumbers : long {
   errInvalidUseOfNull = 94,      ///< Null where the property takes none (every date property)
   errCannotCreateObject = 429,   ///< C interface: no class of that name
   errNoSuchMember = 438,         ///< C interface: the object has no member of that name
-  errArgumentNotOptional = 449,  ///< C interface: a required argument is missing
-  errWrongArgumentCount = 450,   ///< C interface: too many arguments
+  errArgumentNotOptional = 449,  ///< C interface: a required argument is missing (passed empty)
+  errWrongArgumentCount = 450,   ///< C interface: too many arguments, or fewer than required
   errDuplicateKeyInCollection = 457,  ///< a workspace or client name already in use
   errEngine = 3000,                   ///< the engine failed in a way no other number names
   errInvalidArgument = 3001,          ///< an argument the engine refuses

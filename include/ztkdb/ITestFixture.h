@@ -1,14 +1,18 @@
+/// \file
+/// ZTkDb::ITestFixture, kept for hosts that create it by name.
 #pragma once
 
 #include "ztkdb/Export.h"
 
 namespace ZTkDb {
 
-// A public class without members, kept so that hosts which create it by
-// name ("ZTkDb.ITestFixture") still find it.
+/// A public class without members, kept so that hosts which create it by
+/// name ("ZTkDb.ITestFixture") still find it.
 class ZTKDB_API ITestFixture {
  public:
+  /// Does nothing.
   ITestFixture();
+  /// Does nothing.
   ~ITestFixture();
 };
 

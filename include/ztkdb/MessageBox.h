@@ -1,3 +1,5 @@
+/// \file
+/// Message boxes: ZTkDb::MessageBoxCall and ZTkDb::SetMessageSink.
 #pragma once
 
 #include <functional>
@@ -35,6 +37,9 @@ using MessageSink = std::function<void(const MessageBoxCall&)>;
 /// restores the default sink, which writes one line to stderr. May be called
 /// from any thread at any time; boxes shown in several threads at once reach
 /// the sink concurrently, so a sink used that way must be thread-safe itself.
+/// The sink is called in the thread that showed the box, and a box goes to the
+/// sink that was set when it was shown.
+/// \param sink Called once per box; an empty function for the default.
 ZTKDB_API void SetMessageSink(MessageSink sink);
 
 }  // namespace ZTkDb

@@ -1,8 +1,13 @@
+/// \file
+/// Everything a host needs: the public classes, types and enumerations.
+/// C++ note: the cursor members BOF and EOF are spelled Bof() and Eof(),
+/// because EOF is a macro of the C library.
 #pragma once
 
-// Everything a host needs: the public classes, types and enumerations.
-// C++ note: the cursor members BOF and EOF are spelled Bof() and Eof(),
-// because EOF is a macro of the C library.
+/// \namespace ZTkDb
+/// The library's C++ interface: the connection manager CTkDb, the records
+/// (CAuftrag, CMeldung, CLeistung, CMaterial, CMsgOrderDokument), their lists,
+/// and the types their members take and raise.
 
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"

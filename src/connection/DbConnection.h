@@ -5,6 +5,7 @@
 
 #include "connection/RecordStorage.h"
 #include "engine/Database.h"
+#include "runtime/ToolExport.h"
 #include "ztkdb/Variant.h"
 #include "ztkdb/Workspace.h"
 
@@ -19,7 +20,7 @@ class DbConnection {
   // The workspace handle; nullptr before the connection is opened.
   std::unique_ptr<ZTkDb::Workspace> GetWorkspace() const;
   // The open database; raises 91 before the connection is opened.
-  std::shared_ptr<Database> GetDatabase() const;
+  ZTKDB_TOOL std::shared_ptr<Database> GetDatabase() const;
 
   void OpenJet(const std::string& path, bool exclusive, bool readOnly);
   void OpenOdbc(const std::string& connect, const std::string& user, const std::string& password,

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "connection/DbConnection.h"
+#include "runtime/ToolExport.h"
 
 namespace ZTkDb::detail {
 
@@ -17,10 +18,10 @@ namespace ZTkDb::detail {
 // itself serves one thread at a time.
 class DbConnectionRegistry {
  public:
-  static DbConnectionRegistry& Instance();
+  ZTKDB_TOOL static DbConnectionRegistry& Instance();
 
   // The connection registered under `name`, or nullptr (Nothing).
-  DbConnection* Item(const std::string& name);
+  ZTKDB_TOOL DbConnection* Item(const std::string& name);
   // Registers a new, not yet opened connection; raises 457 if `name` is taken.
   DbConnection& Add(const std::string& name);
   // Closes and forgets the connection; nothing happens for an unknown name.

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <string>
 
+#include "runtime/ToolExport.h"
+
 namespace ZTkDb::detail {
 
 // The two process-wide dialect flags. Atomic, since clients may work in
@@ -18,6 +20,6 @@ struct DbDialect {
 
 // The registry key for a client: "<client>_ZTk" while the Jet flag is set,
 // "<client>_Zanto" otherwise. Computed afresh on every lookup.
-std::string WorkspaceName(const std::string& clientName);
+ZTKDB_TOOL std::string WorkspaceName(const std::string& clientName);
 
 }  // namespace ZTkDb::detail

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "runtime/ToolExport.h"
 #include "ztkdb/Variant.h"
 
 namespace ZTkDb::detail {
@@ -97,7 +98,7 @@ class RowSet {
   // One cell, reached by skipping the cells before it.
   Cell CellAt(int64_t row, int32_t column) const;
   static Variant ToVariant(const Cell& cell);
-  void DecodeRow(int64_t row, std::vector<Variant>& out) const;
+  ZTKDB_TOOL void DecodeRow(int64_t row, std::vector<Variant>& out) const;
 
   // Distinct for every set of columns of the process, and the same for the
   // results of one prepared statement: a key for what readers cache about a
@@ -146,6 +147,6 @@ class RowSet {
   Pending pending_;
 };
 
-std::string LowerAscii(std::string_view s);
+ZTKDB_TOOL std::string LowerAscii(std::string_view s);
 
 }  // namespace ZTkDb::detail

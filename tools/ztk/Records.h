@@ -191,9 +191,20 @@ void Add(Session& session, const std::vector<std::string>& assignments, bool for
   PrintStored<R>(session, record->Id(), out);
 }
 
+// --if-unchanged: the row must still hold the token it was shown with; the
+// update's own guard then covers the time between this read and the write.
+template <typename R>
+void CheckUnchanged(const R& record, const std::string& token) {
+  if (token.empty() || record.UId() == token) return;
+  throw Conflict(std::string(RecordKind<R>::kWord) + " " + std::to_string(record.Id()) +
+                 " was changed by someone else since it was shown (its token is now " +
+                 record.UId() + "), so nothing was written. Show it again and repeat the change "
+                 "if it still applies.");
+}
+
 template <typename R>
 void Set(Session& session, int32_t id, const std::vector<std::string>& assignments,
-         const OutputOptions& out) {
+         const OutputOptions& out, const std::string& ifUnchanged = {}) {
   const auto& fields = RecordKind<R>::Fields();
   const auto values = ParseAssignments(fields, assignments);
   if (values.empty()) throw UsageError("nothing to set: give FIELD=VALUE");
@@ -201,6 +212,7 @@ void Set(Session& session, int32_t id, const std::vector<std::string>& assignmen
     throw UsageError("MeldungId is the order's link: change it with auftrag link / unlink");
   }
   auto record = Load<R>(session, id);
+  CheckUnchanged(*record, ifUnchanged);
   Apply(*record, values);
   if constexpr (requires(R r) { r.Erledigt(true); }) {
     // Erledigt=nein clears the date; Erledigt=ja without one sets today's.
@@ -215,8 +227,9 @@ void Set(Session& session, int32_t id, const std::vector<std::string>& assignmen
 
 template <typename R>
 void Done(Session& session, int32_t id, bool done, const ZTkDb::Date* date,
-          const OutputOptions& out) {
+          const OutputOptions& out, const std::string& ifUnchanged = {}) {
   auto record = Load<R>(session, id);
+  CheckUnchanged(*record, ifUnchanged);
   MarkDone(*record, done, date);
   session.Write([&] { record->Update(); });
   PrintStored<R>(session, id, out);

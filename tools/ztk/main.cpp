@@ -42,7 +42,12 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   static int32_t id = 0;
   static std::vector<std::string> assignments;
   static bool force = false, cascade = false;
-  static std::string doneDate;
+  static std::string doneDate, ifUnchanged;
+  const auto guard = [](CLI::App* command) {
+    command->add_option("--if-unchanged", ifUnchanged,
+                        "write only if the row still holds this token (UId, as show prints it); "
+                        "otherwise exit 3 and write nothing");
+  };
 
   auto* show = parent->add_subcommand("show", "show every field of one " + word);
   show->add_option("ID", id, "its id")->required();
@@ -67,9 +72,10 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   set->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
-      Set<R>(session, id, assignments, ctx.out);
+      Set<R>(session, id, assignments, ctx.out, ifUnchanged);
     };
   });
+  guard(set);
 
   if (withDone) {
     if constexpr (requires(R r) { r.Erledigt(true); }) {
@@ -81,20 +87,22 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
       done->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
-          if (doneDate.empty()) return Done<R>(session, id, true, nullptr, ctx.out);
+          if (doneDate.empty()) return Done<R>(session, id, true, nullptr, ctx.out, ifUnchanged);
           const ZTkDb::Date date = ParseDateOption("--date", doneDate);
-          Done<R>(session, id, true, &date, ctx.out);
+          Done<R>(session, id, true, &date, ctx.out, ifUnchanged);
         };
       });
+      guard(done);
       auto* reopen = parent->add_subcommand(
           "reopen", "open one " + word + " again: not done, no completion date (31.12.9999)");
       reopen->add_option("ID", id, "its id")->required();
       reopen->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
-          Done<R>(session, id, false, nullptr, ctx.out);
+          Done<R>(session, id, false, nullptr, ctx.out, ifUnchanged);
         };
       });
+      guard(reopen);
     }
   }
 

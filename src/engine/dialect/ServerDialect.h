@@ -6,6 +6,7 @@
 
 #include "engine/Database.h"
 #include "engine/SqlTokenizer.h"
+#include "runtime/ToolExport.h"
 
 namespace ZTkDb {
 class Date;
@@ -73,7 +74,7 @@ class ServerDialect {
   };
   virtual const ColumnTypes& Types() const = 0;
   // The column type of a new column of a DAO type.
-  const char* ColumnType(DaoFieldType type) const;
+  ZTKDB_TOOL const char* ColumnType(DaoFieldType type) const;
   // Whether catalog calls must name the current database because one server
   // holds many databases with the same table names (MariaDB, MySQL).
   virtual bool CatalogIsDatabase() const { return false; }
@@ -134,7 +135,7 @@ class ServerDialect {
   }
 };
 
-const ServerDialect& SqliteDialect();
+ZTKDB_TOOL const ServerDialect& SqliteDialect();
 const ServerDialect& PostgresDialect();
 const ServerDialect& MariaDbDialect();
 // A server the library has no rules for: standard SQL, and anything whose

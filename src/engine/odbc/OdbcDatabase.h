@@ -16,6 +16,7 @@
 #include "engine/odbc/OdbcBlockFetch.h"
 #include "engine/odbc/OdbcFetch.h"
 #include "engine/odbc/OdbcHandle.h"
+#include "runtime/ToolExport.h"
 
 namespace ZTkDb::detail {
 
@@ -40,7 +41,7 @@ class OdbcDatabase final : public Database {
   // has no meaning for a server and is ignored; `readOnly` makes the engine
   // refuse writes (3027) and puts the session into the server's read-only
   // mode where it has one.
-  static std::shared_ptr<OdbcDatabase> Open(const std::string& connect, bool readOnly);
+  ZTKDB_TOOL static std::shared_ptr<OdbcDatabase> Open(const std::string& connect, bool readOnly);
 
   ~OdbcDatabase() override;
 

@@ -11,6 +11,7 @@
 #include "engine/StatementAdapter.h"
 #include "engine/StatementPlans.h"
 #include "runtime/Storable.h"
+#include "runtime/ToolExport.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -32,7 +33,7 @@ class SqliteDatabase final : public Database {
   // is named as such), cannot be opened, or is locked exclusively by another
   // process. Writes into a file that was moved or deleted while open are
   // refused (3051).
-  static std::shared_ptr<SqliteDatabase> Open(const std::string& path, bool exclusive,
+  ZTKDB_TOOL static std::shared_ptr<SqliteDatabase> Open(const std::string& path, bool exclusive,
                                               bool readOnly);
   // Creates a new database file from `ddl`; refuses an existing file (3204).
   static void Create(const std::string& path, const std::string& ddl);
