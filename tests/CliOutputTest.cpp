@@ -3,6 +3,8 @@
 // and the conveniences around it.
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "TestSupport.h"
 #include "ZtkRun.h"
@@ -40,7 +42,7 @@ class CliOutput : public ztktest::ZtkDatabase {
                              "Ein sehr langer Auftragstext, der auf keinem schmalen Terminal in "
                              "eine Spalte passt und trotzdem vollständig gelesen werden will"}) {
       ASSERT_EQ(On({"auftrag", "add", std::string("Auftrag=") + text, "Ort=Stuttgart-Mitte",
-                    "Kosten=1234567,8901"})
+                    "Kosten=1234567,8901", "--force"})
                     .code,
                 0);
     }
@@ -122,7 +124,29 @@ TEST_F(CliOutput, ConveniencesAndClearMessages) {
   EXPECT_EQ(query.Json()[0]["n"], 3);
   const Outcome write = On({"query", "DELETE FROM T_Auftrag"});
   EXPECT_EQ(write.code, 1);
+  // What reads runs read-only, as the engine itself reads it; a write
+  // hidden in a WITH does not.
+  for (const char* read :
+       {"PRAGMA table_info(T_Auftrag)", "EXPLAIN QUERY PLAN SELECT * FROM T_Auftrag",
+        "WITH x AS (SELECT lId FROM T_Auftrag) SELECT count(*) AS n FROM x"}) {
+    const Outcome ran = On({"--json", "query", read});
+    EXPECT_EQ(ran.code, 0) << read << ran.err;
+  }
+  const Outcome hidden =
+      On({"query", "WITH x AS (SELECT 1) DELETE FROM T_Auftrag WHERE lId IN (SELECT * FROM x)"});
+  EXPECT_EQ(hidden.code, 1);
+  EXPECT_NE(hidden.err.find("3027"), std::string::npos) << hidden.err;
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
+
+  // A file this user may not change opens read-only, with a note.
+  if (::geteuid() != 0) {
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    const Outcome looked = On({"--json", "auftrag", "list"});
+    EXPECT_EQ(looked.code, 0) << looked.err;
+    EXPECT_NE(looked.err.find("opened read-only"), std::string::npos) << looked.err;
+    EXPECT_EQ(On({"auftrag", "set", "1", "Ort=Ulm"}).code, 1);
+    ::chmod(path.c_str(), 0644);
+  }
 }
 
 // The manual page and the completion come from the same command tree.

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -151,6 +152,72 @@ TEST_F(Cli, BookingsAndDocumentsOfAnOrder) {
   EXPECT_EQ(On({"leistung", "add", "Stunden=1"}).code, 2);  // no order
 }
 
+TEST_F(Cli, OrdersAndReportsAreNamedByTheirNumbersToo) {
+  const auto first = On({"--json", "auftrag", "add", "Auftrag=Licht", "NrVorsatz=HT"}).Json();
+  const std::string ref = "HT" + std::to_string(first["Nr"].get<int>());
+  const int id = first["Id"].get<int>();
+  EXPECT_EQ(On({"--json", "auftrag", "show", ref}).Json()["Id"], id);
+  std::string lower = ref;
+  lower[0] = 'h';
+  EXPECT_EQ(On({"--json", "auftrag", "show", lower}).Json()["Id"], id);  // any case
+  ASSERT_EQ(On({"leistung", "add", "AuftragId=" + std::to_string(id), "Stunden=2"}).code, 0);
+  EXPECT_EQ(On({"--json", "leistung", "list", "--auftrag", ref}).Json().size(), 1u);
+  const auto report = On({"--json", "meldung", "add", "Meldung=Tür", "NrVorsatz=M"}).Json();
+  const std::string reportRef = "M" + std::to_string(report["Nr"].get<int>());
+  EXPECT_EQ(On({"auftrag", "link", ref, "--meldung", reportRef}).code, 0);
+  EXPECT_EQ(On({"--json", "auftrag", "list", "--meldung", reportRef}).Json().size(), 1u);
+
+  // A number two rows share names neither: both ids are given instead.
+  const auto twin = On({"--json", "auftrag", "add", "Auftrag=Zwilling", "NrVorsatz=HT",
+                        "Nr=" + std::to_string(first["Nr"].get<int>()), "--force"})
+                        .Json();
+  const Outcome ambiguous = On({"auftrag", "show", ref});
+  EXPECT_EQ(ambiguous.code, 1);
+  EXPECT_NE(ambiguous.err.find(std::to_string(id) + ", " + std::to_string(twin["Id"].get<int>())),
+            std::string::npos)
+      << ambiguous.err;
+  EXPECT_EQ(On({"auftrag", "show", "ZZ999"}).code, 1);
+  EXPECT_EQ(On({"auftrag", "show", "HT"}).code, 2);
+  EXPECT_EQ(On({"auftrag", "show", "1; DROP TABLE T_Auftrag"}).code, 2);
+  EXPECT_EQ(On({"leistung", "show", "HT1"}).code, 2);  // bookings have ids only
+  EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 2);
+}
+
+TEST_F(Cli, TheDispatchersQuestions) {
+  auto idOf = [](const Outcome& o) { return std::to_string(o.Json()["Id"].get<int>()); };
+  const std::string report = idOf(On({"--json", "meldung", "add", "Meldung=Wasser im Keller"}));
+  const std::string late = idOf(On({"--json", "auftrag", "add", "Auftrag=Pumpe prüfen",
+                                    "ErledBisDatum=01.01.2020", "MeldungId=" + report}));
+  On({"auftrag", "add", "Auftrag=Fenster", "ErledBisDatum=31.12.2098", "Ort=ÄUSSERES Lager"});
+  const std::string doneLate =
+      idOf(On({"--json", "auftrag", "add", "Auftrag=Tür", "ErledBisDatum=01.01.2020"}));
+  ASSERT_EQ(On({"auftrag", "done", doneLate}).code, 0);
+
+  const auto overdue = On({"--json", "auftrag", "list", "--overdue"}).Json();
+  ASSERT_EQ(overdue.size(), 1u);
+  EXPECT_EQ(std::to_string(overdue[0]["Id"].get<int>()), late);
+  EXPECT_EQ(overdue[0]["ErledBisDatum"], "2020-01-01");  // the due date is a list column
+  EXPECT_EQ(On({"auftrag", "list", "--overdue", "--done"}).code, 2);
+
+  // Any case, umlauts too; an order is found by its report's text.
+  EXPECT_EQ(On({"--json", "auftrag", "list", "--search", "äusseres"}).Json().size(), 1u);
+  const auto byReport = On({"--json", "auftrag", "list", "--search", "KELLER"}).Json();
+  ASSERT_EQ(byReport.size(), 1u);
+  EXPECT_EQ(std::to_string(byReport[0]["Id"].get<int>()), late);
+  EXPECT_EQ(On({"--json", "meldung", "list", "--search", "wasser"}).Json().size(), 1u);
+
+  // What is booked on an order, with the order.
+  ASSERT_EQ(On({"leistung", "add", "AuftragId=" + late, "Stunden=1,5", "PreisProStd=60"}).code, 0);
+  ASSERT_EQ(On({"material", "add", "AuftragId=" + late, "Bezeichnung=Dichtung", "Einheit=Stk",
+                "Menge=4", "PreisProEinheit=2,25"})
+                .code,
+            0);
+  const auto shown = On({"--json", "auftrag", "show", late}).Json();
+  EXPECT_EQ(shown["StundenGebucht"], 1.5);
+  EXPECT_EQ(shown["KostenLeistung"], "90");
+  EXPECT_EQ(shown["KostenMaterial"], "9");
+}
+
 TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
   const std::string id =
       std::to_string(On({"--json", "auftrag", "add", "Auftrag=alt"}).Json()["Id"].get<int>());
@@ -182,6 +249,19 @@ TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
   EXPECT_EQ(half.code, 1);
   EXPECT_NE(half.err.find("Verknüpfung abgelehnt"), std::string::npos) << half.err;
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 1);
+}
+
+TEST(CliDemo, ACtrlCLeavesNoHalfMadeFileAndARerunWorks) {
+  ztktest::TempDb dir(false);
+  const std::string path = dir.Dir() + "/demo.db";
+  const Outcome stopped = Ztk({"demo", path, "--reports", "100000"}, {}, 700);
+  EXPECT_EQ(stopped.code, 130) << stopped.err;
+  EXPECT_NE(stopped.err.find("interrupted (Ctrl-C): nothing was kept"), std::string::npos)
+      << stopped.err;
+  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+    EXPECT_FALSE(std::filesystem::exists(path + suffix)) << suffix;
+  }
+  EXPECT_EQ(Ztk({"demo", path, "--reports", "10"}).code, 0);
 }
 
 TEST(CliDemo, BuildsTheDataSetAndShowsTheOpenOrders) {
@@ -290,6 +370,37 @@ TEST_F(Cli, GuardsKeepTheDataConsistent) {
     EXPECT_EQ(On({"auftrag", "set", a, bad}).code, 2) << bad;
   }
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 1);
+
+  // A desk's slips on set as on add; amounts in every way a desk writes them.
+  for (const char* slip : {"Auftrag=   ", "Kosten=-5", "Kosten=1000000,01", "Kosten=1.2.3",
+                           "Kosten=99999999999999999999", "ErledigtDatum=01.01.2999"}) {
+    EXPECT_EQ(On({"auftrag", "set", a, slip}).code, 2) << slip;
+  }
+  EXPECT_NE(On({"auftrag", "set", a, "Kosten=99999999999999999999"}).err.find("too large"),
+            std::string::npos);
+  EXPECT_EQ(On({"auftrag", "done", a, "--date", "01.01.2999"}).code, 2);
+  for (const auto& [given, stored] :
+       std::vector<std::pair<std::string, std::string>>{{"1.234,56", "1234.56"},
+                                                        {"1,234.56", "1234.56"},
+                                                        {"12,50", "12.5"},
+                                                        {"12.50", "12.5"},
+                                                        {"1.234.567", "1234567"}}) {
+    const Outcome written = On({"--json", "auftrag", "set", a, "Kosten=" + given, "--force"});
+    ASSERT_EQ(written.code, 0) << given << written.err;
+    EXPECT_EQ(written.Json()["Kosten"], stored) << given;
+  }
+  EXPECT_EQ(On({"--json", "auftrag", "set", a, "Kosten=1500000", "--force"}).code, 0);
+  // A number another order holds is refused on set too; hours past a day
+  // need --force, negative ones are refused.
+  const auto other = On({"--json", "auftrag", "add", "Auftrag=anderer"}).Json();
+  const std::string otherId = std::to_string(other["Id"].get<int>());
+  const Outcome taken = On({"auftrag", "set", a, "Nr=" + std::to_string(other["Nr"].get<int>())});
+  EXPECT_EQ(taken.code, 1);
+  EXPECT_NE(taken.err.find("exists already"), std::string::npos) << taken.err;
+  EXPECT_EQ(On({"leistung", "add", "AuftragId=" + otherId, "Stunden=30"}).code, 2);
+  EXPECT_EQ(On({"leistung", "add", "AuftragId=" + otherId, "Stunden=-1"}).code, 2);
+  EXPECT_EQ(On({"leistung", "add", "AuftragId=" + otherId, "Stunden=30", "--force"}).code, 0);
+  EXPECT_EQ(On({"auftrag", "delete", otherId, "--cascade"}).code, 0);
 
   // Done and open again, with the date following the flag.
   auto order = On({"--json", "auftrag", "done", a, "--date", "03.11.2026"}).Json();

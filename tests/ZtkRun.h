@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pty.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -32,7 +33,9 @@ inline std::string ReadFile(const std::string& path) {
   return s.str();
 }
 
-inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::string>& env = {}) {
+// `interruptAfterMs`: a Ctrl-C (SIGINT) sent that long after the start.
+inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
+                   int interruptAfterMs = 0) {
   ztktest::TempDb scratch(false);
   const std::string out = scratch.Dir() + "/out", err = scratch.Dir() + "/err";
   const pid_t pid = fork();
@@ -49,6 +52,10 @@ inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::
     argv.push_back(nullptr);
     execv(ZTKDB_ZTK_PATH, argv.data());
     _exit(127);
+  }
+  if (interruptAfterMs > 0) {
+    usleep(static_cast<useconds_t>(interruptAfterMs) * 1000);
+    kill(pid, SIGINT);
   }
   int status = 0;
   waitpid(pid, &status, 0);

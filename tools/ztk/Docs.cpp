@@ -62,7 +62,8 @@ std::string ManPage(const CLI::App& app) {
       ".TP\n.B ZTK_ODBC\nthe ODBC connection string when \\-\\-odbc is not given\n"
       ".SH EXIT STATUS\n0 ok, 1 error (unknown id, refused write, busy or failed database), "
       "2 wrong command line, 3 the row was changed or deleted by someone else since it was "
-      "read (nothing was written: show it again).\n";
+      "read (nothing was written: show it again), 130 interrupted by Ctrl-C or TERM (demo, "
+      "copy and import remove the file they made or roll back: nothing half-made is left).\n";
   return page;
 }
 

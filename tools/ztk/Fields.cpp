@@ -34,30 +34,85 @@ bool ParseInteger(const std::string& text, int64_t min, int64_t max, int64_t& ou
   }
 }
 
-// Exact: "12,5" and "-0.0001" become scaled integers without a double.
-bool ParseMoney(const std::string& text, Currency& out) {
-  size_t i = 0;
-  bool negative = false;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-  int64_t whole = 0, fraction = 0;
-  int digits = 0;
-  bool any = false;
-  for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i, any = true) {
-    if (whole > 92233720368547) return false;
-    whole = whole * 10 + (text[i] - '0');
+// A number as a desk writes it, in the one form the parsers read: "12,50",
+// "12.50", "1.234,56" and "1,234.56" all become [-]digits[.digits]. With
+// both marks the last one is the decimal mark and the other groups
+// thousands (groups of three); a lone "," is a decimal mark, and so is a
+// lone "." unless it repeats ("1.234.567" groups).
+bool NormalizeNumber(const std::string& text, std::string& out) {
+  std::string body = text;
+  std::string sign;
+  if (!body.empty() && (body[0] == '-' || body[0] == '+')) {
+    if (body[0] == '-') sign = "-";
+    body.erase(0, 1);
   }
-  if (i < text.size() && (text[i] == '.' || text[i] == ',')) {
-    for (++i; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]));
-         ++i, any = true) {
-      if (++digits > 4) return false;
-      fraction = fraction * 10 + (text[i] - '0');
+  const size_t lastDot = body.rfind('.'), lastComma = body.rfind(',');
+  char decimal = 0, group = 0;
+  if (lastDot != std::string::npos && lastComma != std::string::npos) {
+    decimal = lastDot > lastComma ? '.' : ',';
+    group = decimal == '.' ? ',' : '.';
+  } else if (lastComma != std::string::npos) {
+    decimal = ',';
+  } else if (lastDot != std::string::npos) {
+    const bool repeats = body.find('.') != lastDot;
+    decimal = repeats ? 0 : '.';
+    group = repeats ? '.' : 0;
+  }
+  const size_t mark = decimal ? body.rfind(decimal) : std::string::npos;
+  const std::string whole = body.substr(0, mark);
+  const std::string fraction = mark == std::string::npos ? "" : body.substr(mark + 1);
+  std::string digits;
+  size_t run = 0, groups = 0;
+  for (char c : whole) {
+    if (group && c == group) {
+      if (run == 0 || (groups > 0 && run != 3) || (groups == 0 && run > 3)) return false;
+      ++groups;
+      run = 0;
+      continue;
     }
+    if (!std::isdigit(static_cast<unsigned char>(c))) return false;
+    digits += c;
+    ++run;
   }
-  if (!any || i != text.size()) return false;
-  for (; digits < 4; ++digits) fraction *= 10;
+  if (groups > 0 && run != 3) return false;
+  for (char c : fraction) {
+    if (!std::isdigit(static_cast<unsigned char>(c))) return false;
+  }
+  if (digits.empty() && fraction.empty()) return false;
+  if (mark != std::string::npos && fraction.empty()) return false;
+  out = sign + (digits.empty() ? "0" : digits) + (fraction.empty() ? "" : "." + fraction);
+  return true;
+}
+
+// Exact: "12,5" and "-0.0001" become scaled integers without a double.
+bool ParseMoney(const std::string& text, Currency& out, std::string& why) {
+  std::string v;
+  if (!NormalizeNumber(text, v)) {
+    why = "expected an amount such as 12,50 or 1.234,56, got '" + text + "'";
+    return false;
+  }
+  const bool negative = v[0] == '-';
+  const size_t dot = v.find('.');
+  const std::string whole = v.substr(negative ? 1 : 0, dot - (negative ? 1 : 0));
+  std::string fraction = dot == std::string::npos ? "" : v.substr(dot + 1);
+  if (fraction.size() > 4) {
+    why = "an amount has at most 4 decimals, got '" + text + "'";
+    return false;
+  }
+  fraction.resize(4, '0');
+  const size_t lead = whole.find_first_not_of('0');
+  const std::string significant = lead == std::string::npos ? "" : whole.substr(lead);
   constexpr int64_t kMaxWhole = INT64_MAX / 10000;
-  if (whole > kMaxWhole || (whole == kMaxWhole && fraction > INT64_MAX % 10000)) return false;
-  out = Currency::FromScaled((negative ? -1 : 1) * (whole * 10000 + fraction));
+  const std::string largest = std::to_string(kMaxWhole);
+  const int64_t part = std::stoll(fraction);
+  if (significant.size() > largest.size() ||
+      (significant.size() == largest.size() && significant > largest) ||
+      (significant == largest && part > INT64_MAX % 10000)) {
+    why = "'" + text + "' is too large: an amount reaches at most 922.337.203.685.477,5807";
+    return false;
+  }
+  const int64_t w = significant.empty() ? 0 : std::stoll(significant);
+  out = Currency::FromScaled((negative ? -1 : 1) * (w * 10000 + part));
   return true;
 }
 
@@ -113,28 +168,22 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
     }
     case FieldKind::kCurrency: {
       Currency c;
-      if (!ParseMoney(text, c)) {
-        why = "expected an amount with at most 4 decimals, got '" + text + "'";
-        return false;
-      }
+      if (!ParseMoney(text, c, why)) return false;
       out = c;
       return true;
     }
     case FieldKind::kDouble: {
-      std::string v = text;
-      for (char& c : v) {
-        if (c == ',') c = '.';
-      }
+      std::string v;
       size_t used = 0;
       try {
-        const double d = std::stod(v, &used);
-        if (used == v.size() && std::isfinite(d)) {
+        const double d = NormalizeNumber(text, v) ? std::stod(v, &used) : 0;
+        if (!v.empty() && used == v.size() && std::isfinite(d)) {
           out = d;
           return true;
         }
       } catch (const std::exception&) {
       }
-      why = "expected a number, got '" + text + "'";
+      why = "expected a number such as 1,5 or 1.5, got '" + text + "'";
       return false;
     }
     case FieldKind::kText:
@@ -313,7 +362,7 @@ const std::vector<Field<CAuftrag>>& AuftragFields() {
                  r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
                }},
       ZTK_RW(R, SoId, K::kLong, int32_t, true),
-      ZTK_RW(R, ErledBisDatum, K::kDate, Date, false),
+      ZTK_RW(R, ErledBisDatum, K::kDate, Date, true),
       ZTK_RW(R, ErledBisZeit, K::kText, std::string, false),
       ZTK_RW(R, WiederDatum, K::kDate, Date, false),
       ZTK_RW(R, WiederZeit, K::kText, std::string, false),

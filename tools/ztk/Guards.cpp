@@ -3,6 +3,7 @@
 #include "Guards.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace ztk {
 namespace {
@@ -54,6 +55,95 @@ template void CheckValues(const std::vector<Field<CLeistung>>&, const CLeistung&
 template void CheckValues(const std::vector<Field<CMaterial>>&, const CMaterial&);
 template void CheckValues(const std::vector<Field<CMsgOrderDokument>>&, const CMsgOrderDokument&);
 
+namespace {
+
+bool Named(const char* name, std::initializer_list<const char*> names) {
+  for (const char* n : names) {
+    if (std::strcmp(name, n) == 0) return true;
+  }
+  return false;
+}
+
+bool Blank(const std::string& text) {
+  return text.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+}  // namespace
+
+template <typename R>
+void CheckGiven(const std::vector<std::pair<const Field<R>*, FieldValue>>& values, bool force) {
+  for (const auto& [field, value] : values) {
+    const std::string name = field->name;
+    double number = 0, bound = 0;
+    const char* unit = "";
+    if (const auto* c = std::get_if<ZTkDb::Currency>(&value)) {
+      number = static_cast<double>(c->Scaled()) / 10000.0;
+      bound = 1000000.0;
+      unit = "1.000.000,00";
+    } else if (const auto* d = std::get_if<double>(&value)) {
+      number = *d;
+      if (name == "Stunden") {
+        bound = 24.0;
+        unit = "24 hours";
+      } else if (name == "Menge") {
+        bound = 100000.0;
+        unit = "100.000";
+      }
+    } else if (const auto* date = std::get_if<ZTkDb::Date>(&value)) {
+      if (name == "ErledigtDatum" && *date != ZTkDb::NoDate &&
+          date->DatePart() > ZTkDb::Date::Today()) {
+        throw UsageError(name + ": a done date cannot lie in the future, got " +
+                         date->ShortText().substr(0, 10));
+      }
+      continue;
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+      if (Named(field->name, {"Auftrag", "Meldung", "Bezeichnung", "Datei"}) && Blank(*text)) {
+        throw UsageError(name + " must not be blank");
+      }
+      continue;
+    } else {
+      continue;
+    }
+    if (number < 0) throw UsageError(name + " cannot be negative, got " + DisplayText(value));
+    if (bound > 0 && number > bound && !force) {
+      throw UsageError(name + " " + DisplayText(value) + " is more than " + unit +
+                       ", which is most likely a slip; --force takes it");
+    }
+  }
+}
+
+template void CheckGiven(const std::vector<std::pair<const Field<CAuftrag>*, FieldValue>>&, bool);
+template void CheckGiven(const std::vector<std::pair<const Field<CMeldung>*, FieldValue>>&, bool);
+template void CheckGiven(const std::vector<std::pair<const Field<CLeistung>*, FieldValue>>&, bool);
+template void CheckGiven(const std::vector<std::pair<const Field<CMaterial>*, FieldValue>>&, bool);
+template void CheckGiven(const std::vector<std::pair<const Field<CMsgOrderDokument>*, FieldValue>>&,
+                         bool);
+
+namespace {
+
+template <typename R>
+void CheckNumberFree(Session& session, const R& record, const char* word, bool force) {
+  if (force) return;
+  R probe;
+  probe.ConnectStorage(session.Client());
+  probe.ReadByNr(record.Nr(), record.NrVorsatz());
+  if (probe.Id() != 0 && probe.Id() != record.Id()) {
+    throw Failure(std::string(word) + " " + record.NrVorsatz() + std::to_string(record.Nr()) +
+                  " exists already (id " + std::to_string(probe.Id()) +
+                  "); --force gives this one the same number");
+  }
+}
+
+}  // namespace
+
+void CheckRenumbered(Session& session, const CAuftrag& record, bool force) {
+  CheckNumberFree(session, record, "auftrag", force);
+}
+
+void CheckRenumbered(Session& session, const CMeldung& record, bool force) {
+  CheckNumberFree(session, record, "meldung", force);
+}
+
 bool OrderExists(Session& session, int32_t id) {
   CAuftrag probe;
   probe.ConnectStorage(session.Client());
@@ -78,7 +168,7 @@ void RequireOrder(Session& session, int32_t id, const char* what) {
 }
 
 void RequireText(const std::string& value, const char* field, const char* what) {
-  if (value.empty()) throw UsageError(std::string(what) + " needs " + field + "=TEXT");
+  if (Blank(value)) throw UsageError(std::string(what) + " needs " + field + "=TEXT");
 }
 
 }  // namespace

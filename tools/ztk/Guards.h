@@ -16,6 +16,21 @@ namespace ztk {
 template <typename R>
 void CheckValues(const std::vector<Field<R>>& fields, const R& record);
 
+// The values given on the command line, as a desk's slip would get them
+// wrong: no negative hours, quantities or amounts; hours past 24, quantities
+// past 100,000 and amounts past 1.000.000,00 only with `force` (real values
+// may exceed them); no done date in the future; no blank text for a field
+// a record cannot do without.
+template <typename R>
+void CheckGiven(const std::vector<std::pair<const Field<R>*, FieldValue>>& values, bool force);
+
+// A record renumbered by `set` (Nr or NrVorsatz given): no other record
+// under that number and prefix, unless `force`.
+void CheckRenumbered(Session& session, const ZTkDb::CAuftrag& record, bool force);
+void CheckRenumbered(Session& session, const ZTkDb::CMeldung& record, bool force);
+template <typename R>
+void CheckRenumbered(Session&, const R&, bool) {}
+
 // A new record: the fields it cannot do without, the orders and reports it
 // refers to, and (unless `force`) no second record under the same number
 // and prefix. A missing field is a UsageError (exit 2), anything else a

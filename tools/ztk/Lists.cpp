@@ -89,9 +89,38 @@ void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
   list->add_option("--typ", f.typ, "object type (1 site … 8 object)");
   list->add_option("--from", f.from, "first date of a period; needs --to");
   list->add_option("--to", f.to, "last date of a period");
+  list->add_option("--search", f.search,
+                   orders
+                       ? "only orders whose text, remark, place or object, or whose report's "
+                         "text, holds TEXT (any case)"
+                       : "only reports whose text, remark, place or object holds TEXT (any case)");
+  if (orders) {
+    list->add_flag("--overdue", f.overdue, "open orders past their due date (ErledBisDatum)");
+  }
 }
 
 namespace {
+
+// Lower case for a search without regard to case: ASCII and the Latin-1
+// capitals (Ä, Ö, Ü, É …) in UTF-8.
+std::string Folded(const std::string& text) {
+  std::string out = text;
+  for (size_t i = 0; i < out.size(); ++i) {
+    const auto c = static_cast<unsigned char>(out[i]);
+    if (c >= 'A' && c <= 'Z') {
+      out[i] = static_cast<char>(c + 32);
+    } else if (c == 0xC3 && i + 1 < out.size()) {
+      const auto next = static_cast<unsigned char>(out[i + 1]);
+      if (next >= 0x80 && next <= 0x9E && next != 0x97) out[i + 1] = static_cast<char>(next + 32);
+      ++i;
+    }
+  }
+  return out;
+}
+
+bool Holds(const std::string& text, const std::string& folded) {
+  return Folded(text).find(folded) != std::string::npos;
+}
 
 // The list query the options chose, on either list class: both have the
 // same families, and only the order list has one by report.
@@ -136,14 +165,36 @@ void Read(List& list, Query query, const ListFilter& f, Sort sort) {
 
 }  // namespace
 
-void ListOrders(Session& session, const ListFilter& f, const OutputOptions& out) {
+void ListOrders(Session& session, const ListFilter& given, const OutputOptions& out) {
+  ListFilter f = given;
+  if (f.overdue) {
+    if (f.done) throw UsageError("--overdue and --done exclude each other");
+    f.open = true;  // overdue ones are open
+  }
   const Query query = ChooseQuery(f, true);
   const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
       ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
   ZTkDb::CAuftragListe list;
   list.ConnectStorage(session.Client());
   Read(list, query, f, sort);
-  PrintList(list, out);
+  const ZTkDb::Date today = ZTkDb::Date::Today();
+  const std::string needle = Folded(f.search);
+  ZTkDb::CMeldung report;
+  report.ConnectStorage(session.Client());
+  PrintList(list, out, [&](const ZTkDb::CAuftrag& o) {
+    if (f.overdue && (o.Erledigt() || o.ErledBisDatum() == ZTkDb::NoDate ||
+                      !(o.ErledBisDatum().DatePart() < today))) {
+      return false;
+    }
+    if (needle.empty()) return true;
+    if (Holds(o.Auftrag(), needle) || Holds(o.Bemerkung(), needle) || Holds(o.Ort(), needle) ||
+        Holds(o.Objekt(), needle)) {
+      return true;
+    }
+    if (o.MeldungId() == 0) return false;
+    report.ReadById(o.MeldungId());
+    return report.Id() != 0 && Holds(report.Meldung(), needle);
+  });
 }
 
 void ListReports(Session& session, const ListFilter& f, const OutputOptions& out) {
@@ -153,7 +204,11 @@ void ListReports(Session& session, const ListFilter& f, const OutputOptions& out
   ZTkDb::CMeldungListe list;
   list.ConnectStorage(session.Client());
   Read(list, query, f, sort);
-  PrintList(list, out);
+  const std::string needle = Folded(f.search);
+  PrintList(list, out, [&](const ZTkDb::CMeldung& m) {
+    return needle.empty() || Holds(m.Meldung(), needle) || Holds(m.Bemerkung(), needle) ||
+           Holds(m.Ort(), needle) || Holds(m.Objekt(), needle);
+  });
 }
 
 }  // namespace ztk

@@ -23,6 +23,8 @@ struct ListFilter {
   std::string from;
   std::string to;
   int32_t meldung = 0;
+  bool overdue = false;  // open, and due (ErledBisDatum) before today
+  std::string search;    // in the texts and places, without regard to case
 };
 
 void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders);

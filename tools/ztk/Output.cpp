@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <iostream>
 
+#include "Interrupt.h"
+
 namespace ztk {
 
 namespace {
@@ -218,6 +220,7 @@ Progress::~Progress() {
 }
 
 void Progress::Step(size_t done) {
+  ThrowIfInterrupted();
   if (!shown_ || total_ == 0) return;
   const int percent = static_cast<int>(done * 100 / total_);
   if (percent == last_percent_) return;

@@ -110,4 +110,25 @@ void RecordKind<CMsgOrderDokument>::Create(CMsgOrderDokument& t, const CMsgOrder
   t.CreateNew(d.MsgId(), d.OrderId(), d.Pfad(), d.Datei());
 }
 
+ExtraRows BookedOn(Session& session, int32_t orderId) {
+  double hours = 0;
+  double labour = 0, material = 0;  // in currency units; rounded once at the end
+  ZTkDb::CLeistungListe bookings;
+  bookings.ConnectStorage(session.Client());
+  bookings.ReadByOrderId(orderId);
+  for (auto b = bookings.MoveFirst(); b; b = bookings.MoveNext()) {
+    hours += b->Stunden();
+    labour += b->Stunden() * static_cast<double>(b->PreisProStd().Scaled()) / 10000.0;
+  }
+  ZTkDb::CMaterialListe items;
+  items.ConnectStorage(session.Client());
+  items.ReadByOrderId(orderId);
+  for (auto m = items.MoveFirst(); m; m = items.MoveNext()) {
+    material += m->Menge() * static_cast<double>(m->PreisProEinheit().Scaled()) / 10000.0;
+  }
+  return {{"StundenGebucht", hours},
+          {"KostenLeistung", ZTkDb::Currency::FromDouble(labour)},
+          {"KostenMaterial", ZTkDb::Currency::FromDouble(material)}};
+}
+
 }  // namespace ztk

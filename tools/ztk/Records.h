@@ -82,24 +82,46 @@ std::unique_ptr<R> Load(Session& session, int32_t id) {
   return record;
 }
 
+// Rows shown after a record's fields: figures about it, not fields of it.
+using ExtraRows = std::vector<std::pair<std::string, FieldValue>>;
+
 template <typename R>
-void PrintRecord(const R& record, const OutputOptions& out) {
+void PrintRecord(const R& record, const OutputOptions& out, const ExtraRows& extra = {}) {
   const auto& fields = RecordKind<R>::Fields();
-  if (out.json) return PrintJson(RecordJson(fields, record));
+  if (out.json) {
+    auto doc = RecordJson(fields, record);
+    for (const auto& [name, value] : extra) doc[name] = JsonValue(value);
+    return PrintJson(doc);
+  }
   Table table({"Feld", "Wert"});
   for (const auto& f : fields) table.Add({f.name, DisplayText(f.get(record))});
+  for (const auto& [name, value] : extra) table.Add({name, DisplayText(value)});
   table.Print(stdout, out);
 }
 
-// Prints the rows of a list, from its first row to its end.
-template <typename List>
-void PrintList(List& list, const OutputOptions& out) {
+// What has been booked on an order: its hours, and what its labour and its
+// material cost (hours times rate, quantity times unit price).
+ExtraRows BookedOn(Session& session, int32_t orderId);
+
+template <typename Keep, typename R>
+bool Kept(const Keep& keep, const R& row) {
+  if constexpr (std::is_pointer_v<Keep>) {
+    return true;
+  } else {
+    return keep(row);
+  }
+}
+
+// Prints the rows of a list, from its first row to its end; with `keep`,
+// only the rows it keeps.
+template <typename List, typename Keep = bool (*)(const void*)>
+void PrintList(List& list, const OutputOptions& out, Keep keep = nullptr) {
   using R = typename decltype(list.MoveFirst())::element_type;
   const auto& fields = RecordKind<R>::Fields();
   if (out.json) {
     nlohmann::ordered_json rows = nlohmann::ordered_json::array();
     for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
-      rows.push_back(RecordJson(fields, *item));
+      if (Kept(keep, *item)) rows.push_back(RecordJson(fields, *item));
     }
     return PrintJson(rows);
   }
@@ -109,6 +131,7 @@ void PrintList(List& list, const OutputOptions& out) {
   }
   Table table(header);
   for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
+    if (!Kept(keep, *item)) continue;
     std::vector<std::string> row;
     for (const auto& f : fields) {
       if (f.listed) row.push_back(DisplayText(f.get(*item)));
@@ -121,7 +144,12 @@ void PrintList(List& list, const OutputOptions& out) {
 
 template <typename R>
 void Show(Session& session, int32_t id, const OutputOptions& out) {
-  PrintRecord(*Load<R>(session, id), out);
+  const auto record = Load<R>(session, id);
+  if constexpr (std::is_same_v<R, ZTkDb::CAuftrag>) {
+    PrintRecord(*record, out, BookedOn(session, id));
+  } else {
+    PrintRecord(*record, out);
+  }
 }
 
 // What the database holds now, not what was sent: the library fills some
@@ -179,6 +207,7 @@ void Add(Session& session, const std::vector<std::string>& assignments, bool for
     }
   }
   const bool numbered = Names(values, "Nr");
+  CheckGiven(values, force);
   CheckValues(fields, draft);
   CheckNew(session, draft, numbered, force);
   auto record = std::make_unique<R>();
@@ -204,16 +233,18 @@ void CheckUnchanged(const R& record, const std::string& token) {
 
 template <typename R>
 void Set(Session& session, int32_t id, const std::vector<std::string>& assignments,
-         const OutputOptions& out, const std::string& ifUnchanged = {}) {
+         const OutputOptions& out, const std::string& ifUnchanged = {}, bool force = false) {
   const auto& fields = RecordKind<R>::Fields();
   const auto values = ParseAssignments(fields, assignments);
   if (values.empty()) throw UsageError("nothing to set: give FIELD=VALUE");
   if (Names(values, "MeldungId")) {
     throw UsageError("MeldungId is the order's link: change it with auftrag link / unlink");
   }
+  CheckGiven(values, force);
   auto record = Load<R>(session, id);
   CheckUnchanged(*record, ifUnchanged);
   Apply(*record, values);
+  if (Names(values, "Nr") || Names(values, "NrVorsatz")) CheckRenumbered(session, *record, force);
   if constexpr (requires(R r) { r.Erledigt(true); }) {
     // Erledigt=nein clears the date; Erledigt=ja without one sets today's.
     if (Names(values, "Erledigt") && (!record->Erledigt() || !Names(values, "ErledigtDatum"))) {
@@ -228,6 +259,9 @@ void Set(Session& session, int32_t id, const std::vector<std::string>& assignmen
 template <typename R>
 void Done(Session& session, int32_t id, bool done, const ZTkDb::Date* date,
           const OutputOptions& out, const std::string& ifUnchanged = {}) {
+  if (date && date->DatePart() > ZTkDb::Date::Today()) {
+    throw UsageError("--date: a done date cannot lie in the future");
+  }
   auto record = Load<R>(session, id);
   CheckUnchanged(*record, ifUnchanged);
   MarkDone(*record, done, date);

@@ -1,9 +1,21 @@
 #include "Session.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 namespace ztk {
 namespace {
+
+// A file that exists but that this user cannot change (the file, or the
+// folder its journal goes into).
+bool Writable(const std::string& path) {
+  if (::access(path.c_str(), F_OK) != 0) return true;  // the open reports a missing file
+  if (::access(path.c_str(), W_OK) != 0) return false;
+  const size_t slash = path.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  return ::access(folder.c_str(), W_OK) == 0;
+}
 
 bool critical_shown = false;
 long critical_number = 0;
@@ -38,7 +50,15 @@ Session::Session(const DbOptions& options) : client_(options.client) {
   }
   if (client_.empty()) throw UsageError("--client must not be empty");
   if (!options.db.empty()) {
-    tkdb_.OpenJetDb(client_, options.db, false, options.read_only);
+    bool readOnly = options.read_only;
+    if (!readOnly && !Writable(options.db)) {
+      // Reading needs no more than the file: a desk that may only look still
+      // looks, and a write is refused with its own message.
+      std::fprintf(stderr, "ztk: note: you cannot write %s; it is opened read-only\n",
+                   options.db.c_str());
+      readOnly = true;
+    }
+    tkdb_.OpenJetDb(client_, options.db, false, readOnly);
   } else {
     ResetCriticalBox();
     // A failed ODBC open shows its box (on stderr) and returns normally.

@@ -12,9 +12,12 @@
 #include "Docs.h"
 #include "Fields.h"
 #include "Import.h"
+#include "Interrupt.h"
 #include "Lists.h"
 #include "Records.h"
+#include "Refs.h"
 #include "Session.h"
+#include "Transfer.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
 #include "connection/ModuleSchema.h"
@@ -27,6 +30,7 @@ constexpr int kOk = 0;
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
 constexpr int kConflict = 3;
+constexpr int kInterrupted = 130;  // as a shell reports a Ctrl-C
 
 struct Context {
   DbOptions db;
@@ -39,7 +43,9 @@ struct Context {
 template <typename R>
 void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   const std::string word = RecordKind<R>::kWord;
-  static int32_t id = 0;
+  static std::string ref;
+  const std::string what =
+      std::string("its id") + (word == "auftrag" || word == "meldung" ? " or number (A12)" : "");
   static std::vector<std::string> assignments;
   static bool force = false, cascade = false;
   static std::string doneDate, ifUnchanged;
@@ -50,15 +56,20 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   };
 
   auto* show = parent->add_subcommand("show", "show every field of one " + word);
-  show->add_option("ID", id, "its id")->required();
+  show->add_option("ID", ref, what)->required();
   show->callback([&ctx] {
-    ctx.action = [&ctx] { Show<R>(*std::make_unique<Session>(ctx.db), id, ctx.out); };
+    ctx.action = [&ctx] {
+      Session session(ctx.db);
+      Show<R>(session, ResolveRef(session, RecordKind<R>::kWord, ref), ctx.out);
+    };
   });
 
   auto* add = parent->add_subcommand(
       "add", "add a " + word + " from FIELD=VALUE pairs (fields as `show` names them)");
   add->add_option("FIELD=VALUE", assignments, "field values; the rest take their defaults");
-  add->add_flag("--force", force, "add it even when its number exists under its prefix");
+  add->add_flag("--force", force,
+                "add it even when its number exists under its prefix, or with hours past 24, "
+                "quantities past 100.000 and amounts past 1.000.000,00");
   add->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
@@ -67,14 +78,18 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   });
 
   auto* set = parent->add_subcommand("set", "change fields of one " + word);
-  set->add_option("ID", id, "its id")->required();
+  set->add_option("ID", ref, what)->required();
   set->add_option("FIELD=VALUE", assignments, "the new values")->required();
   set->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
-      Set<R>(session, id, assignments, ctx.out, ifUnchanged);
+      Set<R>(session, ResolveRef(session, RecordKind<R>::kWord, ref), assignments, ctx.out,
+             ifUnchanged, force);
     };
   });
+  set->add_flag("--force", force,
+                "take a number another record holds, or hours past 24, quantities past 100.000 "
+                "and amounts past 1.000.000,00");
   guard(set);
 
   if (withDone) {
@@ -82,11 +97,12 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
       auto* done = parent->add_subcommand(
           "done", "mark one " + word +
                       " done: today, now (one already done keeps its date unless --date)");
-      done->add_option("ID", id, "its id")->required();
+      done->add_option("ID", ref, what)->required();
       done->add_option("--date", doneDate, "the completion date (dd.mm.yyyy[ hh:mm])");
       done->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
+          const int32_t id = ResolveRef(session, RecordKind<R>::kWord, ref);
           if (doneDate.empty()) return Done<R>(session, id, true, nullptr, ctx.out, ifUnchanged);
           const ZTkDb::Date date = ParseDateOption("--date", doneDate);
           Done<R>(session, id, true, &date, ctx.out, ifUnchanged);
@@ -95,11 +111,12 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
       guard(done);
       auto* reopen = parent->add_subcommand(
           "reopen", "open one " + word + " again: not done, no completion date (31.12.9999)");
-      reopen->add_option("ID", id, "its id")->required();
+      reopen->add_option("ID", ref, what)->required();
       reopen->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
-          Done<R>(session, id, false, nullptr, ctx.out, ifUnchanged);
+          Done<R>(session, ResolveRef(session, RecordKind<R>::kWord, ref), false, nullptr, ctx.out,
+                  ifUnchanged);
         };
       });
       guard(reopen);
@@ -108,12 +125,12 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
 
   auto* del = parent->add_subcommand(
       "delete", "delete one " + word + " (refused while other rows refer to it)");
-  del->add_option("ID", id, "its id")->required();
+  del->add_option("ID", ref, what)->required();
   del->add_flag("--cascade", cascade, "delete the rows that refer to it too, in one transaction");
   del->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
-      Delete<R>(session, id, cascade, ctx.out);
+      Delete<R>(session, ResolveRef(session, RecordKind<R>::kWord, ref), cascade, ctx.out);
     };
   });
 }
@@ -198,7 +215,8 @@ int Run(int argc, char** argv) {
   CLI::App app{
       "ztk: the help-desk module database (reports, orders, bookings, documents)\n"
       "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line, 3 the row was\n"
-      "changed or deleted by someone else since it was read (nothing written)."};
+      "changed or deleted by someone else since it was read (nothing written), 130\n"
+      "interrupted (demo, copy and import leave nothing half-made)."};
   app.fallthrough();
   app.set_version_flag("--version", "ztk " ZTKDB_VERSION " (ZTkDb " ZTKDB_VERSION ")");
   app.add_option("--db", ctx.db.db, "the embedded database file (or ZTK_DB)")->envname("ZTK_DB");
@@ -268,7 +286,10 @@ int Run(int argc, char** argv) {
   copyCommand->add_flag("--append", copy.append,
                         "add to a target that holds rows (refused when an id exists there)");
   copyCommand->callback([&] {
-    ctx.action = [&] { Copy(copy); };
+    ctx.action = [&] {
+      CatchInterrupts();
+      Copy(copy);
+    };
   });
 
   ImportOptions import;
@@ -283,7 +304,10 @@ int Run(int argc, char** argv) {
   importCommand->add_flag("--all-tables", import.all_tables,
                           "also every other table of the file, into a table of the same name");
   importCommand->callback([&] {
-    ctx.action = [&] { Import(import); };
+    ctx.action = [&] {
+      CatchInterrupts();
+      Import(import);
+    };
   });
 
   bool repair = false;
@@ -313,6 +337,9 @@ int Run(int argc, char** argv) {
       ->check(CLI::Range(1, 100000));
   demo->callback([&] {
     ctx.action = [&] {
+      CatchInterrupts();
+      // Declared first, so that the session is closed when the file goes.
+      NewTargetFile newFile(ctx.db.odbc.empty() ? demoPath : std::string());
       if (!ctx.db.odbc.empty()) {
         ZTkDb::detail::CreateModuleSchemaOdbc(ctx.db.odbc);
       } else {
@@ -321,6 +348,7 @@ int Run(int argc, char** argv) {
       }
       Session session(ctx.db);
       BuildDemoData(session, demoReports);
+      newFile.Keep();
       if (!ctx.out.json)
         std::printf("Datenbank: %s\n\n", ctx.db.odbc.empty() ? demoPath.c_str() : "ODBC");
       PrintTypicalRequest(session, ctx.out);
@@ -341,24 +369,31 @@ int Run(int argc, char** argv) {
   auto* auftragList = auftrag->add_subcommand(
       "list", "list orders: all, by done state, site(s), prefix, object, period or report");
   AddFilterOptions(auftragList, orderFilter, true);
-  auftragList->add_option("--meldung", orderFilter.meldung, "orders linked to this report");
+  std::string orderReportRef;
+  auftragList->add_option("--meldung", orderReportRef,
+                          "orders linked to this report (its id or number, M7)");
   auftragList->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
+      if (!orderReportRef.empty()) {
+        orderFilter.meldung = ResolveRef(session, "meldung", orderReportRef);
+      }
       ListOrders(session, orderFilter, ctx.out);
     };
   });
   AddRecordCommands<ZTkDb::CAuftrag>(auftrag, ctx, true);
-  int32_t linkOrder = 0, linkReport = 0;
+  std::string linkOrderRef, linkReportRef;
   for (const char* verb : {"link", "unlink"}) {
     const bool linking = std::string(verb) == "link";
     auto* cmd = auftrag->add_subcommand(
         verb, linking ? "link an order to a report" : "remove the link of an order to a report");
-    cmd->add_option("ID", linkOrder, "the order's id")->required();
-    cmd->add_option("--meldung", linkReport, "the report's id")->required();
+    cmd->add_option("ID", linkOrderRef, "the order's id or number (A12)")->required();
+    cmd->add_option("--meldung", linkReportRef, "the report's id or number (M7)")->required();
     cmd->callback([&, linking] {
       ctx.action = [&, linking] {
         Session session(ctx.db);
+        const int32_t linkOrder = ResolveRef(session, "auftrag", linkOrderRef);
+        const int32_t linkReport = ResolveRef(session, "meldung", linkReportRef);
         auto order = Load<ZTkDb::CAuftrag>(session, linkOrder);
         if (linking) {
           Load<ZTkDb::CMeldung>(session, linkReport);
@@ -406,18 +441,18 @@ int Run(int argc, char** argv) {
   AddRecordCommands<ZTkDb::CMeldung>(meldung, ctx, true);
 
   // Bookings and documents.
-  int32_t byOrder = 0, byReport = 0;
+  std::string byOrderRef, byReportRef;
   bool own = false, fremd = false;
   auto* leistung =
       app.add_subcommand("leistung", "labour bookings (Leistungen)")->require_subcommand(1);
   auto* leistungList = leistung->add_subcommand("list", "the labour bookings of one order");
-  leistungList->add_option("--auftrag", byOrder, "the order's id")->required();
+  leistungList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)")->required();
   leistungList->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
       ZTkDb::CLeistungListe list;
       list.ConnectStorage(session.Client());
-      list.ReadByOrderId(byOrder);
+      list.ReadByOrderId(ResolveRef(session, "auftrag", byOrderRef));
       PrintList(list, ctx.out);
     };
   });
@@ -425,7 +460,7 @@ int Run(int argc, char** argv) {
 
   auto* material = app.add_subcommand("material", "material bookings")->require_subcommand(1);
   auto* materialList = material->add_subcommand("list", "the material bookings of one order");
-  materialList->add_option("--auftrag", byOrder, "the order's id")->required();
+  materialList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)")->required();
   auto* ownFlag =
       materialList->add_flag("--own", own, "only material not supplied with outside work");
   materialList->add_flag("--fremd", fremd, "only material supplied with outside work")
@@ -435,6 +470,7 @@ int Run(int argc, char** argv) {
       Session session(ctx.db);
       ZTkDb::CMaterialListe list;
       list.ConnectStorage(session.Client());
+      const int32_t byOrder = ResolveRef(session, "auftrag", byOrderRef);
       if (own)
         list.ReadMaterialByOrderId(byOrder);
       else if (fremd)
@@ -449,12 +485,19 @@ int Run(int argc, char** argv) {
   auto* dokument = app.add_subcommand("dokument", "document links")->require_subcommand(1);
   auto* dokumentList =
       dokument->add_subcommand("list", "the document links of an order or a report");
-  auto* orderOpt = dokumentList->add_option("--auftrag", byOrder, "the order's id");
-  dokumentList->add_option("--meldung", byReport, "the report's id")->excludes(orderOpt);
+  auto* orderOpt =
+      dokumentList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)");
+  dokumentList->add_option("--meldung", byReportRef, "the report's id or number (M7)")
+      ->excludes(orderOpt);
   dokumentList->callback([&] {
     ctx.action = [&] {
-      if ((byOrder == 0) == (byReport == 0)) throw UsageError("give --auftrag ID or --meldung ID");
+      if (byOrderRef.empty() == byReportRef.empty()) {
+        throw UsageError("give --auftrag ID or --meldung ID");
+      }
       Session session(ctx.db);
+      const int32_t byOrder = byOrderRef.empty() ? 0 : ResolveRef(session, "auftrag", byOrderRef);
+      const int32_t byReport =
+          byReportRef.empty() ? 0 : ResolveRef(session, "meldung", byReportRef);
       ZTkDb::CMsgOrderDokumentListe list;
       list.ConnectStorage(session.Client());
       if (byOrder != 0)
@@ -504,6 +547,12 @@ int Run(int argc, char** argv) {
   } catch (const std::invalid_argument& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kUsage;
+  } catch (const Interrupted& e) {
+    std::fprintf(stderr,
+                 "ztk: %s: nothing was kept (a new file was removed, a transaction rolled "
+                 "back); run the command again\n",
+                 e.what());
+    return kInterrupted;
   } catch (const Conflict& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kConflict;

@@ -451,8 +451,19 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
   sqlite3* db = Handle();
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
-  if (read_only_ && !facts.plain_query) RaiseReadOnly();
-  Prepared once{Prepare(db, text)};
+  // Beyond a plain SELECT, SQLite's own reading tells whether a statement
+  // writes: PRAGMA, EXPLAIN and WITH … SELECT read. What writes, or what it
+  // cannot read at all, is refused as a write and never stepped.
+  const bool probe = read_only_ && !facts.plain_query;
+  Prepared once{[&] {
+    if (!probe) return Prepare(db, text);
+    try {
+      return Prepare(db, text);
+    } catch (const Error&) {
+      RaiseReadOnly();
+    }
+  }()};
+  if (probe && !sqlite3_stmt_readonly(once.stmt.get())) RaiseReadOnly();
   auto rows = ReadRows(once);
   trace.Rows(rows->RowCount());
   return rows;
