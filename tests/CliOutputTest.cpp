@@ -126,16 +126,20 @@ TEST_F(CliOutput, ConveniencesAndClearMessages) {
   EXPECT_EQ(write.code, 1);
   // What reads runs read-only, as the engine itself reads it; a write
   // hidden in a WITH does not.
-  for (const char* read :
+  for (const char* reading :
        {"PRAGMA table_info(T_Auftrag)", "EXPLAIN QUERY PLAN SELECT * FROM T_Auftrag",
         "WITH x AS (SELECT lId FROM T_Auftrag) SELECT count(*) AS n FROM x"}) {
-    const Outcome ran = On({"--json", "query", read});
-    EXPECT_EQ(ran.code, 0) << read << ran.err;
+    const Outcome ran = On({"--json", "query", reading});
+    EXPECT_EQ(ran.code, 0) << reading << ran.err;
   }
-  const Outcome hidden =
-      On({"query", "WITH x AS (SELECT 1) DELETE FROM T_Auftrag WHERE lId IN (SELECT * FROM x)"});
-  EXPECT_EQ(hidden.code, 1);
-  EXPECT_NE(hidden.err.find("3027"), std::string::npos) << hidden.err;
+  // Nor what writes nothing but would change the connection.
+  for (const char* changing :
+       {"WITH x AS (SELECT 1) DELETE FROM T_Auftrag WHERE lId IN (SELECT * FROM x)",
+        "PRAGMA query_only = 0", "BEGIN", "ATTACH 'elsewhere.db' AS e", "VACUUM INTO 'copy.db'"}) {
+    const Outcome refused = On({"query", changing});
+    EXPECT_EQ(refused.code, 1) << changing;
+    EXPECT_NE(refused.err.find("3027"), std::string::npos) << changing << refused.err;
+  }
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
 
   // A file this user may not change opens read-only, with a note.

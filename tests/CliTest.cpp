@@ -218,6 +218,44 @@ TEST_F(Cli, TheDispatchersQuestions) {
   EXPECT_EQ(shown["KostenMaterial"], "9");
 }
 
+TEST_F(Cli, SummaryPerSiteForAPeriod) {
+  auto idOf = [](const Outcome& o) { return std::to_string(o.Json()["Id"].get<int>()); };
+  const std::string a = idOf(On({"--json", "auftrag", "add", "Auftrag=eins", "SoId=3",
+                                 "AuftragsDatum=heute", "ErledBisDatum=01.01.2020"}));
+  const std::string b =
+      idOf(On({"--json", "auftrag", "add", "Auftrag=zwei", "SoId=3", "AuftragsDatum=heute"}));
+  ASSERT_EQ(On({"auftrag", "done", b}).code, 0);
+  ASSERT_EQ(On({"auftrag", "add", "Auftrag=alt", "SoId=7", "AuftragsDatum=15.01.2020"}).code, 0);
+  ASSERT_EQ(
+      On({"leistung", "add", "AuftragId=" + a, "Stunden=2", "PreisProStd=50", "AusfDatum=heute"})
+          .code,
+      0);
+  ASSERT_EQ(On({"material", "add", "AuftragId=" + a, "Bezeichnung=Filter", "Einheit=Stk", "Menge=3",
+                "PreisProEinheit=4"})
+                .code,
+            0);
+
+  const auto now = On({"--json", "summary"}).Json();
+  ASSERT_EQ(now.size(), 2u) << now.dump();  // site 3 and the total: site 7 is quiet
+  EXPECT_EQ(now[0]["Standort"], "3");
+  EXPECT_EQ(now[0]["Eroeffnet"], 2);
+  EXPECT_EQ(now[0]["Erledigt"], 1);
+  EXPECT_EQ(now[0]["Ueberfaellig"], 1);
+  EXPECT_EQ(now[0]["Stunden"], 2.0);
+  EXPECT_EQ(now[0]["KostenLeistung"], "100");
+  EXPECT_EQ(now[0]["KostenMaterial"], "12");
+  EXPECT_EQ(now[1]["Standort"], "gesamt");
+  EXPECT_EQ(now[1]["Eroeffnet"], 2);
+
+  const auto then = On({"--json", "summary", "--from", "01.01.2020", "--to", "31.01.2020"}).Json();
+  ASSERT_EQ(then.size(), 3u) << then.dump();
+  EXPECT_EQ(then[0]["Eroeffnet"], 0);
+  EXPECT_EQ(then[0]["Ueberfaellig"], 1);  // overdue is as of today
+  EXPECT_EQ(then[1]["Standort"], "7");
+  EXPECT_EQ(then[1]["Eroeffnet"], 1);
+  EXPECT_EQ(On({"summary", "--from", "02.01.2020", "--to", "01.01.2020"}).code, 2);
+}
+
 TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
   const std::string id =
       std::to_string(On({"--json", "auftrag", "add", "Auftrag=alt"}).Json()["Id"].get<int>());
@@ -254,7 +292,7 @@ TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
 TEST(CliDemo, ACtrlCLeavesNoHalfMadeFileAndARerunWorks) {
   ztktest::TempDb dir(false);
   const std::string path = dir.Dir() + "/demo.db";
-  const Outcome stopped = Ztk({"demo", path, "--reports", "100000"}, {}, 700);
+  const Outcome stopped = Ztk({"demo", path, "--reports", "100000"}, {}, path);
   EXPECT_EQ(stopped.code, 130) << stopped.err;
   EXPECT_NE(stopped.err.find("interrupted (Ctrl-C): nothing was kept"), std::string::npos)
       << stopped.err;

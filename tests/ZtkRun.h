@@ -33,9 +33,10 @@ inline std::string ReadFile(const std::string& path) {
   return s.str();
 }
 
-// `interruptAfterMs`: a Ctrl-C (SIGINT) sent that long after the start.
+// `interruptOnceExists`: a Ctrl-C (SIGINT) sent a moment after that file
+// appeared (the command is then at work, however slow the machine).
 inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
-                   int interruptAfterMs = 0) {
+                   const std::string& interruptOnceExists = {}) {
   ztktest::TempDb scratch(false);
   const std::string out = scratch.Dir() + "/out", err = scratch.Dir() + "/err";
   const pid_t pid = fork();
@@ -53,8 +54,9 @@ inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::
     execv(ZTKDB_ZTK_PATH, argv.data());
     _exit(127);
   }
-  if (interruptAfterMs > 0) {
-    usleep(static_cast<useconds_t>(interruptAfterMs) * 1000);
+  if (!interruptOnceExists.empty()) {
+    for (int i = 0; i < 2000 && access(interruptOnceExists.c_str(), F_OK) != 0; ++i) usleep(5000);
+    usleep(200000);
     kill(pid, SIGINT);
   }
   int status = 0;

@@ -17,6 +17,7 @@
 #include "Records.h"
 #include "Refs.h"
 #include "Session.h"
+#include "Summary.h"
 #include "Transfer.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
@@ -355,6 +356,7 @@ int Run(int argc, char** argv) {
     };
   });
 
+  AddSummaryCommand(app, ctx.db, ctx.out, ctx.action);
   auto* tables = app.add_subcommand("tables", "list the tables with their row counts");
   tables->callback([&] {
     ctx.action = [&] {

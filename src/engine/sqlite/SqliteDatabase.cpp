@@ -351,6 +351,18 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
   return AdaptStatement(sql, rules_, facts);
 }
 
+// The statements a read-only open may run besides SELECT, by their first
+// word; a PRAGMA only as a question (no "=").
+static bool ReadsOnlyWhenReadOnly(const std::string& text) {
+  size_t at = text.find_first_not_of(" \t\r\n");
+  size_t end = at;
+  while (end < text.size() && std::isalpha(static_cast<unsigned char>(text[end]))) ++end;
+  std::string word = at == std::string::npos ? "" : text.substr(at, end - at);
+  for (char& c : word) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (word == "EXPLAIN" || word == "WITH") return true;
+  return word == "PRAGMA" && text.find('=') == std::string::npos;
+}
+
 [[noreturn]] static void RaiseReadOnly() {
   Raise(errReadOnly, kSource,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
@@ -451,10 +463,13 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
   sqlite3* db = Handle();
   StatementFacts facts;
   const std::string text = Adapt(sql, &facts);
-  // Beyond a plain SELECT, SQLite's own reading tells whether a statement
-  // writes: PRAGMA, EXPLAIN and WITH … SELECT read. What writes, or what it
-  // cannot read at all, is refused as a write and never stepped.
+  // Beyond a plain SELECT, a read-only open runs EXPLAIN, WITH … SELECT and
+  // PRAGMA reads when SQLite's own reading says they write nothing. Nothing
+  // else: BEGIN or ATTACH "write nothing" too, but would change the
+  // connection under the host. What cannot be read at all is refused as a
+  // write; nothing refused is stepped.
   const bool probe = read_only_ && !facts.plain_query;
+  if (probe && !ReadsOnlyWhenReadOnly(text)) RaiseReadOnly();
   Prepared once{[&] {
     if (!probe) return Prepare(db, text);
     try {
