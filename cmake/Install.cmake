@@ -36,7 +36,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztkdb.pc DESTINATION ${CMAKE_INSTALL_L
 
 install(TARGETS ztk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
 add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/ztk.1.gz ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
-  COMMAND ztk man > ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
+  COMMAND ${CMAKE_COMMAND} -E env LANGUAGE= LC_ALL=C.UTF-8 $<TARGET_FILE:ztk> man > ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
   COMMAND gzip -9nf ${CMAKE_CURRENT_BINARY_DIR}/ztk.1
   COMMAND ztk completion > ${CMAKE_CURRENT_BINARY_DIR}/ztk.bash
   DEPENDS ztk COMMENT "Writing the manual page and the bash completion of ztk")

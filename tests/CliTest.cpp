@@ -115,7 +115,7 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_AuftragMeldung"], 0);
   const Outcome gone = On({"auftrag", "show", id});
   EXPECT_EQ(gone.code, 1);
-  EXPECT_NE(gone.err.find("no auftrag with id " + id), std::string::npos) << gone.err;
+  EXPECT_NE(gone.err.find("there is no order with id " + id), std::string::npos) << gone.err;
   EXPECT_EQ(On({"auftrag", "delete", id}).code, 1);
 }
 
@@ -307,7 +307,7 @@ TEST(CliDemo, BuildsTheDataSetAndShowsTheOpenOrders) {
   const std::string path = dir.Dir() + "/demo.db";
   const Outcome demo = Ztk({"demo", path});
   ASSERT_EQ(demo.code, 0) << demo.err;
-  EXPECT_NE(demo.out.find("offene Aufträge"), std::string::npos);
+  EXPECT_NE(demo.out.find("open orders"), std::string::npos);
   EXPECT_EQ(Ztk({"demo", path}).code, 1);  // never over an existing file
 
   const auto counts = Ztk({"--db", path, "--json", "tables"}).Json();
@@ -327,7 +327,7 @@ TEST(CliDemo, BuildsTheDataSetAndShowsTheOpenOrders) {
     EXPECT_GE(o["AuftragsDatum"].get<std::string>(), last);
     last = o["AuftragsDatum"].get<std::string>();
   }
-  EXPECT_NE(demo.out.find(std::to_string(open.size()) + " offene Aufträge"), std::string::npos);
+  EXPECT_NE(demo.out.find(std::to_string(open.size()) + " open orders"), std::string::npos);
   const auto done =
       Ztk({"--db", path, "--json", "meldung", "list", "--done", "--days", "90"}).Json();
   EXPECT_GT(done.size(), 0u);

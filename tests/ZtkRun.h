@@ -26,6 +26,14 @@ struct Outcome {
   nlohmann::json Json() const { return nlohmann::json::parse(out); }
 };
 
+// The language of the user ztk runs for: English (C.UTF-8) unless the
+// environment given to a run names another; nothing of the test's own.
+inline void Speak(const std::vector<std::string>& env) {
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANGUAGE", "LANG"}) unsetenv(variable);
+  setenv("LANG", "C.UTF-8", 1);
+  for (const auto& variable : env) putenv(const_cast<char*>(variable.c_str()));
+}
+
 inline std::string ReadFile(const std::string& path) {
   std::ifstream in(path);
   std::stringstream s;
@@ -47,7 +55,7 @@ inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::
     dup2(o, 1);
     dup2(e, 2);
     dup2(in, 0);
-    for (const auto& variable : env) putenv(const_cast<char*>(variable.c_str()));
+    Speak(env);
     std::vector<char*> argv{const_cast<char*>(ZTKDB_ZTK_PATH)};
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
@@ -65,13 +73,15 @@ inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::
 }
 
 // stdout and stderr on a pseudo-terminal `columns` wide.
-inline Outcome ZtkOnTerminal(const std::vector<std::string>& args, unsigned short columns) {
+inline Outcome ZtkOnTerminal(const std::vector<std::string>& args, unsigned short columns,
+                             const std::vector<std::string>& env = {}) {
   winsize ws{};
   ws.ws_col = columns;
   ws.ws_row = 50;
   int master = -1;
   const pid_t pid = forkpty(&master, nullptr, nullptr, &ws);
   if (pid == 0) {
+    Speak(env);
     std::vector<char*> argv{const_cast<char*>(ZTKDB_ZTK_PATH)};
     for (const auto& a : args) argv.push_back(const_cast<char*>(a.c_str()));
     argv.push_back(nullptr);
@@ -100,9 +110,9 @@ class ZtkDatabase : public ::testing::Test {
     path = dir.Dir() + "/ztk.db";
     ASSERT_EQ(Ztk({"init", path}).code, 0);
   }
-  Outcome On(std::vector<std::string> args) {
+  Outcome On(std::vector<std::string> args, const std::vector<std::string>& env = {}) {
     args.insert(args.begin(), {"--db", path});
-    return Ztk(args);
+    return Ztk(args, env);
   }
   TempDb dir{false};
   std::string path;

@@ -1,17 +1,18 @@
 // ztk check: stored forms that the library's statements would not find.
 #include "Check.h"
 
-#include <cinttypes>
 #include <cstdio>
 
 #include "Session.h"
+#include "Text.h"
 #include "Transfer.h"
 #include "connection/ModuleSchema.h"
 
 namespace ztk {
 
 void Check(const Endpoint& where, bool repair) {
-  where.RequireOne("check (--db or --odbc)");
+  where.RequireOne(
+      _("check: give either a SQLite file (--db) or an ODBC connection string (--odbc), not both"));
   Engine engine = OpenEngine(where, repair);
   const std::string truth = std::to_string(engine.TrueForm());
   struct Finding {
@@ -28,15 +29,33 @@ void Check(const Endpoint& where, bool repair) {
     if (rows > 0) found.push_back({name, column, rows});
   }
   if (found.empty()) {
-    std::printf("every flag holds %s or 0: nothing to repair\n", truth.c_str());
+    // TRANSLATORS: {1} is the number this engine stores for true (1 or -1).
+    std::printf("%s\n", Say(_("every flag holds {1} or 0: nothing to repair"), truth).c_str());
     return;
   }
   for (const Finding& f : found) {
-    std::printf("%s.%s: %" PRId64 " rows hold another value than %s for true%s\n", f.table.c_str(),
-                f.column.c_str(), f.rows, truth.c_str(), repair ? "" : " (--repair rewrites them)");
+    const auto rows = static_cast<unsigned long>(f.rows);
+    std::string line;
+    if (repair) {
+      // TRANSLATORS: {2}.{3} is a table and its column, {4} the number this
+      // engine stores for true (1 or -1).
+      line = SayCount("{2}.{3}: {1} row holds another value than {4} for true",
+                      "{2}.{3}: {1} rows hold another value than {4} for true", rows, f.table,
+                      f.column, truth);
+    } else {
+      line = SayCount(
+          // TRANSLATORS: {2}.{3} is a table and its column, {4} the number this
+          // engine stores for true (1 or -1).
+          "{2}.{3}: {1} row holds another value than {4} for true (--repair rewrites it)",
+          "{2}.{3}: {1} rows hold another value than {4} for true (--repair rewrites them)", rows,
+          f.table, f.column, truth);
+    }
+    std::printf("%s\n", line.c_str());
   }
-  if (!repair)
-    throw Failure("stored values the library's statements do not find; nothing was changed");
+  if (!repair) {
+    throw Failure(
+        _("the library's statements do not find some stored values; nothing was changed"));
+  }
   engine.db->BeginTrans();
   try {
     for (const Finding& f : found) {
@@ -50,7 +69,7 @@ void Check(const Endpoint& where, bool repair) {
     RollbackQuietly(*engine.db);
     throw;
   }
-  std::printf("repaired: every flag now holds %s or 0\n", truth.c_str());
+  std::printf("%s\n", Say(_("repaired: every flag now holds {1} or 0"), truth).c_str());
 }
 
 }  // namespace ztk

@@ -8,6 +8,7 @@
 
 #include "Output.h"
 #include "Session.h"
+#include "Text.h"
 #include "Transfer.h"
 #include "connection/ModuleSchema.h"
 #include "engine/RowSet.h"
@@ -58,38 +59,45 @@ Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target,
   int64_t held = 0;
   const uint64_t readBack = ChecksumOf(*target.db, table, columns, held);
   if (held != before + writer.Written()) {
-    throw Failure(name + ": the target holds " + std::to_string(held) + " rows after the copy, not " +
-                  std::to_string(before + writer.Written()) + "; nothing was written");
+    throw Failure(
+        // TRANSLATORS: {2} is a table; {3} the number of rows it should hold.
+        SayCount("{2}: the target holds {1} row after the copy, not {3}; nothing was written",
+                 "{2}: the target holds {1} rows after the copy, not {3}; nothing was written",
+                 static_cast<unsigned long>(held), name, before + writer.Written()));
   }
   // Appended rows are not told apart from those there before: the count
   // checks them, and the key refuses a clash.
   if (before == 0 && readBack != writer.Checksum()) {
-    throw Failure(name + ": the values read back from the target differ from the source's; "
-                         "nothing was written");
+    throw Failure(Say(_("{1}: the values read back from the target differ from the source's; "
+                        "nothing was written"),
+                      name));
   }
   return {name, writer.Written()};
 }
 
 }  // namespace
 
-void Endpoint::RequireOne(const std::string& what) const {
-  if (db.empty() == odbc.empty()) {
-    throw UsageError(what + ": give a SQLite file or an ODBC connection string (one of them)");
-  }
+void Endpoint::RequireOne(const std::string& message) const {
+  if (db.empty() == odbc.empty()) throw UsageError(message);
 }
 
 void Copy(const CopyOptions& options) {
-  options.from.RequireOne("copy's source (--from-db or --from-odbc)");
-  options.to.RequireOne("copy's target (--to-db or --to-odbc)");
+  options.from.RequireOne(
+      _("copy: give the source as either a SQLite file (--from-db) or an ODBC "
+        "connection string (--from-odbc), not both"));
+  options.to.RequireOne(
+      _("copy: give the target as either a SQLite file (--to-db) or an ODBC "
+        "connection string (--to-odbc), not both"));
   if (!options.from.db.empty() && options.from.db == options.to.db) {
-    throw UsageError("copy: the source and the target are the same file");
+    throw UsageError(_("copy: the source and the target are the same file"));
   }
   NewTargetFile newFile(options.init ? options.to.db : std::string());
   if (options.init) {
     if (!options.to.db.empty()) ZTkDb::detail::CreateModuleDatabase(options.to.db);
     else ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
   } else if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
-    throw Failure("'" + options.to.db + "' does not exist (--init creates it with the module's tables)");
+    throw Failure(
+        Say(_("'{1}' does not exist (--init creates it with the module's tables)"), options.to.db));
   }
   Engine source = OpenEngine(options.from, false);
   Engine target = OpenEngine(options.to, true);
@@ -102,13 +110,19 @@ void Copy(const CopyOptions& options) {
     if (source.db->FindTable(name).empty()) continue;
     const std::string table = target.db->FindTable(name);
     if (table.empty()) {
-      throw Failure("the target has no table " + std::string(name) +
-                    " (--init creates the module's tables); nothing was written");
+      throw Failure(Say(_("the target has no table {1} (--init creates the module's tables); "
+                          "nothing was written"),
+                        name));
     }
     const int64_t before = CountRows(*target.db, table);
     if (before > 0 && !options.append) {
-      throw Failure("the target's " + std::string(name) + " already holds " + std::to_string(before) +
-                    " rows (--append adds to them, refusing any id that exists); nothing was written");
+      throw Failure(
+          // TRANSLATORS: {2} is a table.
+          SayCount("the target's {2} already holds {1} row (--append adds to it, refusing "
+                   "any id that exists); nothing was written",
+                   "the target's {2} already holds {1} rows (--append adds to them, "
+                   "refusing any id that exists); nothing was written",
+                   static_cast<unsigned long>(before), name));
     }
     plan.push_back({name, table, before});
   }
@@ -146,8 +160,10 @@ void Copy(const CopyOptions& options) {
   } catch (const ZTkDb::Error& e) {
     RollbackQuietly(*target.db);
     if (e.Number() == 3022) {
-      throw Failure("an id of the source exists in the target already; nothing was written (" +
-                    e.Description() + ")");
+      // TRANSLATORS: {1} is the database's own message, as it gives it.
+      throw Failure(Say(_("an id of the source exists in the target already; nothing was written "
+                          "({1})"),
+                        e.Description()));
     }
     throw;
   } catch (...) {
@@ -156,7 +172,15 @@ void Copy(const CopyOptions& options) {
   }
   newFile.Keep();
   for (const Copied& c : copied) {
-    std::printf("%-20s %8" PRId64 " rows copied and verified\n", c.name.c_str(), c.rows);
+    // The count keeps its column: it is padded before it goes in.
+    char count[24];
+    std::snprintf(count, sizeof count, "%8" PRId64, c.rows);
+    const std::string line =
+        // TRANSLATORS: {1} is a count, padded with blanks to line up.
+        Say(ngettext("{1} row copied and verified", "{1} rows copied and verified",
+                     static_cast<unsigned long>(c.rows)),
+            count);
+    std::printf("%-20s %s\n", c.name.c_str(), line.c_str());
   }
 }
 

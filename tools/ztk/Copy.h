@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "Text.h"
+
 namespace ztk {
 
 // One end of a copy: a SQLite file or an ODBC connection string.
@@ -9,10 +11,10 @@ struct Endpoint {
   std::string db;
   std::string odbc;
   bool Empty() const { return db.empty() && odbc.empty(); }
-  // Raises a usage error naming `what` ("copy's source") unless exactly one
-  // of the two is given.
-  void RequireOne(const std::string& what) const;
-  std::string Name() const { return db.empty() ? "the ODBC data source" : db; }
+  // Raises `message` as a usage error unless exactly one of the two is
+  // given: the command's own sentence names its options.
+  void RequireOne(const std::string& message) const;
+  std::string Name() const { return db.empty() ? _("the ODBC data source") : db; }
 };
 
 struct CopyOptions {

@@ -3,7 +3,9 @@
 #include <array>
 #include <random>
 
+#include "Columns.h"
 #include "Output.h"
+#include "Text.h"
 
 namespace ztk {
 namespace {
@@ -84,7 +86,7 @@ void BuildDemoData(Session& session, int reports) {
   std::mt19937 rng(20261122);
   auto pick = [&](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
   const Date today = Date::Today();
-  Progress progress("Beispieldaten", static_cast<size_t>(reports));
+  Progress progress(_("Demo data"), static_cast<size_t>(reports));
 
   session.Write([&] {
     ZTkDb::CMeldung meldung;
@@ -182,7 +184,13 @@ void PrintTypicalRequest(Session& session, const OutputOptions& out) {
   ZTkDb::CMeldung report;
   report.ConnectStorage(session.Client());
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
-  Table table({"Auftrag", "Datum", "Ort", "Auftragstext", "Meldung", "Melder"});
+  // CSV is read by programs: its header stays as it always was.
+  Table table(out.csv
+                  ? Table(std::vector<std::string>{"Auftrag", "Datum", "Ort", "Auftragstext",
+                                                   "Meldung", "Melder"})
+                  : Table({Column{_("No."), 1, true}, Column{_("Ordered"), 2, true},
+                           Column{_("Place"), 3, false, 8}, Column{_("Order"), 1, false, 20},
+                           Column{_("Report"), 3, true}, Column{_("Reported by"), 3, false, 8}}));
   for (auto o = orders.MoveFirst(); o; o = orders.MoveNext()) {
     const bool linked = o->MeldungId() != 0;
     if (linked) report.ReadById(o->MeldungId());
@@ -194,14 +202,21 @@ void PrintTypicalRequest(Session& session, const OutputOptions& out) {
       row["Meldung"] = linked && report.Id() ? RecordJson(MeldungFields(), report) : nullptr;
       rows.push_back(std::move(row));
     } else {
-      table.Add({orderNr, DisplayText(o->AuftragsDatum()), o->Ort(), o->Auftrag(), reportNr,
-                 linked && report.Id() ? report.Melder() : ""});
+      const FieldValue ordered = o->AuftragsDatum();
+      table.Add({orderNr, out.csv && !out.local ? MachineText(ordered) : DeskText(ordered),
+                 o->Ort(), o->Auftrag(), reportNr, linked && report.Id() ? report.Melder() : ""});
     }
   }
   if (out.json) return PrintJson(rows);
-  std::printf("Offene Aufträge nach Auftragsdatum (ReadByDone False, osByOrderDate, 30 Tage):\n\n");
+  // TRANSLATORS: {1} is the library call that reads the list, as a host
+  // programmer writes it.
+  std::printf("%s\n\n",
+              Say(_("Open orders by order date ({1}, 30 days):"), "ReadByDone False, osByOrderDate")
+                  .c_str());
   table.Print(stdout, out);
-  if (!out.csv) std::printf("%zu offene Aufträge\n", table.Rows());
+  if (!out.csv) {
+    std::printf("%s\n", SayCount("{1} open order", "{1} open orders", table.Rows()).c_str());
+  }
 }
 
 }  // namespace ztk

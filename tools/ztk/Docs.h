@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
 namespace ztk {
 
@@ -10,5 +11,7 @@ namespace ztk {
 // apart from the tool.
 std::string ManPage(const CLI::App& app);
 std::string BashCompletion(const CLI::App& app);
+// The values completion offers after an option (--sort's names).
+void OfferValues(const CLI::Option* option, std::vector<std::string> values);
 
 }  // namespace ztk

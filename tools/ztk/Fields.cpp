@@ -5,6 +5,9 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "Columns.h"
+#include "Text.h"
+
 namespace ztk {
 namespace {
 
@@ -88,7 +91,7 @@ bool NormalizeNumber(const std::string& text, std::string& out) {
 bool ParseMoney(const std::string& text, Currency& out, std::string& why) {
   std::string v;
   if (!NormalizeNumber(text, v)) {
-    why = "expected an amount such as 12,50 or 1.234,56, got '" + text + "'";
+    why = Say(_("expected an amount such as 12,50 or 1.234,56, got '{1}'"), text);
     return false;
   }
   const bool negative = v[0] == '-';
@@ -96,7 +99,7 @@ bool ParseMoney(const std::string& text, Currency& out, std::string& why) {
   const std::string whole = v.substr(negative ? 1 : 0, dot - (negative ? 1 : 0));
   std::string fraction = dot == std::string::npos ? "" : v.substr(dot + 1);
   if (fraction.size() > 4) {
-    why = "an amount has at most 4 decimals, got '" + text + "'";
+    why = Say(_("an amount has at most 4 decimals, got '{1}'"), text);
     return false;
   }
   fraction.resize(4, '0');
@@ -108,17 +111,12 @@ bool ParseMoney(const std::string& text, Currency& out, std::string& why) {
   if (significant.size() > largest.size() ||
       (significant.size() == largest.size() && significant > largest) ||
       (significant == largest && part > INT64_MAX % 10000)) {
-    why = "'" + text + "' is too large: an amount reaches at most 922.337.203.685.477,5807";
+    why = Say(_("'{1}' is too large: an amount reaches at most 922.337.203.685.477,5807"), text);
     return false;
   }
   const int64_t w = significant.empty() ? 0 : std::stoll(significant);
   out = Currency::FromScaled((negative ? -1 : 1) * (w * 10000 + part));
   return true;
-}
-
-std::string DateText(Date d) {
-  if (d == ZTkDb::NoDate) return "";
-  return d.ShortText();
 }
 
 }  // namespace
@@ -128,14 +126,14 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
   switch (kind) {
     case FieldKind::kLong:
       if (!ParseInteger(text, INT32_MIN, INT32_MAX, n)) {
-        why = "expected a whole number, got '" + text + "'";
+        why = Say(_("expected a whole number, got '{1}'"), text);
         return false;
       }
       out = static_cast<int32_t>(n);
       return true;
     case FieldKind::kByte:
       if (!ParseInteger(text, 0, 255, n)) {
-        why = "expected a number from 0 to 255, got '" + text + "'";
+        why = Say(_("expected a number from 0 to 255, got '{1}'"), text);
         return false;
       }
       out = static_cast<uint8_t>(n);
@@ -147,7 +145,7 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       else if (v == "nein" || v == "false" || v == "0" || v == "no")
         out = false;
       else {
-        why = "expected ja or nein, got '" + text + "'";
+        why = Say(_("expected yes or no, got '{1}'"), text);
         return false;
       }
       return true;
@@ -160,7 +158,7 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       else if (v == "heute" || v == "today")
         d = Date::Today();
       else if (!Date::TryParse(text, d)) {
-        why = "expected a date such as 15.11.2026 or 2026-11-15, got '" + text + "'";
+        why = Say(_("expected a date such as 15.11.2026 or 2026-11-15, got '{1}'"), text);
         return false;
       }
       out = d;
@@ -183,7 +181,7 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
         }
       } catch (const std::exception&) {
       }
-      why = "expected a number such as 1,5 or 1.5, got '" + text + "'";
+      why = Say(_("expected a number such as 1,5 or 1.5, got '{1}'"), text);
       return false;
     }
     case FieldKind::kText:
@@ -191,38 +189,6 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       return true;
   }
   return false;
-}
-
-std::string DisplayText(const FieldValue& v) {
-  return std::visit(
-      [](const auto& x) -> std::string {
-        using T = std::decay_t<decltype(x)>;
-        if constexpr (std::is_same_v<T, std::string>)
-          return x;
-        else if constexpr (std::is_same_v<T, bool>)
-          return x ? "ja" : "nein";
-        else if constexpr (std::is_same_v<T, Date>)
-          return DateText(x);
-        else if constexpr (std::is_same_v<T, Currency>) {
-          const int64_t s = x.Scaled();
-          const uint64_t m =
-              s < 0 ? uint64_t{0} - static_cast<uint64_t>(s) : static_cast<uint64_t>(s);
-          char buf[40];
-          std::snprintf(buf, sizeof buf, "%s%llu.%04llu", s < 0 ? "-" : "",
-                        static_cast<unsigned long long>(m / 10000),
-                        static_cast<unsigned long long>(m % 10000));
-          std::string text = buf;
-          while (text.back() == '0' && text[text.size() - 3] != '.') text.pop_back();
-          return text;
-        } else if constexpr (std::is_same_v<T, double>) {
-          char buf[32];
-          std::snprintf(buf, sizeof buf, "%.15g", x);
-          return buf;
-        } else {
-          return std::to_string(static_cast<int64_t>(x));
-        }
-      },
-      v);
 }
 
 std::string ExactMoneyText(const Currency& c) {
@@ -241,9 +207,12 @@ std::string ExactMoneyText(const Currency& c) {
 std::string VariantText(const ZTkDb::Variant& v) {
   if (v.IsNull() || v.IsEmpty()) return "";
   switch (v.Type()) {
-    case ZTkDb::vtDate: return DisplayText(FieldValue(v.ToDate()));
-    case ZTkDb::vtCurrency: return DisplayText(FieldValue(v.ToCurrency()));
-    case ZTkDb::vtBoolean: return DisplayText(FieldValue(v.ToBool()));
+    case ZTkDb::vtDate:
+      return DeskText(FieldValue(v.ToDate()));
+    case ZTkDb::vtCurrency:
+      return DeskText(FieldValue(v.ToCurrency()));
+    case ZTkDb::vtBoolean:
+      return DeskText(FieldValue(v.ToBool()));
     default: return v.ToString();
   }
 }
@@ -290,20 +259,20 @@ std::vector<std::pair<const Field<R>*, FieldValue>> ParseAssignments(
   for (const std::string& a : assignments) {
     const size_t eq = a.find('=');
     if (eq == std::string::npos || eq == 0) {
-      throw std::invalid_argument("expected FIELD=VALUE, got '" + a + "'");
+      throw std::invalid_argument(Say(_("expected FIELD=VALUE, got '{1}'"), a));
     }
     const std::string name = Lower(a.substr(0, eq));
     const Field<R>* field = nullptr;
     for (const auto& f : fields) {
       if (Lower(f.name) == name) field = &f;
     }
-    if (!field) throw std::invalid_argument("unknown field '" + a.substr(0, eq) + "'");
-    if (!field->set)
-      throw std::invalid_argument("field " + std::string(field->name) + " is read-only");
+    if (!field) throw std::invalid_argument(Say(_("unknown field '{1}'"), a.substr(0, eq)));
+    if (!field->set) throw std::invalid_argument(Say(_("field {1} is read-only"), field->name));
     FieldValue value;
     std::string why;
     if (!ParseValue(field->kind, a.substr(eq + 1), value, why)) {
-      throw std::invalid_argument(std::string(field->name) + ": " + why);
+      // TRANSLATORS: {1} is a field name, {2} why its value was refused.
+      throw std::invalid_argument(Say(_("{1}: {2}"), field->name, why));
     }
     out.emplace_back(field, std::move(value));
   }
@@ -329,16 +298,15 @@ FieldValue AsField(Value value) {
 }
 
 // clang-format off
-#define ZTK_RW(R, Name, Kind, T, listed)                                       \
+#define ZTK_RW(R, Name, Kind, T)                                               \
   Field<R> {                                                                   \
     #Name, Kind,                                                               \
     [](const R& r) { return AsField<T>(r.Name()); },                           \
-    [](auto& r, const FieldValue& v) { r.Name(std::get<T>(v)); }, listed       \
+    [](auto& r, const FieldValue& v) { r.Name(std::get<T>(v)); }               \
   }
-#define ZTK_RO(R, Name, Kind, T, listed)                                       \
+#define ZTK_RO(R, Name, Kind, T)                                               \
   Field<R> {                                                                   \
-    #Name, Kind, [](const R& r) { return AsField<T>(r.Name()); }, nullptr,     \
-    listed                                                                     \
+    #Name, Kind, [](const R& r) { return AsField<T>(r.Name()); }, nullptr      \
   }
 // clang-format on
 
@@ -347,50 +315,50 @@ using K = FieldKind;
 const std::vector<Field<CAuftrag>>& AuftragFields() {
   using R = CAuftrag;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),
-      ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, NrVorsatz, K::kText, std::string, true),
-      ZTK_RW(R, Nr, K::kLong, int32_t, true),
-      ZTK_RW(R, AuftragsDatum, K::kDate, Date, true),
-      ZTK_RW(R, AuftragsZeit, K::kText, std::string, false),
-      ZTK_RW(R, Auftrag, K::kText, std::string, true),
-      ZTK_RW(R, Ort, K::kText, std::string, true),
-      ZTK_RW(R, Objekt, K::kText, std::string, false),
-      ZTK_RW(R, ObjId, K::kLong, int32_t, false),
+      ZTK_RO(R, Id, K::kLong, int32_t),
+      ZTK_RO(R, UId, K::kText, std::string),
+      ZTK_RW(R, NrVorsatz, K::kText, std::string),
+      ZTK_RW(R, Nr, K::kLong, int32_t),
+      ZTK_RW(R, AuftragsDatum, K::kDate, Date),
+      ZTK_RW(R, AuftragsZeit, K::kText, std::string),
+      ZTK_RW(R, Auftrag, K::kText, std::string),
+      ZTK_RW(R, Ort, K::kText, std::string),
+      ZTK_RW(R, Objekt, K::kText, std::string),
+      ZTK_RW(R, ObjId, K::kLong, int32_t),
       Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
                [](R& r, const FieldValue& v) {
                  r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
                }},
-      ZTK_RW(R, SoId, K::kLong, int32_t, true),
-      ZTK_RW(R, ErledBisDatum, K::kDate, Date, true),
-      ZTK_RW(R, ErledBisZeit, K::kText, std::string, false),
-      ZTK_RW(R, WiederDatum, K::kDate, Date, false),
-      ZTK_RW(R, WiederZeit, K::kText, std::string, false),
-      ZTK_RW(R, Erledigt, K::kBool, bool, true),
-      ZTK_RW(R, ErledigtDatum, K::kDate, Date, true),
-      ZTK_RW(R, ErledigtZeit, K::kText, std::string, false),
-      ZTK_RW(R, MeldungId, K::kLong, int32_t, true),
-      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t, false),
-      ZTK_RW(R, Auftragstyp, K::kByte, uint8_t, false),
-      ZTK_RW(R, AuftragstypText, K::kText, std::string, false),
-      ZTK_RW(R, ObjAufgabeId, K::kLong, int32_t, false),
-      ZTK_RW(R, ObjHistorieId, K::kLong, int32_t, false),
-      ZTK_RW(R, Herkunft, K::kByte, uint8_t, false),
-      ZTK_RW(R, AnsprechId, K::kLong, int32_t, false),
-      ZTK_RW(R, GebTyp, K::kByte, uint8_t, false),
-      ZTK_RW(R, GebId, K::kLong, int32_t, false),
-      ZTK_RW(R, Bearbeiter, K::kText, std::string, false),
-      ZTK_RW(R, TelBearbeiter, K::kText, std::string, false),
-      ZTK_RW(R, AuftragGeber, K::kText, std::string, false),
-      ZTK_RW(R, AufGebFaId, K::kLong, int32_t, false),
-      ZTK_RW(R, AufGebKst, K::kText, std::string, false),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
-      ZTK_RW(R, Gesperrt, K::kBool, bool, false),
-      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
-      ZTK_RW(R, Kosten, K::kCurrency, Currency, false),
-      ZTK_RW(R, Leistungsart, K::kText, std::string, false),
-      ZTK_RW(R, Verantwortlicher, K::kText, std::string, false),
+      ZTK_RW(R, SoId, K::kLong, int32_t),
+      ZTK_RW(R, ErledBisDatum, K::kDate, Date),
+      ZTK_RW(R, ErledBisZeit, K::kText, std::string),
+      ZTK_RW(R, WiederDatum, K::kDate, Date),
+      ZTK_RW(R, WiederZeit, K::kText, std::string),
+      ZTK_RW(R, Erledigt, K::kBool, bool),
+      ZTK_RW(R, ErledigtDatum, K::kDate, Date),
+      ZTK_RW(R, ErledigtZeit, K::kText, std::string),
+      ZTK_RW(R, MeldungId, K::kLong, int32_t),
+      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t),
+      ZTK_RW(R, Auftragstyp, K::kByte, uint8_t),
+      ZTK_RW(R, AuftragstypText, K::kText, std::string),
+      ZTK_RW(R, ObjAufgabeId, K::kLong, int32_t),
+      ZTK_RW(R, ObjHistorieId, K::kLong, int32_t),
+      ZTK_RW(R, Herkunft, K::kByte, uint8_t),
+      ZTK_RW(R, AnsprechId, K::kLong, int32_t),
+      ZTK_RW(R, GebTyp, K::kByte, uint8_t),
+      ZTK_RW(R, GebId, K::kLong, int32_t),
+      ZTK_RW(R, Bearbeiter, K::kText, std::string),
+      ZTK_RW(R, TelBearbeiter, K::kText, std::string),
+      ZTK_RW(R, AuftragGeber, K::kText, std::string),
+      ZTK_RW(R, AufGebFaId, K::kLong, int32_t),
+      ZTK_RW(R, AufGebKst, K::kText, std::string),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string),
+      ZTK_RW(R, Gesperrt, K::kBool, bool),
+      ZTK_RW(R, Bemerkung, K::kText, std::string),
+      ZTK_RW(R, Kosten, K::kCurrency, Currency),
+      ZTK_RW(R, Leistungsart, K::kText, std::string),
+      ZTK_RW(R, Verantwortlicher, K::kText, std::string),
   };
   return fields;
 }
@@ -398,40 +366,40 @@ const std::vector<Field<CAuftrag>>& AuftragFields() {
 const std::vector<Field<CMeldung>>& MeldungFields() {
   using R = CMeldung;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),
-      ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, NrVorsatz, K::kText, std::string, true),
-      ZTK_RW(R, Nr, K::kLong, int32_t, true),
-      ZTK_RW(R, MeldeDatum, K::kDate, Date, true),
-      ZTK_RW(R, MeldeZeit, K::kText, std::string, true),
-      ZTK_RW(R, Melder, K::kText, std::string, true),
-      ZTK_RW(R, MelderFaId, K::kLong, int32_t, false),
-      ZTK_RW(R, MelderTel, K::kText, std::string, false),
-      ZTK_RW(R, Email, K::kText, std::string, false),
-      ZTK_RW(R, Meldung, K::kText, std::string, true),
-      ZTK_RW(R, Ort, K::kText, std::string, true),
-      ZTK_RW(R, Objekt, K::kText, std::string, false),
-      ZTK_RW(R, ObjId, K::kLong, int32_t, false),
+      ZTK_RO(R, Id, K::kLong, int32_t),
+      ZTK_RO(R, UId, K::kText, std::string),
+      ZTK_RW(R, NrVorsatz, K::kText, std::string),
+      ZTK_RW(R, Nr, K::kLong, int32_t),
+      ZTK_RW(R, MeldeDatum, K::kDate, Date),
+      ZTK_RW(R, MeldeZeit, K::kText, std::string),
+      ZTK_RW(R, Melder, K::kText, std::string),
+      ZTK_RW(R, MelderFaId, K::kLong, int32_t),
+      ZTK_RW(R, MelderTel, K::kText, std::string),
+      ZTK_RW(R, Email, K::kText, std::string),
+      ZTK_RW(R, Meldung, K::kText, std::string),
+      ZTK_RW(R, Ort, K::kText, std::string),
+      ZTK_RW(R, Objekt, K::kText, std::string),
+      ZTK_RW(R, ObjId, K::kLong, int32_t),
       Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
                [](R& r, const FieldValue& v) {
                  r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
                }},
-      ZTK_RW(R, SoId, K::kLong, int32_t, true),
-      ZTK_RW(R, ErledBisDatum, K::kDate, Date, false),
-      ZTK_RW(R, ErledBisZeit, K::kText, std::string, false),
-      ZTK_RW(R, WiederDatum, K::kDate, Date, false),
-      ZTK_RW(R, WiederZeit, K::kText, std::string, false),
-      ZTK_RW(R, Erledigt, K::kBool, bool, true),
-      ZTK_RW(R, ErledigtDatum, K::kDate, Date, true),
-      ZTK_RW(R, ErledigtZeit, K::kText, std::string, false),
-      ZTK_RW(R, GebTyp, K::kByte, uint8_t, false),
-      ZTK_RW(R, GebId, K::kLong, int32_t, false),
-      ZTK_RW(R, Herkunft, K::kByte, uint8_t, false),
-      ZTK_RW(R, Bearbeiter, K::kText, std::string, false),
-      ZTK_RW(R, TelBearbeiter, K::kText, std::string, false),
-      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
-      ZTK_RW(R, Leistungsart, K::kText, std::string, false),
-      ZTK_RW(R, Verantwortlicher, K::kText, std::string, false),
+      ZTK_RW(R, SoId, K::kLong, int32_t),
+      ZTK_RW(R, ErledBisDatum, K::kDate, Date),
+      ZTK_RW(R, ErledBisZeit, K::kText, std::string),
+      ZTK_RW(R, WiederDatum, K::kDate, Date),
+      ZTK_RW(R, WiederZeit, K::kText, std::string),
+      ZTK_RW(R, Erledigt, K::kBool, bool),
+      ZTK_RW(R, ErledigtDatum, K::kDate, Date),
+      ZTK_RW(R, ErledigtZeit, K::kText, std::string),
+      ZTK_RW(R, GebTyp, K::kByte, uint8_t),
+      ZTK_RW(R, GebId, K::kLong, int32_t),
+      ZTK_RW(R, Herkunft, K::kByte, uint8_t),
+      ZTK_RW(R, Bearbeiter, K::kText, std::string),
+      ZTK_RW(R, TelBearbeiter, K::kText, std::string),
+      ZTK_RW(R, Bemerkung, K::kText, std::string),
+      ZTK_RW(R, Leistungsart, K::kText, std::string),
+      ZTK_RW(R, Verantwortlicher, K::kText, std::string),
   };
   return fields;
 }
@@ -439,28 +407,28 @@ const std::vector<Field<CMeldung>>& MeldungFields() {
 const std::vector<Field<CLeistung>>& LeistungFields() {
   using R = CLeistung;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),
-      ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, AuftragId, K::kLong, int32_t, true),
-      ZTK_RW(R, AusfDatum, K::kDate, Date, true),
-      ZTK_RW(R, AusfZeit, K::kText, std::string, false),
-      ZTK_RW(R, Auftragnehmer, K::kText, std::string, true),
-      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t, false),
-      ZTK_RW(R, Leistart, K::kText, std::string, true),
-      ZTK_RW(R, LeistArtId, K::kLong, int32_t, false),
-      ZTK_RW(R, Stunden, K::kDouble, double, true),
-      ZTK_RW(R, PreisProStd, K::kCurrency, Currency, true),
-      ZTK_RW(R, Faktor, K::kDouble, double, false),
-      ZTK_RW(R, Weg, K::kDouble, double, false),
-      ZTK_RW(R, PreisProKm, K::kCurrency, Currency, false),
-      ZTK_RW(R, Fremdleistung, K::kBool, bool, true),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
-      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t, false),
-      ZTK_RW(R, Kostenart, K::kText, std::string, false),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
-      ZTK_RW(R, Ansprech, K::kText, std::string, false),
-      ZTK_RW(R, AnsprechId, K::kLong, int32_t, false),
-      ZTK_RW(R, Bemerkung, K::kText, std::string, false),
+      ZTK_RO(R, Id, K::kLong, int32_t),
+      ZTK_RO(R, UId, K::kText, std::string),
+      ZTK_RW(R, AuftragId, K::kLong, int32_t),
+      ZTK_RW(R, AusfDatum, K::kDate, Date),
+      ZTK_RW(R, AusfZeit, K::kText, std::string),
+      ZTK_RW(R, Auftragnehmer, K::kText, std::string),
+      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t),
+      ZTK_RW(R, Leistart, K::kText, std::string),
+      ZTK_RW(R, LeistArtId, K::kLong, int32_t),
+      ZTK_RW(R, Stunden, K::kDouble, double),
+      ZTK_RW(R, PreisProStd, K::kCurrency, Currency),
+      ZTK_RW(R, Faktor, K::kDouble, double),
+      ZTK_RW(R, Weg, K::kDouble, double),
+      ZTK_RW(R, PreisProKm, K::kCurrency, Currency),
+      ZTK_RW(R, Fremdleistung, K::kBool, bool),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string),
+      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t),
+      ZTK_RW(R, Kostenart, K::kText, std::string),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string),
+      ZTK_RW(R, Ansprech, K::kText, std::string),
+      ZTK_RW(R, AnsprechId, K::kLong, int32_t),
+      ZTK_RW(R, Bemerkung, K::kText, std::string),
   };
   return fields;
 }
@@ -468,21 +436,21 @@ const std::vector<Field<CLeistung>>& LeistungFields() {
 const std::vector<Field<CMaterial>>& MaterialFields() {
   using R = CMaterial;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),
-      ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, AuftragId, K::kLong, int32_t, true),
-      ZTK_RW(R, MatKlasse, K::kText, std::string, true),
-      ZTK_RW(R, Bezeichnung, K::kText, std::string, true),
-      ZTK_RW(R, Menge, K::kDouble, double, true),
+      ZTK_RO(R, Id, K::kLong, int32_t),
+      ZTK_RO(R, UId, K::kText, std::string),
+      ZTK_RW(R, AuftragId, K::kLong, int32_t),
+      ZTK_RW(R, MatKlasse, K::kText, std::string),
+      ZTK_RW(R, Bezeichnung, K::kText, std::string),
+      ZTK_RW(R, Menge, K::kDouble, double),
       // The record keeps its unit on assignment, so only `add` sets it.
-      ZTK_RO(R, Einheit, K::kText, std::string, true),
-      ZTK_RW(R, PreisProEinheit, K::kCurrency, Currency, true),
-      ZTK_RW(R, Faktor, K::kDouble, double, false),
-      ZTK_RW(R, Fremdleistung, K::kBool, bool, true),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string, false),
-      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t, false),
-      ZTK_RW(R, Kostenart, K::kText, std::string, false),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string, false),
+      ZTK_RO(R, Einheit, K::kText, std::string),
+      ZTK_RW(R, PreisProEinheit, K::kCurrency, Currency),
+      ZTK_RW(R, Faktor, K::kDouble, double),
+      ZTK_RW(R, Fremdleistung, K::kBool, bool),
+      ZTK_RW(R, RechnEmpf, K::kText, std::string),
+      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t),
+      ZTK_RW(R, Kostenart, K::kText, std::string),
+      ZTK_RW(R, Kostenstelle, K::kText, std::string),
   };
   return fields;
 }
@@ -490,9 +458,9 @@ const std::vector<Field<CMaterial>>& MaterialFields() {
 const std::vector<Field<CMsgOrderDokument>>& DokumentFields() {
   using R = CMsgOrderDokument;
   static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t, true),       ZTK_RO(R, UId, K::kText, std::string, false),
-      ZTK_RW(R, OrderId, K::kLong, int32_t, true),  ZTK_RW(R, MsgId, K::kLong, int32_t, true),
-      ZTK_RW(R, Pfad, K::kText, std::string, true), ZTK_RW(R, Datei, K::kText, std::string, true),
+      ZTK_RO(R, Id, K::kLong, int32_t),       ZTK_RO(R, UId, K::kText, std::string),
+      ZTK_RW(R, OrderId, K::kLong, int32_t),  ZTK_RW(R, MsgId, K::kLong, int32_t),
+      ZTK_RW(R, Pfad, K::kText, std::string), ZTK_RW(R, Datei, K::kText, std::string),
   };
   return fields;
 }

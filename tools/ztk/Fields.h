@@ -25,7 +25,6 @@ struct Field {
   FieldKind kind;
   std::function<FieldValue(const R&)> get;
   std::function<void(R&, const FieldValue&)> set;  // empty: read-only
-  bool listed = false;                             // a column of `list` tables
 };
 
 // Reads a value typed on the command line. Dates: dd.mm.yyyy[ hh:mm[:ss]],
@@ -34,9 +33,6 @@ struct Field {
 // Returns false with the reason in `why`.
 bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::string& why);
 
-// For tables: dates dd.mm.yyyy (no date: empty), flags ja/nein, money with
-// two to four decimals.
-std::string DisplayText(const FieldValue& v);
 // For --json: dates ISO 8601 (no date: null), money as its exact decimal
 // text ("1234567.8901", no binary rounding on the way), doubles as numbers.
 nlohmann::ordered_json JsonValue(const FieldValue& v);

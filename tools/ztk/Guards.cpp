@@ -5,6 +5,9 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "Columns.h"
+#include "Text.h"
+
 namespace ztk {
 namespace {
 
@@ -33,8 +36,9 @@ void CheckValues(const std::vector<Field<R>>& fields, const R& record) {
     const FieldValue v = f.get(record);
     if (f.kind == FieldKind::kText && EndsWith(f.name, "Zeit") &&
         !IsTime(std::get<std::string>(v))) {
-      throw UsageError(std::string(f.name) + ": a time is HH:MM (00:00 to 23:59) or empty, got '" +
-                       std::get<std::string>(v) + "'");
+      // TRANSLATORS: {1} is a field name, {2} the value given.
+      throw UsageError(Say(_("{1}: a time is HH:MM (00:00 to 23:59) or empty, got '{2}'"), f.name,
+                           std::get<std::string>(v)));
     }
     if (std::strcmp(f.name, "ObjTyp") == 0 || std::strcmp(f.name, "Herkunft") == 0) {
       const int32_t n =
@@ -42,8 +46,9 @@ void CheckValues(const std::vector<Field<R>>& fields, const R& record) {
       const int32_t last =
           f.name[0] == 'O' ? int32_t{ZTkDb::sotObjekt} : int32_t{ZTkDb::hetImportGlt};
       if (n < 0 || n > last) {
-        throw UsageError(std::string(f.name) + " must lie in 0.." + std::to_string(last) +
-                         ", got " + std::to_string(n));
+        // TRANSLATORS: {1} is a field name, {2} its largest value, {3} the
+        // value given.
+        throw UsageError(Say(_("{1} must lie in 0..{2}, got {3}"), f.name, last, n));
       }
     }
   }
@@ -75,39 +80,49 @@ void CheckGiven(const std::vector<std::pair<const Field<R>*, FieldValue>>& value
   for (const auto& [field, value] : values) {
     const std::string name = field->name;
     double number = 0, bound = 0;
-    const char* unit = "";
+    // The refusal of a value past `bound`, its {1} the field, {2} the value.
+    const char* tooLarge = "";
     if (const auto* c = std::get_if<ZTkDb::Currency>(&value)) {
       number = static_cast<double>(c->Scaled()) / 10000.0;
       bound = 1000000.0;
-      unit = "1.000.000,00";
+      tooLarge =
+          // TRANSLATORS: {1} is a field name, {2} the amount given.
+          _("{1} {2} is more than 1.000.000,00, which is most likely a slip; --force takes it");
     } else if (const auto* d = std::get_if<double>(&value)) {
       number = *d;
       if (name == "Stunden") {
         bound = 24.0;
-        unit = "24 hours";
+        tooLarge =
+            // TRANSLATORS: {1} is a field name, {2} the hours given.
+            _("{1} {2} is more than 24 hours, which is most likely a slip; --force takes it");
       } else if (name == "Menge") {
         bound = 100000.0;
-        unit = "100.000";
+        // TRANSLATORS: {1} is a field name, {2} the quantity given.
+        tooLarge = _("{1} {2} is more than 100.000, which is most likely a slip; --force takes it");
       }
     } else if (const auto* date = std::get_if<ZTkDb::Date>(&value)) {
       if (name == "ErledigtDatum" && *date != ZTkDb::NoDate &&
           date->DatePart() > ZTkDb::Date::Today()) {
-        throw UsageError(name + ": a done date cannot lie in the future, got " +
-                         date->ShortText().substr(0, 10));
+        // TRANSLATORS: {1} is a field name, {2} the date given.
+        throw UsageError(Say(_("{1}: a done date cannot lie in the future, got {2}"), name,
+                             date->ShortText().substr(0, 10)));
       }
       continue;
     } else if (const auto* text = std::get_if<std::string>(&value)) {
       if (Named(field->name, {"Auftrag", "Meldung", "Bezeichnung", "Datei"}) && Blank(*text)) {
-        throw UsageError(name + " must not be blank");
+        // TRANSLATORS: {1} is a field name.
+        throw UsageError(Say(_("{1} must not be blank"), name));
       }
       continue;
     } else {
       continue;
     }
-    if (number < 0) throw UsageError(name + " cannot be negative, got " + DisplayText(value));
+    if (number < 0) {
+      // TRANSLATORS: {1} is a field name, {2} the value given.
+      throw UsageError(Say(_("{1} cannot be negative, got {2}"), name, DeskText(value)));
+    }
     if (bound > 0 && number > bound && !force) {
-      throw UsageError(name + " " + DisplayText(value) + " is more than " + unit +
-                       ", which is most likely a slip; --force takes it");
+      throw UsageError(Say(tooLarge, name, DeskText(value)));
     }
   }
 }
@@ -121,27 +136,34 @@ template void CheckGiven(const std::vector<std::pair<const Field<CMsgOrderDokume
 
 namespace {
 
+// `taken`: the refusal, {1} the number and prefix, {2} the id that holds them.
 template <typename R>
-void CheckNumberFree(Session& session, const R& record, const char* word, bool force) {
+void CheckNumberFree(Session& session, const R& record, const char* taken, bool force) {
   if (force) return;
   R probe;
   probe.ConnectStorage(session.Client());
   probe.ReadByNr(record.Nr(), record.NrVorsatz());
   if (probe.Id() != 0 && probe.Id() != record.Id()) {
-    throw Failure(std::string(word) + " " + record.NrVorsatz() + std::to_string(record.Nr()) +
-                  " exists already (id " + std::to_string(probe.Id()) +
-                  "); --force gives this one the same number");
+    throw Failure(Say(taken, record.NrVorsatz() + std::to_string(record.Nr()), probe.Id()));
   }
 }
 
 }  // namespace
 
 void CheckRenumbered(Session& session, const CAuftrag& record, bool force) {
-  CheckNumberFree(session, record, "auftrag", force);
+  const char* taken =
+      // TRANSLATORS: {1} is an order's prefix and number (A12), {2} the id
+      // of the order that has it.
+      _("order {1} exists already (id {2}); --force gives this one the same number");
+  CheckNumberFree(session, record, taken, force);
 }
 
 void CheckRenumbered(Session& session, const CMeldung& record, bool force) {
-  CheckNumberFree(session, record, "meldung", force);
+  const char* taken =
+      // TRANSLATORS: {1} is a report's prefix and number (M12), {2} the id
+      // of the report that has it.
+      _("report {1} exists already (id {2}); --force gives this one the same number");
+  CheckNumberFree(session, record, taken, force);
 }
 
 bool OrderExists(Session& session, int32_t id) {
@@ -161,66 +183,78 @@ bool ReportExists(Session& session, int32_t id) {
 namespace {
 
 // A field left out is a wrong command line (2); a reference to nothing is a
-// request that cannot be carried out (1).
-void RequireOrder(Session& session, int32_t id, const char* what) {
-  if (id == 0) throw UsageError(std::string(what) + " needs AuftragId=ID");
-  if (!OrderExists(session, id)) throw Failure("no auftrag with id " + std::to_string(id));
+// request that cannot be carried out (1). `missing` is the refusal, its {1}
+// the field.
+void RequireOrder(Session& session, int32_t id, const char* missing) {
+  if (id == 0) throw UsageError(Say(missing, "AuftragId"));
+  if (!OrderExists(session, id)) throw Failure(Say(_("no order with id {1}"), id));
 }
 
-void RequireText(const std::string& value, const char* field, const char* what) {
-  if (Blank(value)) throw UsageError(std::string(what) + " needs " + field + "=TEXT");
+void RequireText(const std::string& value, const char* field, const char* missing) {
+  if (Blank(value)) throw UsageError(Say(missing, field));
 }
 
 }  // namespace
 
 void CheckNew(Session& session, const CAuftrag& d, bool numbered, bool force) {
-  RequireText(d.Auftrag(), "Auftrag", "an order");
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireText(d.Auftrag(), "Auftrag", _("an order needs {1}=TEXT"));
   if (d.MeldungId() != 0 && !ReportExists(session, d.MeldungId())) {
-    throw Failure("no meldung with id " + std::to_string(d.MeldungId()));
+    throw Failure(Say(_("no report with id {1}"), d.MeldungId()));
   }
   if (numbered && !force) {
     CAuftrag probe;
     probe.ConnectStorage(session.Client());
     probe.ReadByNr(d.Nr(), d.NrVorsatz());
     if (probe.Id() != 0) {
-      throw Failure("auftrag " + d.NrVorsatz() + std::to_string(d.Nr()) + " exists already (id " +
-                    std::to_string(probe.Id()) + "); --force adds a second one");
+      // TRANSLATORS: {1} is an order's prefix and number (A12), {2} the id
+      // of the order that has it.
+      throw Failure(Say(_("order {1} exists already (id {2}); --force adds a second one"),
+                        d.NrVorsatz() + std::to_string(d.Nr()), probe.Id()));
     }
   }
 }
 
 void CheckNew(Session& session, const CMeldung& d, bool numbered, bool force) {
-  RequireText(d.Meldung(), "Meldung", "a report");
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireText(d.Meldung(), "Meldung", _("a report needs {1}=TEXT"));
   if (numbered && !force) {
     CMeldung probe;
     probe.ConnectStorage(session.Client());
     probe.ReadByNr(d.Nr(), d.NrVorsatz());
     if (probe.Id() != 0) {
-      throw Failure("meldung " + d.NrVorsatz() + std::to_string(d.Nr()) + " exists already (id " +
-                    std::to_string(probe.Id()) + "); --force adds a second one");
+      // TRANSLATORS: {1} is a report's prefix and number (M12), {2} the id
+      // of the report that has it.
+      throw Failure(Say(_("report {1} exists already (id {2}); --force adds a second one"),
+                        d.NrVorsatz() + std::to_string(d.Nr()), probe.Id()));
     }
   }
 }
 
 void CheckNew(Session& session, const CLeistung& d, bool, bool) {
-  RequireOrder(session, d.AuftragId(), "a labour booking");
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireOrder(session, d.AuftragId(), _("a labour booking needs {1}=ID"));
 }
 
 void CheckNew(Session& session, const CMaterial& d, bool, bool) {
-  RequireOrder(session, d.AuftragId(), "a material booking");
-  RequireText(d.Bezeichnung(), "Bezeichnung", "a material booking");
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireOrder(session, d.AuftragId(), _("a material booking needs {1}=ID"));
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireText(d.Bezeichnung(), "Bezeichnung", _("a material booking needs {1}=TEXT"));
 }
 
 void CheckNew(Session& session, const CMsgOrderDokument& d, bool, bool) {
-  RequireText(d.Datei(), "Datei", "a document link");
+  // TRANSLATORS: {1} is a field name, as it is typed.
+  RequireText(d.Datei(), "Datei", _("a document link needs {1}=TEXT"));
   if (d.OrderId() == 0 && d.MsgId() == 0) {
-    throw UsageError("a document link needs OrderId=ID or MsgId=ID");
+    // TRANSLATORS: {1} and {2} are field names, as they are typed.
+    throw UsageError(Say(_("a document link needs {1}=ID or {2}=ID"), "OrderId", "MsgId"));
   }
   if (d.OrderId() != 0 && !OrderExists(session, d.OrderId())) {
-    throw Failure("no auftrag with id " + std::to_string(d.OrderId()));
+    throw Failure(Say(_("no order with id {1}"), d.OrderId()));
   }
   if (d.MsgId() != 0 && !ReportExists(session, d.MsgId())) {
-    throw Failure("no meldung with id " + std::to_string(d.MsgId()));
+    throw Failure(Say(_("no report with id {1}"), d.MsgId()));
   }
 }
 
@@ -249,7 +283,9 @@ std::vector<std::string> Dependents(Session& session, const CAuftrag& order, boo
     if (cascade) d->Delete();
   }
   if (order.MeldungId() != 0) {
-    found.push_back("meldung " + std::to_string(order.MeldungId()) + " (link)");
+    // TRANSLATORS: {1} {2} names a row as the commands do (meldung 4): a
+    // command name, which stays as it is, and an id.
+    found.push_back(Say(_("{1} {2} (link)"), "meldung", order.MeldungId()));
     if (cascade) {
       CAuftrag copy;
       copy.ConnectStorage(client);
@@ -267,7 +303,9 @@ std::vector<std::string> Dependents(Session& session, const CMeldung& report, bo
   orders.ConnectStorage(client);
   orders.ReadByMsgId(report.Id());
   for (auto o = orders.MoveFirst(); o; o = orders.MoveNext()) {
-    found.push_back("auftrag " + std::to_string(o->Id()) + " (link)");
+    // TRANSLATORS: {1} {2} names a row as the commands do (auftrag 7): a
+    // command name, which stays as it is, and an id.
+    found.push_back(Say(_("{1} {2} (link)"), "auftrag", o->Id()));
     if (cascade) o->DisConnectFromMsg();
   }
   ZTkDb::CMsgOrderDokumentListe documents;

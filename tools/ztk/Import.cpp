@@ -14,6 +14,7 @@
 
 #include "Output.h"
 #include "Session.h"
+#include "Text.h"
 #include "Transfer.h"
 #include "connection/ModuleSchema.h"
 #include "engine/Database.h"
@@ -63,7 +64,8 @@ class JetTable {
   JetTable(MdbHandle* mdb, const std::string& name) : mdb_(mdb), name_(name) {
     table_.reset(mdb_read_table_by_name(mdb, const_cast<gchar*>(name.c_str()), MDB_TABLE));
     if (!table_ || !mdb_read_columns(table_.get())) {
-      throw Failure("the table " + name + " of the Access file cannot be read; nothing was written");
+      throw Failure(
+          Say(_("the table {1} of the Access file cannot be read; nothing was written"), name));
     }
     mdb_rewind_table(table_.get());
     const auto count = table_->num_cols;
@@ -106,8 +108,9 @@ class JetTable {
       default: break;
     }
     if (static_cast<size_t>(boundLength) + 1 >= kBindSize) {
-      throw Failure(name_ + "." + col->name + " holds a text longer than " +
-                    std::to_string(kBindSize >> 20) + " MB; nothing was written");
+      // TRANSLATORS: {1}.{2} is a table and its column.
+      throw Failure(Say(_("{1}.{2} holds a text longer than {3} MB; nothing was written"), name_,
+                        col->name, kBindSize >> 20));
     }
     return Variant(std::string(bound, static_cast<size_t>(boundLength)));
   }
@@ -122,15 +125,22 @@ class JetTable {
 
 std::unique_ptr<MdbHandle, MdbCloser> OpenFile(const std::string& file) {
   if (!std::filesystem::is_regular_file(file)) {
-    throw Failure("'" + file + "' is not a file");
+    throw Failure(Say(_("'{1}' is not a file"), file));
   }
   std::unique_ptr<MdbHandle, MdbCloser> mdb(mdb_open(file.c_str(), MDB_NOFLAGS));
-  if (!mdb) throw Failure("'" + file + "' is not an Access database that can be read; nothing was written");
+  if (!mdb) {
+    throw Failure(
+        Say(_("'{1}' is not an Access database that can be read; nothing was written"), file));
+  }
   if (mdb->f->db_passwd[0] != '\0') {
-    throw Failure("'" + file + "' is protected by a password; remove it in Access first. Nothing was written");
+    throw Failure(Say(_("'{1}' is protected by a password, so nothing was written; remove the "
+                        "password in Access first"),
+                      file));
   }
   if (!mdb_read_catalog(mdb.get(), MDB_TABLE)) {
-    throw Failure("the tables of '" + file + "' cannot be read (an encrypted file?); nothing was written");
+    throw Failure(Say(_("the tables of '{1}' cannot be read (is the file encrypted?); nothing was "
+                        "written"),
+                      file));
   }
   mdb_set_bind_size(mdb.get(), kBindSize);
   return mdb;
@@ -164,7 +174,7 @@ Planned PlanModuleTable(const JetTable& t, const std::string& name, Engine& targ
 Planned PlanOtherTable(const JetTable& t, const std::string& name, Engine& target,
                        std::vector<std::string>& skipped) {
   if (!target.db->FindTable(name).empty()) {
-    throw Failure("the target has a table " + name + " already; nothing was written");
+    throw Failure(Say(_("the target has a table {1} already; nothing was written"), name));
   }
   Planned p{name, target.dialect->QuoteName(name), {}, {}, true};
   for (unsigned j = 0; j < t.Count(); ++j) {
@@ -192,7 +202,9 @@ std::string CreateStatement(const JetTable& t, const Planned& p, const Engine& t
 }  // namespace
 
 void Import(const ImportOptions& options) {
-  options.to.RequireOne("import's target (a SQLite file, or --to-odbc)");
+  options.to.RequireOne(
+      _("import: give the target as either a SQLite file (TARGET or --to-db) or an "
+        "ODBC connection string (--to-odbc), not both"));
   auto mdb = OpenFile(options.file);
   std::vector<std::string> names;
   for (unsigned i = 0; i < mdb->num_catalog; ++i) {
@@ -202,8 +214,9 @@ void Import(const ImportOptions& options) {
     if (!ModuleName(name).empty() || options.all_tables) names.push_back(name);
   }
   if (names.empty()) {
-    throw Failure("'" + options.file + "' holds none of the module's tables (--all-tables copies "
-                  "every table); nothing was written");
+    throw Failure(Say(_("'{1}' holds none of the module's tables (--all-tables copies every "
+                        "table); nothing was written"),
+                      options.file));
   }
   NewTargetFile newFile(options.to.db);
   if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
@@ -220,7 +233,8 @@ void Import(const ImportOptions& options) {
     if (!ModuleName(name).empty()) {
       Planned p = PlanModuleTable(t, name, target);
       if (CountRows(*target.db, p.target) > 0) {
-        throw Failure("the target's " + ModuleName(name) + " already holds rows; nothing was written");
+        throw Failure(
+            Say(_("the target's {1} already holds rows; nothing was written"), ModuleName(name)));
       }
       plan.push_back(std::move(p));
     } else {
@@ -270,8 +284,9 @@ void Import(const ImportOptions& options) {
         int64_t held = 0;
         if (ChecksumOf(*target.db, p.target, p.target_columns, held) != writer.Checksum() ||
             held != read) {
-          throw Failure(p.source + ": the values read back from the target differ from the "
-                                   "file's; nothing was written");
+          throw Failure(Say(_("{1}: the values read back from the target differ from the file's; "
+                              "nothing was written"),
+                            p.source));
         }
         done.push_back({p.source, read, writer.Written()});
       }
@@ -292,11 +307,22 @@ void Import(const ImportOptions& options) {
   }
   newFile.Keep();
   for (const Done& d : done) {
-    std::printf("%-24s %8" PRId64 " rows read, %8" PRId64 " written\n", d.name.c_str(), d.read,
-                d.written);
+    // The counts keep their columns: they are padded before they go in.
+    char read[24], written[24];
+    std::snprintf(read, sizeof read, "%8" PRId64, d.read);
+    std::snprintf(written, sizeof written, "%8" PRId64, d.written);
+    // TRANSLATORS: {1} and {2} are counts of rows, padded with blanks to line
+    // up.
+    const std::string line = Say(ngettext("{1} row read, {2} written", "{1} rows read, {2} written",
+                                          static_cast<unsigned long>(d.read)),
+                                 read, written);
+    std::printf("%-24s %s\n", d.name.c_str(), line.c_str());
   }
   for (const std::string& column : skipped) {
-    std::printf("not copied: %s (an OLE object, binary data or attachments)\n", column.c_str());
+    // TRANSLATORS: {1} is a table and its column (Table.Column).
+    std::printf(
+        "%s\n",
+        Say(_("not copied: {1} (an OLE object, binary data or attachments)"), column).c_str());
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <csignal>
 
+#include "Text.h"
+
 namespace ztk {
 namespace {
 
@@ -22,7 +24,7 @@ void CatchInterrupts() {
 
 void ThrowIfInterrupted() {
   if (signalled == 0) return;
-  throw Interrupted(signalled == SIGINT ? "interrupted (Ctrl-C)" : "stopped (TERM)");
+  throw Interrupted(signalled == SIGINT ? _("interrupted (Ctrl-C)") : _("stopped (TERM)"));
 }
 
 }  // namespace ztk

@@ -4,23 +4,30 @@
 
 #include <cctype>
 
+#include "Docs.h"
 #include "Fields.h"
+#include "Text.h"
 
 namespace ztk {
 namespace {
+
+// The sort orders of the two lists by name, in the order of their numbers.
+const std::vector<std::string> kOrderSorts{"none",     "nr",     "datum",  "bis",
+                                           "erledigt", "wieder", "meldung"};
+const std::vector<std::string> kReportSorts{"none", "nr", "datum", "bis", "erledigt", "wieder"};
 
 std::vector<std::string> SplitList(const std::string& text) {
   std::vector<std::string> parts;
   std::string current;
   for (char c : text + ",") {
     if (c == ',') {
-      if (current.empty()) throw UsageError("empty entry in the site list '" + text + "'");
+      if (current.empty()) throw UsageError(Say(_("empty entry in the site list '{1}'"), text));
       parts.push_back(current);
       current.clear();
     } else if (std::isdigit(static_cast<unsigned char>(c)) || (c == '-' && current.empty())) {
       current += c;
     } else if (c != ' ') {
-      throw UsageError("site lists hold numbers separated by commas, got '" + text + "'");
+      throw UsageError(Say(_("site lists hold numbers separated by commas, got '{1}'"), text));
     }
   }
   return parts;
@@ -34,29 +41,32 @@ int32_t ParseSort(const std::string& text, const std::vector<std::string>& names
   }
   std::string known;
   for (const auto& n : names) known += (known.empty() ? "" : ", ") + n;
-  throw UsageError("--sort: expected one of " + known + " (or 0.." +
-                   std::to_string(names.size() - 1) + "), got '" + text + "'");
+  throw UsageError(
+      Say(_("--sort: expected one of {1} (or 0..{2}), got '{3}'"), known, names.size() - 1, text));
 }
 
 // Which list query the options ask for; conflicting ones are a usage error.
 enum class Query { kAll, kDone, kObj, kPeriod, kReport };
 
 Query ChooseQuery(const ListFilter& f, bool withReport) {
-  if (f.open && f.done) throw UsageError("--open and --done exclude each other");
+  if (f.open && f.done) throw UsageError(_("--open and --done exclude each other"));
   const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() || !f.prefix.empty();
   const bool obj = f.obj != 0 || f.typ >= 0;
   const bool period = !f.from.empty() || !f.to.empty();
   const bool report = withReport && f.meldung != 0;
   if (doneFamily + obj + period + report > 1) {
-    throw UsageError(
-        "choose one kind of filter: done state (--open/--done/--site/--sites/--prefix), "
-        "object (--obj/--typ), period (--from/--to)" +
-        std::string(withReport ? " or report (--meldung)" : ""));
+    throw UsageError(withReport
+                         ? _("choose one kind of filter: done state (--open/--done/--site/--sites/"
+                             "--prefix), object (--obj/--typ), period (--from/--to) or report "
+                             "(--meldung)")
+                         : _("choose one kind of filter: done state (--open/--done/--site/--sites/"
+                             "--prefix), object (--obj/--typ) or period (--from/--to)"));
   }
-  if (f.site != 0 && !f.sites.empty()) throw UsageError("--site and --sites exclude each other");
-  if (obj && (f.obj == 0 || f.typ < 0)) throw UsageError("--obj and --typ go together");
-  if (period && (f.from.empty() || f.to.empty())) throw UsageError("--from and --to go together");
-  if (f.days < -32768 || f.days > 32767) throw UsageError("--days must lie in -32768..32767");
+  if (f.site != 0 && !f.sites.empty()) throw UsageError(_("--site and --sites exclude each other"));
+  if (obj && (f.obj == 0 || f.typ < 0)) throw UsageError(_("--obj and --typ go together"));
+  if (period && (f.from.empty() || f.to.empty()))
+    throw UsageError(_("--from and --to go together"));
+  if (f.days < -32768 || f.days > 32767) throw UsageError(_("--days must lie in -32768..32767"));
   if (obj) return Query::kObj;
   if (period) return Query::kPeriod;
   if (report) return Query::kReport;
@@ -69,33 +79,34 @@ ZTkDb::Date ParseDateOption(const std::string& name, const std::string& text) {
   FieldValue v;
   std::string why;
   if (text.empty() || !ParseValue(FieldKind::kDate, text, v, why)) {
-    throw UsageError(name + ": " + (why.empty() ? "a date is required" : why));
+    throw UsageError(name + ": " + (why.empty() ? std::string(_("a date is required")) : why));
   }
   return std::get<ZTkDb::Date>(v);
 }
 
 void AddFilterOptions(CLI::App* list, ListFilter& f, bool orders) {
-  list->add_flag("--open", f.open, "open ones only (the default of the done-state filters)");
-  list->add_flag("--done", f.done, "done ones only (those done in the last --days days)");
-  list->add_option("--days", f.days, "how many days back done ones are shown")
+  list->add_flag("--open", f.open, _("open ones only (the default of the done-state filters)"));
+  list->add_flag("--done", f.done, _("done ones only (those done in the last --days days)"));
+  list->add_option("--days", f.days, _("how many days back done ones are shown"))
       ->capture_default_str();
-  list->add_option("--sort", f.sort,
-                   orders ? "nr, datum, bis, erledigt, wieder or meldung (or 0..6)"
-                          : "nr, datum, bis, erledigt or wieder (or 0..5)");
-  list->add_option("--site", f.site, "one site (lSoId); site 0 rows are shown as well");
-  list->add_option("--sites", f.sites, "a list of sites, e.g. 3,7; site 0 rows as well");
-  list->add_option("--prefix", f.prefix, "number prefix (NrVorsatz)");
-  list->add_option("--obj", f.obj, "object id; needs --typ");
-  list->add_option("--typ", f.typ, "object type (1 site … 8 object)");
-  list->add_option("--from", f.from, "first date of a period; needs --to");
-  list->add_option("--to", f.to, "last date of a period");
-  list->add_option("--search", f.search,
-                   orders
-                       ? "only orders whose text, remark, place or object, or whose report's "
-                         "text, holds TEXT (any case)"
-                       : "only reports whose text, remark, place or object holds TEXT (any case)");
+  auto* sort = list->add_option("--sort", f.sort,
+                                orders ? _("nr, datum, bis, erledigt, wieder or meldung (or 0..6)")
+                                       : _("nr, datum, bis, erledigt or wieder (or 0..5)"));
+  OfferValues(sort, orders ? kOrderSorts : kReportSorts);
+  list->add_option("--site", f.site, _("one site (lSoId); site 0 rows are shown as well"));
+  list->add_option("--sites", f.sites, _("a list of sites, e.g. 3,7; site 0 rows as well"));
+  list->add_option("--prefix", f.prefix, _("number prefix (NrVorsatz)"));
+  list->add_option("--obj", f.obj, _("object id; needs --typ"));
+  list->add_option("--typ", f.typ, _("object type (1 site … 8 object)"));
+  list->add_option("--from", f.from, _("first date of a period; needs --to"));
+  list->add_option("--to", f.to, _("last date of a period"));
+  list->add_option(
+      "--search", f.search,
+      orders ? _("only orders whose text, remark, place or object, or whose report's "
+                 "text, holds TEXT (any case)")
+             : _("only reports whose text, remark, place or object holds TEXT (any case)"));
   if (orders) {
-    list->add_flag("--overdue", f.overdue, "open orders past their due date (ErledBisDatum)");
+    list->add_flag("--overdue", f.overdue, _("open orders past their due date (ErledBisDatum)"));
   }
 }
 
@@ -168,12 +179,11 @@ void Read(List& list, Query query, const ListFilter& f, Sort sort) {
 void ListOrders(Session& session, const ListFilter& given, const OutputOptions& out) {
   ListFilter f = given;
   if (f.overdue) {
-    if (f.done) throw UsageError("--overdue and --done exclude each other");
+    if (f.done) throw UsageError(_("--overdue and --done exclude each other"));
     f.open = true;  // overdue ones are open
   }
   const Query query = ChooseQuery(f, true);
-  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(
-      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder", "meldung"}));
+  const auto sort = static_cast<ZTkDb::OrderSortOrderConstants>(ParseSort(f.sort, kOrderSorts));
   ZTkDb::CAuftragListe list;
   list.ConnectStorage(session.Client());
   Read(list, query, f, sort);
@@ -199,8 +209,7 @@ void ListOrders(Session& session, const ListFilter& given, const OutputOptions& 
 
 void ListReports(Session& session, const ListFilter& f, const OutputOptions& out) {
   const Query query = ChooseQuery(f, false);
-  const auto sort = static_cast<ZTkDb::MsgSortOrderConstants>(
-      ParseSort(f.sort, {"none", "nr", "datum", "bis", "erledigt", "wieder"}));
+  const auto sort = static_cast<ZTkDb::MsgSortOrderConstants>(ParseSort(f.sort, kReportSorts));
   ZTkDb::CMeldungListe list;
   list.ConnectStorage(session.Client());
   Read(list, query, f, sort);

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "Interrupt.h"
+#include "Text.h"
 
 namespace ztk {
 
@@ -92,26 +93,76 @@ std::string Cut(const std::string& s, size_t width) {
   return out + "…";
 }
 
-// Column widths that fit `limit`: the widest columns give way first, none
-// below its least width.
-std::vector<size_t> Fit(std::vector<size_t> widths, const std::vector<size_t>& least,
-                        size_t limit) {
-  auto total = [&] {
-    size_t t = widths.empty() ? 0 : 2 * (widths.size() - 1);
-    for (size_t w : widths) t += w;
-    return t;
-  };
-  while (total() > limit) {
-    size_t widest = 0;
-    for (size_t i = 1; i < widths.size(); ++i) {
-      if (widths[i] > least[i] && (widths[widest] <= least[widest] || widths[i] > widths[widest])) {
-        widest = i;
-      }
+size_t Total(const std::vector<size_t>& widths, const std::vector<bool>& shown) {
+  size_t total = 0, count = 0;
+  for (size_t i = 0; i < widths.size(); ++i) {
+    if (shown[i]) {
+      total += widths[i];
+      ++count;
     }
-    if (widths[widest] <= least[widest]) break;  // as narrow as it gets
-    --widths[widest];
+  }
+  return count ? total + 2 * (count - 1) : 0;
+}
+
+// Widths within `limit`, the cuttable columns of the highest rank giving
+// way first (the widest of a rank before the others), none below its least
+// width, the main texts (rank 1) at first not below a width that still
+// reads well.
+std::vector<size_t> Shrunk(const std::vector<Column>& columns, const std::vector<size_t>& natural,
+                           const std::vector<bool>& shown, size_t limit, size_t mainFloor) {
+  int lowest = 1;
+  for (const auto& c : columns) lowest = std::max(lowest, c.rank);
+  std::vector<size_t> widths = natural;
+  for (int rank = lowest; rank >= 1 && Total(widths, shown) > limit; --rank) {
+    while (Total(widths, shown) > limit) {
+      size_t widest = widths.size();
+      for (size_t i = 0; i < widths.size(); ++i) {
+        if (!shown[i] || columns[i].whole || columns[i].rank != rank) continue;
+        const size_t floor = rank == 1 ? std::max(columns[i].least, mainFloor) : columns[i].least;
+        if (widths[i] <= std::min(floor, natural[i])) continue;
+        if (widest == widths.size() || widths[i] > widths[widest]) widest = i;
+      }
+      if (widest == widths.size()) break;
+      --widths[widest];
+    }
   }
   return widths;
+}
+
+// The rightmost shown column of the highest rank from `from` up, or none.
+size_t DropCandidate(const std::vector<Column>& columns, const std::vector<bool>& shown, int from) {
+  size_t drop = columns.size();
+  for (size_t i = 0; i < columns.size(); ++i) {
+    if (shown[i] && columns[i].rank >= from &&
+        (drop == columns.size() || columns[i].rank >= columns[drop].rank)) {
+      drop = i;
+    }
+  }
+  return drop;
+}
+
+// What fits `limit`: first everything shrunk but the main texts kept
+// readable; then the columns of rank 3 and above left out, highest first;
+// then the main texts cut further; then the dates (rank 2) left out. A
+// date is never cut.
+std::vector<size_t> Fit(const std::vector<Column>& columns, const std::vector<size_t>& natural,
+                        std::vector<bool>& shown, size_t limit) {
+  constexpr size_t kReadable = 24;
+  for (;;) {
+    std::vector<size_t> widths = Shrunk(columns, natural, shown, limit, kReadable);
+    if (Total(widths, shown) <= limit) return widths;
+    if (const size_t drop = DropCandidate(columns, shown, 3); drop < columns.size()) {
+      shown[drop] = false;
+      continue;
+    }
+    widths = Shrunk(columns, natural, shown, limit, 0);
+    if (Total(widths, shown) <= limit) return widths;
+    if (const size_t drop = DropCandidate(columns, shown, 2); drop < columns.size()) {
+      shown[drop] = false;
+      continue;
+    }
+    return widths;  // as narrow as it gets
+  }
 }
 
 std::string CsvField(const std::string& s) {
@@ -154,50 +205,123 @@ size_t TerminalWidth() {
   return 80;
 }
 
+Table::Table(const std::vector<std::string>& header) {
+  for (const auto& h : header) columns_.push_back(Column{h});
+}
+
 void Table::PrintCsv(std::FILE* out) const {
   auto line = [&](const std::vector<std::string>& cells) {
     std::string text;
-    for (size_t i = 0; i < header_.size(); ++i) {
+    for (size_t i = 0; i < columns_.size(); ++i) {
       if (i) text += ',';
       text += CsvField(ValidUtf8(i < cells.size() ? cells[i] : ""));
     }
-    std::fprintf(out, "%s\r\n", text.c_str());
+    std::fprintf(out, "%s\n", text.c_str());
   };
-  line(header_);
+  std::vector<std::string> header;
+  for (const auto& c : columns_) header.push_back(c.header);
+  line(header);
   for (const auto& row : rows_) line(row);
 }
 
-void Table::Print(std::FILE* out, const OutputOptions& options) const {
-  if (options.csv) return PrintCsv(out);
-  // Narrowest useful: four columns ("Erl…"), or the column's own width.
-  std::vector<size_t> widths, least;
-  for (const auto& h : header_) {
-    widths.push_back(DisplayWidth(h));
-    least.push_back(4);
+std::vector<std::string> Wrapped(const std::string& text, size_t width) {
+  std::vector<std::string> lines;
+  std::string line, word;
+  size_t lineWidth = 0;
+  auto flushWord = [&] {
+    const size_t w = DisplayWidth(word);
+    if (lineWidth > 0 && lineWidth + 1 + w > width) {
+      lines.push_back(line);
+      line.clear();
+      lineWidth = 0;
+    }
+    if (lineWidth > 0) {
+      line += ' ';
+      ++lineWidth;
+    }
+    // A word longer than a line is broken where the line ends.
+    for (size_t i = 0; i < word.size();) {
+      const size_t start = i;
+      const int32_t cp = NextCodePoint(word, i);
+      const auto cw = static_cast<size_t>(Columns(cp < 0 ? 0xFFFD : cp));
+      if (lineWidth + cw > width && lineWidth > 0) {
+        lines.push_back(line);
+        line.clear();
+        lineWidth = 0;
+      }
+      line.append(word, start, i - start);
+      lineWidth += cw;
+    }
+    word.clear();
+  };
+  for (char c : text) {
+    if (c == ' ') {
+      if (!word.empty()) flushWord();
+    } else {
+      word += c;
+    }
   }
+  if (!word.empty()) flushWord();
+  if (!line.empty() || lines.empty()) lines.push_back(line);
+  return lines;
+}
+
+std::vector<std::string> Table::Print(std::FILE* out, const OutputOptions& options) const {
+  if (options.csv) {
+    PrintCsv(out);
+    return {};
+  }
+  std::vector<size_t> natural;
+  for (const auto& c : columns_) natural.push_back(DisplayWidth(c.header));
   std::vector<std::vector<std::string>> cells;
   for (const auto& row : rows_) {
     std::vector<std::string> line;
-    for (size_t i = 0; i < header_.size(); ++i) {
+    for (size_t i = 0; i < columns_.size(); ++i) {
       line.push_back(Clean(i < row.size() ? row[i] : ""));
-      widths[i] = std::max(widths[i], DisplayWidth(line.back()));
+      natural[i] = std::max(natural[i], DisplayWidth(line.back()));
     }
     cells.push_back(std::move(line));
   }
-  for (size_t i = 0; i < least.size(); ++i) least[i] = std::min(least[i], widths[i]);
+  std::vector<bool> shown(columns_.size(), true);
   const size_t terminal = options.wide ? 0 : TerminalWidth();
-  if (terminal > 0) widths = Fit(widths, least, terminal);
-  auto print = [&](const std::vector<std::string>& line) {
-    std::string text;
-    for (size_t i = 0; i < line.size(); ++i) {
-      const std::string cell = Cut(line[i], widths[i]);
-      text += cell;
-      if (i + 1 < line.size()) text += std::string(widths[i] - DisplayWidth(cell) + 2, ' ');
+  // On a terminal a column with nothing in it (the done date of open
+  // orders) gives its room to the others.
+  std::vector<bool> empty(columns_.size(), false);
+  if (terminal > 0 && !cells.empty()) {
+    for (size_t i = 0; i < columns_.size(); ++i) {
+      empty[i] = std::all_of(cells.begin(), cells.end(),
+                             [&](const std::vector<std::string>& line) { return line[i].empty(); });
+      shown[i] = !empty[i];
     }
-    while (!text.empty() && text.back() == ' ') text.pop_back();
-    std::fprintf(out, "%s\n", text.c_str());
+  }
+  const std::vector<size_t> widths =
+      terminal > 0 ? Fit(columns_, natural, shown, terminal) : natural;
+  auto print = [&](const std::vector<std::string>& line) {
+    // Each cell as the lines it takes: one, or more in a wrapped column.
+    std::vector<std::vector<std::string>> parts(line.size());
+    size_t height = 1;
+    for (size_t i = 0; i < line.size(); ++i) {
+      if (!shown[i]) continue;
+      if (columns_[i].wrap && DisplayWidth(line[i]) > widths[i])
+        parts[i] = Wrapped(line[i], widths[i]);
+      else
+        parts[i] = {Cut(line[i], widths[i])};
+      height = std::max(height, parts[i].size());
+    }
+    for (size_t k = 0; k < height; ++k) {
+      std::string text;
+      for (size_t i = 0; i < line.size(); ++i) {
+        if (!shown[i]) continue;
+        const std::string cell = k < parts[i].size() ? parts[i][k] : "";
+        text += cell + std::string(widths[i] - std::min(widths[i], DisplayWidth(cell)) + 2, ' ');
+      }
+      while (!text.empty() && text.back() == ' ') text.pop_back();
+      std::fprintf(out, "%s\n", text.c_str());
+    }
   };
-  print(header_);
+  std::vector<std::string> header;
+  for (const auto& c : columns_) header.push_back(c.header);
+  print(header);
   std::vector<std::string> rule;
   for (size_t w : widths) {
     std::string dashes;
@@ -206,6 +330,22 @@ void Table::Print(std::FILE* out, const OutputOptions& options) const {
   }
   print(rule);
   for (const auto& line : cells) print(line);
+  std::vector<std::string> hidden;
+  for (size_t i = 0; i < columns_.size(); ++i) {
+    if (!shown[i] && !empty[i]) hidden.push_back(columns_[i].header);
+  }
+  return hidden;
+}
+
+void PrintCount(size_t rows, const std::vector<std::string>& hidden) {
+  std::string line = SayCount("{1} row", "{1} rows", rows);
+  if (!hidden.empty()) {
+    std::string names;
+    for (const auto& h : hidden) names += (names.empty() ? "" : ", ") + h;
+    // TRANSLATORS: {1} the headers of the columns left out.
+    line += Say(_(" (no room for {1}: --wide shows every column)"), names);
+  }
+  std::printf("%s\n", line.c_str());
 }
 
 void PrintJson(const nlohmann::ordered_json& doc) {
@@ -225,10 +365,6 @@ void Progress::Step(size_t done) {
   const int percent = static_cast<int>(done * 100 / total_);
   if (percent == last_percent_) return;
   last_percent_ = percent;
-  constexpr int kWidth = 30;
-  const int filled = percent * kWidth / 100;
-  std::string bar;
-  for (int i = 0; i < kWidth; ++i) bar += i < filled ? "█" : "░";
   // Rows per second and the time left, once there is a rate to tell.
   const double seconds =
       std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
@@ -236,11 +372,25 @@ void Progress::Step(size_t done) {
   if (seconds > 0.2 && done > 0) {
     const double perSecond = static_cast<double>(done) / seconds;
     const auto left = static_cast<long>(static_cast<double>(total_ - done) / perSecond);
-    char text[80];
-    std::snprintf(text, sizeof text, "  %zu/%zu  %.0f/s  %ld:%02ld left", done, total_, perSecond,
-                  left / 60, left % 60);
-    rate = text;
+    char clock[32];
+    std::snprintf(clock, sizeof clock, "%ld:%02ld", left / 60, left % 60);
+    // TRANSLATORS: rows done, rows in all, rows per second, minutes:seconds left.
+    rate = Say(_("  {1}/{2}  {3}/s  {4} left"), done, total_, static_cast<unsigned long>(perSecond),
+               std::string(clock));
   }
+  // The bar shrinks, and the rate goes, so that the line stays within the
+  // terminal.
+  winsize ws{};
+  const size_t columns =
+      ioctl(STDERR_FILENO, TIOCGWINSZ, &ws) == 0 && ws.ws_col > 0 ? ws.ws_col : 80;
+  const size_t fixed = DisplayWidth(label_) + 7;  // blank, bar, blank, "100%", room for the cursor
+  if (fixed + 10 + DisplayWidth(rate) > columns) rate.clear();
+  const size_t room =
+      columns > fixed + DisplayWidth(rate) ? columns - fixed - DisplayWidth(rate) : 1;
+  const size_t width = std::min<size_t>(room, 30);
+  const size_t filled = static_cast<size_t>(percent) * width / 100;
+  std::string bar;
+  for (size_t i = 0; i < width; ++i) bar += i < filled ? "█" : "░";
   std::fprintf(stderr, "\r%s %s %3d%%%s\x1b[K", label_.c_str(), bar.c_str(), percent, rate.c_str());
   std::fflush(stderr);
 }

@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include "Text.h"
+
 namespace ztk {
 
 std::string ClockText(ZTkDb::Date when) {
@@ -77,7 +79,7 @@ void RecordKind<CLeistung>::Prepare(CLeistung& d) {
 }
 
 void RecordKind<CLeistung>::Create(CLeistung& t, const CLeistung& d) {
-  if (d.AuftragId() == 0) throw UsageError("a labour booking needs AuftragId=ID");
+  if (d.AuftragId() == 0) throw UsageError(_("a labour booking needs AuftragId=ID"));
   t.CreateNew1(d.AuftragId(), d.AuftragNehmerId(), d.AusfDatum(), d.AusfZeit(), d.LeistArtId(),
                d.Stunden(), d.PreisProStd(), d.Faktor(), d.Weg(), d.PreisProKm(), d.Bemerkung(),
                d.RechnEmpfId(), d.Kostenart(), d.AnsprechId(), d.Kostenstelle(), d.Auftragnehmer(),
@@ -99,14 +101,14 @@ std::vector<std::string> RecordKind<CMaterial>::Extract(const std::vector<std::s
 }
 
 void RecordKind<CMaterial>::Create(CMaterial& t, const CMaterial& d) {
-  if (d.AuftragId() == 0) throw UsageError("a material booking needs AuftragId=ID");
+  if (d.AuftragId() == 0) throw UsageError(_("a material booking needs AuftragId=ID"));
   t.CreateNew3(d.AuftragId(), d.MatKlasse(), d.Bezeichnung(), d.Menge(), d.PreisProEinheit(),
                d.Faktor(), d.RechnEmpfId(), d.Kostenart(), d.Kostenstelle(), unit, d.RechnEmpf(),
                d.Fremdleistung());
 }
 
 void RecordKind<CMsgOrderDokument>::Create(CMsgOrderDokument& t, const CMsgOrderDokument& d) {
-  if (d.Datei().empty()) throw UsageError("a document link needs Datei=NAME");
+  if (d.Datei().empty()) throw UsageError(_("a document link needs Datei=NAME"));
   t.CreateNew(d.MsgId(), d.OrderId(), d.Pfad(), d.Datei());
 }
 

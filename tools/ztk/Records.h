@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "Columns.h"
 #include "Fields.h"
 #include "Guards.h"
 #include "Output.h"
 #include "Session.h"
+#include "Text.h"
 
 namespace ztk {
 
@@ -18,6 +20,7 @@ struct RecordKind;
 template <>
 struct RecordKind<ZTkDb::CAuftrag> {
   static constexpr const char* kWord = "auftrag";
+  static constexpr const char* kNoun = N_("order");
   static const auto& Fields() { return AuftragFields(); }
   static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
   // The next number: the highest over all prefixes, plus one.
@@ -29,6 +32,7 @@ struct RecordKind<ZTkDb::CAuftrag> {
 template <>
 struct RecordKind<ZTkDb::CMeldung> {
   static constexpr const char* kWord = "meldung";
+  static constexpr const char* kNoun = N_("report");
   static const auto& Fields() { return MeldungFields(); }
   static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
   // The next number under the report's prefix.
@@ -40,6 +44,7 @@ struct RecordKind<ZTkDb::CMeldung> {
 template <>
 struct RecordKind<ZTkDb::CLeistung> {
   static constexpr const char* kWord = "leistung";
+  static constexpr const char* kNoun = N_("labour booking");
   static const auto& Fields() { return LeistungFields(); }
   static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
   static void Number(ZTkDb::CLeistung&, const std::string&) {}
@@ -50,6 +55,7 @@ struct RecordKind<ZTkDb::CLeistung> {
 template <>
 struct RecordKind<ZTkDb::CMaterial> {
   static constexpr const char* kWord = "material";
+  static constexpr const char* kNoun = N_("material booking");
   static const auto& Fields() { return MaterialFields(); }
   static void Number(ZTkDb::CMaterial&, const std::string&) {}
   // The unit cannot be assigned to a CMaterial, so `add` takes it out of the
@@ -63,6 +69,7 @@ struct RecordKind<ZTkDb::CMaterial> {
 template <>
 struct RecordKind<ZTkDb::CMsgOrderDokument> {
   static constexpr const char* kWord = "dokument";
+  static constexpr const char* kNoun = N_("document link");
   static const auto& Fields() { return DokumentFields(); }
   static std::vector<std::string> Extract(const std::vector<std::string>& a) { return a; }
   static void Number(ZTkDb::CMsgOrderDokument&, const std::string&) {}
@@ -77,7 +84,7 @@ std::unique_ptr<R> Load(Session& session, int32_t id) {
   record->ConnectStorage(session.Client());
   record->ReadById(id);
   if (record->Id() == 0) {
-    throw Failure(std::string("no ") + RecordKind<R>::kWord + " with id " + std::to_string(id));
+    throw Failure(Say(_("there is no {1} with id {2}"), _(RecordKind<R>::kNoun), id));
   }
   return record;
 }
@@ -85,17 +92,31 @@ std::unique_ptr<R> Load(Session& session, int32_t id) {
 // Rows shown after a record's fields: figures about it, not fields of it.
 using ExtraRows = std::vector<std::pair<std::string, FieldValue>>;
 
+// One record: every field for programs (one JSON object, or a CSV header
+// and row), field and value for people, a long value wrapped.
 template <typename R>
 void PrintRecord(const R& record, const OutputOptions& out, const ExtraRows& extra = {}) {
   const auto& fields = RecordKind<R>::Fields();
   if (out.json) {
-    auto doc = RecordJson(fields, record);
-    for (const auto& [name, value] : extra) doc[name] = JsonValue(value);
+    auto doc = RowJson(fields, record, out.local);
+    for (const auto& [name, value] : extra) doc[name] = FieldJson(value, out.local);
     return PrintJson(doc);
   }
-  Table table({"Feld", "Wert"});
-  for (const auto& f : fields) table.Add({f.name, DisplayText(f.get(record))});
-  for (const auto& [name, value] : extra) table.Add({name, DisplayText(value)});
+  if (out.csv) {
+    std::vector<std::string> names, cells = RowCsv(fields, record, out.local);
+    for (const auto& f : fields) names.push_back(f.name);
+    for (const auto& [name, value] : extra) {
+      names.push_back(name);
+      cells.push_back(out.local ? DeskText(value) : MachineText(value));
+    }
+    Table table(names);
+    table.Add(cells);
+    table.PrintCsv(stdout);
+    return;
+  }
+  Table table({Column{_("Field"), 1, true}, Column{_("Value"), 1, false, 20, true}});
+  for (const auto& f : fields) table.Add({f.name, DeskText(f.get(record))});
+  for (const auto& [name, value] : extra) table.Add({name, DeskText(value)});
   table.Print(stdout, out);
 }
 
@@ -113,7 +134,8 @@ bool Kept(const Keep& keep, const R& row) {
 }
 
 // Prints the rows of a list, from its first row to its end; with `keep`,
-// only the rows it keeps.
+// only the rows it keeps. Programs get every field, people the list's
+// columns.
 template <typename List, typename Keep = bool (*)(const void*)>
 void PrintList(List& list, const OutputOptions& out, Keep keep = nullptr) {
   using R = typename decltype(list.MoveFirst())::element_type;
@@ -121,25 +143,27 @@ void PrintList(List& list, const OutputOptions& out, Keep keep = nullptr) {
   if (out.json) {
     nlohmann::ordered_json rows = nlohmann::ordered_json::array();
     for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
-      if (Kept(keep, *item)) rows.push_back(RecordJson(fields, *item));
+      if (Kept(keep, *item)) rows.push_back(RowJson(fields, *item, out.local));
     }
     return PrintJson(rows);
   }
-  std::vector<std::string> header;
-  for (const auto& f : fields) {
-    if (f.listed) header.push_back(f.name);
+  if (out.csv) {
+    Table table = CsvTable(fields);
+    for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
+      if (Kept(keep, *item)) table.Add(RowCsv(fields, *item, out.local));
+    }
+    table.PrintCsv(stdout);
+    return;
   }
-  Table table(header);
+  Table table = ListTable<R>();
+  const auto& columns = ListColumns(static_cast<const R*>(nullptr));
   for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
     if (!Kept(keep, *item)) continue;
     std::vector<std::string> row;
-    for (const auto& f : fields) {
-      if (f.listed) row.push_back(DisplayText(f.get(*item)));
-    }
+    for (const auto& c : columns) row.push_back(c.cell(*item));
     table.Add(std::move(row));
   }
-  table.Print(stdout, out);
-  if (!out.csv) std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
+  PrintCount(table.Rows(), table.Print(stdout, out));
 }
 
 template <typename R>
@@ -216,7 +240,7 @@ void Add(Session& session, const std::vector<std::string>& assignments, bool for
     if (!numbered) RecordKind<R>::Number(draft, session.Client());
     RecordKind<R>::Create(*record, draft);
   });
-  if (record->Id() == 0) throw Failure("the new row could not be read back");
+  if (record->Id() == 0) throw Failure(_("the new row could not be read back"));
   PrintStored<R>(session, record->Id(), out);
 }
 
@@ -225,10 +249,10 @@ void Add(Session& session, const std::vector<std::string>& assignments, bool for
 template <typename R>
 void CheckUnchanged(const R& record, const std::string& token) {
   if (token.empty() || record.UId() == token) return;
-  throw Conflict(std::string(RecordKind<R>::kWord) + " " + std::to_string(record.Id()) +
-                 " was changed by someone else since it was shown (its token is now " +
-                 record.UId() + "), so nothing was written. Show it again and repeat the change "
-                 "if it still applies.");
+  throw Conflict(Say(_("{1} {2} was changed by someone else since it was shown (its token is now "
+                       "{3}), so nothing was written. Show it again and repeat the change if it "
+                       "still applies."),
+                     _(RecordKind<R>::kNoun), record.Id(), record.UId()));
 }
 
 template <typename R>
@@ -236,9 +260,9 @@ void Set(Session& session, int32_t id, const std::vector<std::string>& assignmen
          const OutputOptions& out, const std::string& ifUnchanged = {}, bool force = false) {
   const auto& fields = RecordKind<R>::Fields();
   const auto values = ParseAssignments(fields, assignments);
-  if (values.empty()) throw UsageError("nothing to set: give FIELD=VALUE");
+  if (values.empty()) throw UsageError(_("nothing to set: give FIELD=VALUE"));
   if (Names(values, "MeldungId")) {
-    throw UsageError("MeldungId is the order's link: change it with auftrag link / unlink");
+    throw UsageError(_("MeldungId is the order's link: change it with auftrag link / unlink"));
   }
   CheckGiven(values, force);
   auto record = Load<R>(session, id);
@@ -260,7 +284,7 @@ template <typename R>
 void Done(Session& session, int32_t id, bool done, const ZTkDb::Date* date,
           const OutputOptions& out, const std::string& ifUnchanged = {}) {
   if (date && date->DatePart() > ZTkDb::Date::Today()) {
-    throw UsageError("--date: a done date cannot lie in the future");
+    throw UsageError(_("--date: a done date cannot lie in the future"));
   }
   auto record = Load<R>(session, id);
   CheckUnchanged(*record, ifUnchanged);
@@ -276,16 +300,17 @@ void Delete(Session& session, int32_t id, bool cascade, const OutputOptions& out
   if (!dependents.empty() && !cascade) {
     std::string list;
     for (const auto& d : dependents) list += "\n  " + d;
-    throw Failure(std::string(RecordKind<R>::kWord) + " " + std::to_string(id) +
-                  " is referred to by" + list + "\n--cascade deletes them with it");
+    // TRANSLATORS: {3} is a list of rows, one per line.
+    throw Failure(Say(_("{1} {2} is referred to by{3}\n--cascade deletes them with it"),
+                      _(RecordKind<R>::kNoun), id, list));
   }
   session.Write([&] {
     Dependents(session, *record, true);
     record->Delete();
   });
   if (out.json) return PrintJson({{"deleted", id}, {"with", dependents}});
-  std::printf("%s %d gelöscht\n", RecordKind<R>::kWord, id);
-  for (const auto& d : dependents) std::printf("  mit %s\n", d.c_str());
+  std::printf("%s\n", Say(_("{1} {2} deleted"), _(RecordKind<R>::kNoun), id).c_str());
+  for (const auto& d : dependents) std::printf("%s\n", Say(_("  with {1}"), d).c_str());
 }
 
 }  // namespace ztk

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <vector>
 
+#include "Text.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
 #include "engine/Database.h"
@@ -28,6 +29,24 @@ bool SameLetters(const std::string& a, const std::string& b) {
   return true;
 }
 
+// Why `ref` names no row of the kind `word`: one sentence per kind, so that
+// a translation can decline the noun.
+std::string NamesNothing(const std::string& word, const std::string& ref) {
+  if (word == "auftrag") {
+    return Say(_("'{1}' names no order: give its id, or its prefix and number as the lists print "
+                 "them (A12)"),
+               ref);
+  }
+  if (word == "meldung") {
+    return Say(_("'{1}' names no report: give its id, or its prefix and number as the lists print "
+                 "them (M12)"),
+               ref);
+  }
+  if (word == "leistung") return Say(_("'{1}' names no labour booking: give its id"), ref);
+  if (word == "material") return Say(_("'{1}' names no material booking: give its id"), ref);
+  return Say(_("'{1}' names no document link: give its id"), ref);
+}
+
 }  // namespace
 
 int32_t ResolveRef(Session& session, const std::string& word, const std::string& ref) {
@@ -41,8 +60,7 @@ int32_t ResolveRef(Session& session, const std::string& word, const std::string&
   int32_t nr = 0;
   if (!numbered || letters == 0 || letters > 10 ||
       !ParseNumber(std::string_view(ref).substr(letters), nr)) {
-    throw UsageError("'" + ref + "' names no " + word + ": give its id" +
-                     (numbered ? " or its prefix and number as the lists print them (A12)" : ""));
+    throw UsageError(NamesNothing(word, ref));
   }
   const std::string prefix = ref.substr(0, letters);
   // Only digits reach the text; the prefix is compared here.
@@ -64,10 +82,21 @@ int32_t ResolveRef(Session& session, const std::string& word, const std::string&
   }
   const std::vector<int32_t>& found = exact.size() == 1 ? exact : folded;
   if (found.size() == 1) return found.front();
-  if (found.empty()) throw Failure("no " + word + " " + ref);
+  const bool order = word == "auftrag";
+  if (found.empty()) {
+    // TRANSLATORS: {1} is an order's prefix and number (A12).
+    if (order) throw Failure(Say(_("no order {1}"), ref));
+    // TRANSLATORS: {1} is a report's prefix and number (M12).
+    throw Failure(Say(_("no report {1}"), ref));
+  }
   std::string ids;
   for (int32_t candidate : found) ids += (ids.empty() ? "" : ", ") + std::to_string(candidate);
-  throw Failure(word + " " + ref + " is not one row: ids " + ids + ". Give the id.");
+  if (order) {
+    // TRANSLATORS: {1} is an order's prefix and number (A12), {2} a list of ids.
+    throw Failure(Say(_("{1} names more than one order (ids {2}); give the id"), ref, ids));
+  }
+  // TRANSLATORS: {1} is a report's prefix and number (M12), {2} a list of ids.
+  throw Failure(Say(_("{1} names more than one report (ids {2}); give the id"), ref, ids));
 }
 
 }  // namespace ztk

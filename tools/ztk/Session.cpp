@@ -31,7 +31,9 @@ void InstallMessageLines() {
     if (box.number == ZTkDb::errWriteConflict || box.number == ZTkDb::errInsertFailed) return;
     std::string text = box.text;
     for (size_t at; (at = text.find('\n')) != std::string::npos;) text.replace(at, 1, ": ");
-    std::fprintf(stderr, "ztk: %s%s\n", box.critical ? "error: " : "", text.c_str());
+    // TRANSLATORS: {1} is the library's message, as it gives it.
+    if (box.critical) text = Say(_("error: {1}"), text);
+    std::fprintf(stderr, "ztk: %s\n", text.c_str());
   });
 }
 
@@ -45,17 +47,18 @@ void ResetCriticalBox() {
 Session::Session(const DbOptions& options) : client_(options.client) {
   if (options.db.empty() == options.odbc.empty()) {
     throw UsageError(
-        "give the database as --db PATH or --odbc \"CONNSTR\" (one of them; ZTK_DB or ZTK_ODBC "
-        "in the environment stand for them)");
+        _("give the database as either --db PATH or --odbc \"CONNSTR\", not both (ZTK_DB or "
+          "ZTK_ODBC in the environment stand for them)"));
   }
-  if (client_.empty()) throw UsageError("--client must not be empty");
+  if (client_.empty()) throw UsageError(_("--client must not be empty"));
   if (!options.db.empty()) {
     bool readOnly = options.read_only;
     if (!readOnly && !Writable(options.db)) {
       // Reading needs no more than the file: a desk that may only look still
       // looks, and a write is refused with its own message.
-      std::fprintf(stderr, "ztk: note: you cannot write %s; it is opened read-only\n",
-                   options.db.c_str());
+      std::fprintf(
+          stderr, "ztk: %s\n",
+          Say(_("note: you cannot write {1}, so it is opened read-only"), options.db).c_str());
       readOnly = true;
     }
     tkdb_.OpenJetDb(client_, options.db, false, readOnly);
@@ -63,7 +66,7 @@ Session::Session(const DbOptions& options) : client_(options.client) {
     ResetCriticalBox();
     // A failed ODBC open shows its box (on stderr) and returns normally.
     tkdb_.OpenOdbcDb(client_, options.odbc, false, options.read_only);
-    if (tkdb_.DbPath().empty()) throw Failure("the ODBC data source could not be opened");
+    if (tkdb_.DbPath().empty()) throw Failure(_("the ODBC data source could not be opened"));
   }
 }
 

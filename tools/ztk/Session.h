@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "Text.h"
 #include "ztkdb/ZTkDb.h"
 
 namespace ztk {
@@ -61,13 +62,13 @@ class Session {
       RollbackQuietly(*ws);
       if (CriticalBoxNumber() == ZTkDb::errWriteConflict) {
         throw Conflict(
-            "someone else changed or deleted this row since it was read, so nothing was "
-            "written. Show it again and repeat the change if it still applies.");
+            _("someone else changed or deleted this row since it was read, so nothing was "
+              "written; show it again and repeat the change if it still applies"));
       }
       if (CriticalBoxNumber() == ZTkDb::errInsertFailed) {
-        throw Failure("the database took the new row but kept nothing: nothing was written");
+        throw Failure(_("the database took the new row but kept nothing, so nothing was written"));
       }
-      throw Failure("nothing was written");
+      throw Failure(_("nothing was written"));
     }
     ws->CommitTrans();
   }

@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <map>
 
+#include "Columns.h"
 #include "Fields.h"
 #include "Lists.h"
+#include "Text.h"
 
 namespace ztk {
 namespace {
@@ -20,11 +22,12 @@ bool Within(ZTkDb::Date d, ZTkDb::Date from, ZTkDb::Date to) {
   return d != ZTkDb::NoDate && !(d.DatePart() < from) && !(to < d.DatePart());
 }
 
-std::string Hours(double h) {
+// Hours to the hundredth, with the desk's decimal mark or a point.
+std::string Hours(double h, bool machine) {
   char text[32];
   std::snprintf(text, sizeof text, "%.2f", h);
   std::string s = text;
-  std::replace(s.begin(), s.end(), '.', ',');
+  if (!machine) std::replace(s.begin(), s.end(), '.', Desk().decimal);
   return s;
 }
 
@@ -70,11 +73,21 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
 
   SiteFigures total;
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
-  Table table(
-      {"Standort", "Eröffnet", "Erledigt", "Überfällig", "Stunden", "Leistung", "Material"});
-  auto add = [&](const std::string& site, const SiteFigures& s) {
-    const ZTkDb::Currency labourCost = ZTkDb::Currency::FromDouble(s.labour);
-    const ZTkDb::Currency materialCost = ZTkDb::Currency::FromDouble(s.material);
+  // CSV and JSON are read by programs: their names and the total's stay as
+  // they always were.
+  Table table(out.csv ? std::vector<std::string>{"Standort", "Eröffnet", "Erledigt", "Überfällig",
+                                                 "Stunden", "Leistung", "Material"}
+                      : std::vector<std::string>{_("Site"), _("Opened"), _("Done"), _("Overdue"),
+                                                 _("Hours"), _("Labour cost"), _("Material cost")});
+  const bool machine = out.csv && !out.local;
+  // `label`: the site as a person reads it in the table.
+  auto add = [&](const std::string& site, const std::string& label, const SiteFigures& s) {
+    // A summary speaks in cents: sums of quantities times prices carry
+    // fractions of a cent no one bills.
+    const ZTkDb::Currency labourCost =
+        ZTkDb::Currency::FromDouble(std::round(s.labour * 100) / 100);
+    const ZTkDb::Currency materialCost =
+        ZTkDb::Currency::FromDouble(std::round(s.material * 100) / 100);
     rows.push_back({{"Standort", site},
                     {"Eroeffnet", s.opened},
                     {"Erledigt", s.done},
@@ -82,12 +95,14 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
                     {"Stunden", std::round(s.hours * 100) / 100},
                     {"KostenLeistung", JsonValue(labourCost)},
                     {"KostenMaterial", JsonValue(materialCost)}});
-    table.Add({site, std::to_string(s.opened), std::to_string(s.done), std::to_string(s.overdue),
-               Hours(s.hours), DisplayText(labourCost), DisplayText(materialCost)});
+    table.Add({out.csv ? site : label, std::to_string(s.opened), std::to_string(s.done),
+               std::to_string(s.overdue), Hours(s.hours, machine),
+               machine ? MachineText(labourCost) : DeskText(labourCost),
+               machine ? MachineText(materialCost) : DeskText(materialCost)});
   };
   for (const auto& [site, s] : sites) {
     if (s.opened + s.done + s.overdue == 0 && s.hours == 0 && s.material == 0) continue;
-    add(std::to_string(site), s);
+    add(std::to_string(site), std::to_string(site), s);
     total.opened += s.opened;
     total.done += s.done;
     total.overdue += s.overdue;
@@ -95,9 +110,10 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
     total.labour += s.labour;
     total.material += s.material;
   }
-  add("gesamt", total);
+  add("gesamt", _("total"), total);
   if (out.json) return PrintJson(rows);
-  std::printf("%s bis %s\n", DisplayText(from).c_str(), DisplayText(to).c_str());
+  // TRANSLATORS: the first and the last day of the period.
+  std::printf("%s\n", Say(_("{1} to {2}"), DeskText(from), DeskText(to)).c_str());
   table.Print(stdout, out);
 }
 
@@ -107,15 +123,15 @@ void AddSummaryCommand(CLI::App& app, DbOptions& db, const OutputOptions& out,
                        std::function<void()>& action) {
   static std::string from, to;
   auto* summary = app.add_subcommand(
-      "summary", "per site, for a period: orders opened, done, overdue now, hours and costs");
-  summary->add_option("--from", from, "first day (default: 30 days ago)");
-  summary->add_option("--to", to, "last day (default: today)");
+      "summary", _("per site, for a period: orders opened, done, overdue now, hours and costs"));
+  summary->add_option("--from", from, _("first day (default: 30 days ago)"));
+  summary->add_option("--to", to, _("last day (default: today)"));
   summary->callback([&] {
     action = [&] {
       const ZTkDb::Date today = ZTkDb::Date::Today();
       const ZTkDb::Date first = from.empty() ? today.AddDays(-30) : ParseDateOption("--from", from);
       const ZTkDb::Date last = to.empty() ? today : ParseDateOption("--to", to);
-      if (last < first) throw UsageError("--to lies before --from");
+      if (last < first) throw UsageError(_("--to lies before --from"));
       Session session(db);
       Summarize(session, first.DatePart(), last.DatePart(), out);
     };

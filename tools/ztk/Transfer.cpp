@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "Session.h"
+#include "Text.h"
 #include "connection/ModuleSchema.h"
 #include "engine/RowSet.h"
 #include "engine/odbc/OdbcDatabase.h"
@@ -99,7 +100,7 @@ std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
   for (const auto& c : columns) {
     if (ZTkDb::detail::LowerAscii(c.name) == wanted) return c.name;
   }
-  throw Failure("the target's " + table + " has no column " + name + "; nothing was written");
+  throw Failure(Say(_("the target's {1} has no column {2}; nothing was written"), table, name));
 }
 
 int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table) {

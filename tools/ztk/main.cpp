@@ -11,13 +11,16 @@
 #include "Demo.h"
 #include "Docs.h"
 #include "Fields.h"
+#include "Help.h"
 #include "Import.h"
+#include "Inspect.h"
 #include "Interrupt.h"
 #include "Lists.h"
 #include "Records.h"
 #include "Refs.h"
 #include "Session.h"
 #include "Summary.h"
+#include "Text.h"
 #include "Transfer.h"
 #include "connection/DbConnectionRegistry.h"
 #include "connection/DbDialect.h"
@@ -45,18 +48,20 @@ template <typename R>
 void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   const std::string word = RecordKind<R>::kWord;
   static std::string ref;
-  const std::string what =
-      std::string("its id") + (word == "auftrag" || word == "meldung" ? " or number (A12)" : "");
+  const std::string noun = _(RecordKind<R>::kNoun);
+  const std::string what = word == "auftrag"   ? _("its id or number (A12)")
+                           : word == "meldung" ? _("its id or number (M7)")
+                                               : _("its id");
   static std::vector<std::string> assignments;
   static bool force = false, cascade = false;
   static std::string doneDate, ifUnchanged;
   const auto guard = [](CLI::App* command) {
     command->add_option("--if-unchanged", ifUnchanged,
-                        "write only if the row still holds this token (UId, as show prints it); "
-                        "otherwise exit 3 and write nothing");
+                        _("write only if the row still holds this token (UId, as show prints "
+                          "it); otherwise exit 3 and write nothing"));
   };
 
-  auto* show = parent->add_subcommand("show", "show every field of one " + word);
+  auto* show = parent->add_subcommand("show", Say(_("show every field of one {1}"), noun));
   show->add_option("ID", ref, what)->required();
   show->callback([&ctx] {
     ctx.action = [&ctx] {
@@ -66,11 +71,11 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   });
 
   auto* add = parent->add_subcommand(
-      "add", "add a " + word + " from FIELD=VALUE pairs (fields as `show` names them)");
-  add->add_option("FIELD=VALUE", assignments, "field values; the rest take their defaults");
+      "add", Say(_("add one {1} from FIELD=VALUE pairs (fields as show names them)"), noun));
+  add->add_option("FIELD=VALUE", assignments, _("field values; the rest take their defaults"));
   add->add_flag("--force", force,
-                "add it even when its number exists under its prefix, or with hours past 24, "
-                "quantities past 100.000 and amounts past 1.000.000,00");
+                _("add it even when its number exists under its prefix, or with hours past 24, "
+                  "quantities past 100.000 and amounts past 1.000.000,00"));
   add->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
@@ -78,9 +83,9 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
     };
   });
 
-  auto* set = parent->add_subcommand("set", "change fields of one " + word);
+  auto* set = parent->add_subcommand("set", Say(_("change fields of one {1}"), noun));
   set->add_option("ID", ref, what)->required();
-  set->add_option("FIELD=VALUE", assignments, "the new values")->required();
+  set->add_option("FIELD=VALUE", assignments, _("the new values"))->required();
   set->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
@@ -89,17 +94,18 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
     };
   });
   set->add_flag("--force", force,
-                "take a number another record holds, or hours past 24, quantities past 100.000 "
-                "and amounts past 1.000.000,00");
+                _("take a number another record holds, or hours past 24, quantities past "
+                  "100.000 and amounts past 1.000.000,00"));
   guard(set);
 
   if (withDone) {
     if constexpr (requires(R r) { r.Erledigt(true); }) {
       auto* done = parent->add_subcommand(
-          "done", "mark one " + word +
-                      " done: today, now (one already done keeps its date unless --date)");
+          "done",
+          Say(_("mark one {1} done: today, now (one already done keeps its date unless --date)"),
+              noun));
       done->add_option("ID", ref, what)->required();
-      done->add_option("--date", doneDate, "the completion date (dd.mm.yyyy[ hh:mm])");
+      done->add_option("--date", doneDate, _("the completion date (dd.mm.yyyy[ hh:mm])"));
       done->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
@@ -111,7 +117,7 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
       });
       guard(done);
       auto* reopen = parent->add_subcommand(
-          "reopen", "open one " + word + " again: not done, no completion date (31.12.9999)");
+          "reopen", Say(_("open one {1} again: not done, no completion date (31.12.9999)"), noun));
       reopen->add_option("ID", ref, what)->required();
       reopen->callback([&ctx] {
         ctx.action = [&ctx] {
@@ -125,9 +131,10 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   }
 
   auto* del = parent->add_subcommand(
-      "delete", "delete one " + word + " (refused while other rows refer to it)");
+      "delete", Say(_("delete one {1} (refused while other rows refer to it)"), noun));
   del->add_option("ID", ref, what)->required();
-  del->add_flag("--cascade", cascade, "delete the rows that refer to it too, in one transaction");
+  del->add_flag("--cascade", cascade,
+                _("delete the rows that refer to it too, in one transaction"));
   del->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
@@ -136,117 +143,79 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   });
 }
 
-void Tables(Session& session, const OutputOptions& out) {
-  auto db = ZTkDb::detail::DbConnectionRegistry::Instance()
-                .Item(ZTkDb::detail::WorkspaceName(session.Client()))
-                ->GetDatabase();
-  nlohmann::ordered_json doc = nlohmann::ordered_json::object();
-  Table table({"Tabelle", "Zeilen"});
-  for (const auto& name : db->TableNames()) {
-    ZTkDb::Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM " + name));
-    doc[name] = rs.Fields("n").ToLong();
-    table.Add({name, std::to_string(rs.Fields("n").ToLong())});
-  }
-  if (out.json) return PrintJson(doc);
-  table.Print(stdout, out);
-}
-
-// One query of a support engineer's, read-only, through the library (so
-// adapted as the library adapts its own statements).
-void Query(Session& session, const std::string& sql, const OutputOptions& out) {
-  auto db = ZTkDb::detail::DbConnectionRegistry::Instance()
-                .Item(ZTkDb::detail::WorkspaceName(session.Client()))
-                ->GetDatabase();
-  ZTkDb::Recordset rs(db, sql, db->Query(sql));
-  const int32_t columns = rs.FieldCount();
-  std::vector<std::string> names;
-  for (int32_t i = 0; i < columns; ++i) names.push_back(rs.FieldName(i));
-  nlohmann::ordered_json rows = nlohmann::ordered_json::array();
-  Table table(names);
-  if (rs.RecordCount() > 0) {
-    for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-      nlohmann::ordered_json row = nlohmann::ordered_json::object();
-      std::vector<std::string> cells;
-      for (int32_t i = 0; i < columns; ++i) {
-        const ZTkDb::Variant v = rs.Fields(i);
-        cells.push_back(VariantText(v));
-        row[names[static_cast<size_t>(i)]] = VariantJson(v);
-      }
-      rows.push_back(std::move(row));
-      table.Add(std::move(cells));
+// `help [COMMAND…]`: the words after it name a command; they are not
+// parsed as one.
+int Help(CLI::App& app, int argc, char** argv) {
+  CLI::App* topic = &app;
+  for (int i = 0; i < argc; ++i) {
+    CLI::App* sub = nullptr;
+    std::vector<std::string> names;
+    for (auto* candidate : topic->get_subcommands([](CLI::App*) { return true; })) {
+      if (candidate->get_name() == argv[i]) sub = candidate;
+      names.push_back(candidate->get_name());
     }
-  }
-  if (out.json) return PrintJson(rows);
-  table.Print(stdout, out);
-  if (!out.csv) std::printf("%zu %s\n", table.Rows(), table.Rows() == 1 ? "Zeile" : "Zeilen");
-}
-
-// CLI11's words, said the way a user of this tool needs them.
-std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
-  const std::string what = e.what();
-  if (what.find("At Most 1 required but received") != std::string::npos) {
-    return what.substr(0, what.find(':')) + " was given more than once";
-  }
-  if (dynamic_cast<const CLI::ExtrasError*>(&e) || what.find("A subcommand is required") == 0 ||
-      what.find("a command is required") != std::string::npos) {
-    // The first word that is no option: an unknown command, or none at all.
-    for (int i = 1; i < argc; ++i) {
-      const std::string word = argv[i];
-      if (word.starts_with("-")) {
-        // The global options that take a value take the next word.
-        if (word == "--db" || word == "--odbc" || word == "--client") ++i;
-        continue;
-      }
-      std::string known;
-      bool found = false;
-      for (const auto* sub : app.get_subcommands([](const CLI::App*) { return true; })) {
-        known += (known.empty() ? "" : ", ") + sub->get_name();
-        found |= sub->get_name() == word;
-      }
-      if (!found) return "unknown command '" + word + "'; the commands are " + known;
-      break;
+    if (!sub) {
+      const std::string nearest = Nearest(argv[i], names);
+      std::fprintf(stderr, "ztk: %s\n",
+                   (nearest.empty() ? Say(_("no command '{1}' to show help for"), argv[i])
+                                    : Say(_("no command '{1}' to show help for; did you mean "
+                                            "'{2}'?"),
+                                          argv[i], nearest))
+                       .c_str());
+      return kUsage;
     }
-    if (what.find("equired") != std::string::npos) return "a command is required";
+    topic = sub;
   }
-  return what;
+  std::printf("%s", topic->help().c_str());
+  return kOk;
 }
 
 int Run(int argc, char** argv) {
   Context ctx;
   CLI::App app{
-      "ztk: the help-desk module database (reports, orders, bookings, documents)\n"
-      "from a terminal. Exit status 0 ok, 1 error, 2 wrong command line, 3 the row was\n"
-      "changed or deleted by someone else since it was read (nothing written), 130\n"
-      "interrupted (demo, copy and import leave nothing half-made)."};
+      _("ztk: the help-desk module database (reports, orders, bookings, documents) from a "
+        "terminal. Exit status 0 ok, 1 error, 2 wrong command line, 3 the row was changed or "
+        "deleted by someone else since it was read (nothing written), 130 interrupted (demo, "
+        "copy and import leave nothing half-made).")};
+  SetUpHelp(app);
   app.fallthrough();
-  app.set_version_flag("--version", "ztk " ZTKDB_VERSION " (ZTkDb " ZTKDB_VERSION ")");
-  app.add_option("--db", ctx.db.db, "the embedded database file (or ZTK_DB)")->envname("ZTK_DB");
-  app.add_option("--odbc", ctx.db.odbc, "an ODBC connection string, DSN=…; or Driver=…;… (or ZTK_ODBC)")
+  app.set_version_flag("--version", "ztk " ZTKDB_VERSION " (ZTkDb " ZTKDB_VERSION ")",
+                       _("print the version and exit"));
+  app.add_option("--db", ctx.db.db, _("the embedded database file (or ZTK_DB)"))->envname("ZTK_DB");
+  app.add_option("--odbc", ctx.db.odbc,
+                 _("an ODBC connection string, DSN=…; or Driver=…;… (or ZTK_ODBC)"))
       ->envname("ZTK_ODBC");
-  app.add_option("--client", ctx.db.client, "client name to open the database under")
+  app.add_option("--client", ctx.db.client, _("client name to open the database under"))
       ->capture_default_str();
-  app.add_flag("--read-only", ctx.db.read_only, "open the database read-only: every write is refused");
-  auto* json = app.add_flag("--json", ctx.out.json,
-                            "one JSON document on stdout (dates ISO 8601, money as exact text)");
-  app.add_flag("--csv", ctx.out.csv, "CSV with a header row (RFC 4180) instead of a table")
+  app.add_flag("--read-only", ctx.db.read_only,
+               _("open the database read-only: every write is refused"));
+  auto* json = app.add_flag(
+      "--json", ctx.out.json,
+      _("one JSON document on stdout: every field, dates ISO 8601, flags true/false, money as "
+        "exact text"));
+  app.add_flag("--csv", ctx.out.csv,
+               _("CSV (RFC 4180, LF line ends) with the same fields and forms as --json"))
       ->excludes(json);
-  app.add_flag("--wide", ctx.out.wide, "cut nothing to fit the terminal");
+  app.add_flag("--local", ctx.out.local,
+               _("CSV and JSON in the desk's forms (dates, yes/no and amounts as tables show "
+                 "them) instead of machine forms"));
+  app.add_flag("--wide", ctx.out.wide, _("cut and leave out nothing to fit the terminal"));
 
   // `help [COMMAND…]` is answered before parsing (below): the words after it
   // name a command, they are not parsed as one.
-  app.add_subcommand("help", "this help, or a command's: ztk help auftrag list");
+  app.add_subcommand("help", _("this help, or a command's: ztk help auftrag list"));
 
-  auto* man = app.add_subcommand("man", "print the manual page (roff; man -l <(ztk man))");
+  auto* man = app.add_subcommand("man", _("print the manual page (roff; man -l <(ztk man))"));
   man->callback([&] { ctx.action = [&] { std::printf("%s", ManPage(app).c_str()); }; });
-  auto* completion = app.add_subcommand(
-      "completion", "print the bash completion (source <(ztk completion))");
+  auto* completion =
+      app.add_subcommand("completion", _("print the bash completion (source <(ztk completion))"));
   completion->callback(
       [&] { ctx.action = [&] { std::printf("%s", BashCompletion(app).c_str()); }; });
 
   std::string querySql;
   auto* query = app.add_subcommand(
-      "query", "run one SELECT, read-only, through the library (as a table, CSV or JSON)");
-  query->add_option("SQL", querySql, "the statement")->required();
+      "query", _("run one SELECT, read-only, through the library (as a table, CSV or JSON)"));
+  query->add_option("SQL", querySql, _("the statement"))->required();
   query->callback([&] {
     ctx.action = [&] {
       DbOptions readOnly = ctx.db;
@@ -258,34 +227,36 @@ int Run(int argc, char** argv) {
 
   std::string initPath;
   auto* init = app.add_subcommand(
-      "init", "create the module tables: a new SQLite file PATH, or with --odbc on a data source");
-  init->add_option("PATH", initPath, "the new database file (must not exist)");
+      "init",
+      _("create the module tables: a new SQLite file PATH, or with --odbc on a data source"));
+  init->add_option("PATH", initPath, _("the new database file (must not exist)"));
   init->callback([&] {
     ctx.action = [&] {
       if (initPath.empty() == ctx.db.odbc.empty()) {
-        throw UsageError("init takes a PATH or --odbc \"CONNSTR\" (one of them)");
+        throw UsageError(_("init takes a PATH or --odbc \"CONNSTR\" (one of them)"));
       }
       if (!initPath.empty()) {
         ZTkDb::detail::CreateModuleDatabase(initPath);
-        std::printf("created %s\n", initPath.c_str());
+        std::printf("%s\n", Say(_("created {1}"), initPath).c_str());
       } else {
         ZTkDb::detail::CreateModuleSchemaOdbc(ctx.db.odbc);
-        std::printf("created the module tables on the ODBC data source\n");
+        std::printf("%s\n", _("created the module tables on the ODBC data source"));
       }
     };
   });
 
   CopyOptions copy;
   auto* copyCommand = app.add_subcommand(
-      "copy", "copy the module's tables to another database, ids and row tokens kept, in one "
-              "transaction, verified before it commits");
-  copyCommand->add_option("--from-db", copy.from.db, "the source: a SQLite file");
-  copyCommand->add_option("--from-odbc", copy.from.odbc, "the source: an ODBC connection string");
-  copyCommand->add_option("--to-db", copy.to.db, "the target: a SQLite file");
-  copyCommand->add_option("--to-odbc", copy.to.odbc, "the target: an ODBC connection string");
-  copyCommand->add_flag("--init", copy.init, "create the module's tables on the target first");
+      "copy", _("copy the module's tables to another database, ids and row tokens kept, in one "
+                "transaction, verified before it commits"));
+  copyCommand->add_option("--from-db", copy.from.db, _("the source: a SQLite file"));
+  copyCommand->add_option("--from-odbc", copy.from.odbc,
+                          _("the source: an ODBC connection string"));
+  copyCommand->add_option("--to-db", copy.to.db, _("the target: a SQLite file"));
+  copyCommand->add_option("--to-odbc", copy.to.odbc, _("the target: an ODBC connection string"));
+  copyCommand->add_flag("--init", copy.init, _("create the module's tables on the target first"));
   copyCommand->add_flag("--append", copy.append,
-                        "add to a target that holds rows (refused when an id exists there)");
+                        _("add to a target that holds rows (refused when an id exists there)"));
   copyCommand->callback([&] {
     ctx.action = [&] {
       CatchInterrupts();
@@ -295,15 +266,16 @@ int Run(int argc, char** argv) {
 
   ImportOptions import;
   auto* importCommand = app.add_subcommand(
-      "import", "import an Access file (.mdb, .accdb) into a SQLite file or an ODBC data source; "
-                "the file is only read");
-  importCommand->add_option("FILE", import.file, "the Access file")->required();
+      "import", _("import an Access file (.mdb, .accdb) into a SQLite file or an ODBC data "
+                  "source; the file is only read"));
+  importCommand->add_option("FILE", import.file, _("the Access file"))->required();
   importCommand->add_option("TARGET", import.to.db,
-                            "the SQLite file to write (created when it does not exist)");
-  importCommand->add_option("--to-db", import.to.db, "the target: a SQLite file");
-  importCommand->add_option("--to-odbc", import.to.odbc, "the target: an ODBC connection string");
+                            _("the SQLite file to write (created when it does not exist)"));
+  importCommand->add_option("--to-db", import.to.db, _("the target: a SQLite file"));
+  importCommand->add_option("--to-odbc", import.to.odbc,
+                            _("the target: an ODBC connection string"));
   importCommand->add_flag("--all-tables", import.all_tables,
-                          "also every other table of the file, into a table of the same name");
+                          _("also every other table of the file, into a table of the same name"));
   importCommand->callback([&] {
     ctx.action = [&] {
       CatchInterrupts();
@@ -314,14 +286,14 @@ int Run(int argc, char** argv) {
   bool repair = false;
   auto* check = app.add_subcommand(
       "check",
-      "find stored values the library's statements cannot match (flags that a copy "
-      "by an older ztk wrote in another engine's form)");
+      _("find stored values the library's statements cannot match (flags that a copy by an "
+        "older ztk wrote in another engine's form)"));
   check->add_flag("--repair", repair,
-                  "rewrite them in the database's own form, in one transaction");
+                  _("rewrite them in the database's own form, in one transaction"));
   check->callback([&] {
     ctx.action = [&] {
       if (repair && ctx.db.read_only) {
-        throw UsageError("check --repair writes: it cannot run with --read-only");
+        throw UsageError(_("check --repair writes: it cannot run with --read-only"));
       }
       Check({ctx.db.db, ctx.db.odbc}, repair);
     };
@@ -330,10 +302,10 @@ int Run(int argc, char** argv) {
   std::string demoPath = "ztk-demo.db";
   int demoReports = 60;
   auto* demo = app.add_subcommand(
-      "demo", "create a database with a realistic data set and show the open orders");
-  demo->add_option("PATH", demoPath, "the new database file (must not exist)")
+      "demo", _("create a database with a realistic data set and show the open orders"));
+  demo->add_option("PATH", demoPath, _("the new database file (must not exist)"))
       ->capture_default_str();
-  demo->add_option("--reports", demoReports, "how many reports to create")
+  demo->add_option("--reports", demoReports, _("how many reports to create"))
       ->capture_default_str()
       ->check(CLI::Range(1, 100000));
   demo->callback([&] {
@@ -351,13 +323,14 @@ int Run(int argc, char** argv) {
       BuildDemoData(session, demoReports);
       newFile.Keep();
       if (!ctx.out.json)
-        std::printf("Datenbank: %s\n\n", ctx.db.odbc.empty() ? demoPath.c_str() : "ODBC");
+        std::printf("%s\n\n",
+                    Say(_("Database: {1}"), ctx.db.odbc.empty() ? demoPath : "ODBC").c_str());
       PrintTypicalRequest(session, ctx.out);
     };
   });
 
   AddSummaryCommand(app, ctx.db, ctx.out, ctx.action);
-  auto* tables = app.add_subcommand("tables", "list the tables with their row counts");
+  auto* tables = app.add_subcommand("tables", _("list the tables with their row counts"));
   tables->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
@@ -367,13 +340,13 @@ int Run(int argc, char** argv) {
 
   // Orders.
   ListFilter orderFilter;
-  auto* auftrag = app.add_subcommand("auftrag", "work orders (Aufträge)")->require_subcommand(1);
+  auto* auftrag = app.add_subcommand("auftrag", _("work orders (Aufträge)"))->require_subcommand(1);
   auto* auftragList = auftrag->add_subcommand(
-      "list", "list orders: all, by done state, site(s), prefix, object, period or report");
+      "list", _("list orders: all, by done state, site(s), prefix, object, period or report"));
   AddFilterOptions(auftragList, orderFilter, true);
   std::string orderReportRef;
   auftragList->add_option("--meldung", orderReportRef,
-                          "orders linked to this report (its id or number, M7)");
+                          _("orders linked to this report (its id or number, M7)"));
   auftragList->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
@@ -387,10 +360,11 @@ int Run(int argc, char** argv) {
   std::string linkOrderRef, linkReportRef;
   for (const char* verb : {"link", "unlink"}) {
     const bool linking = std::string(verb) == "link";
-    auto* cmd = auftrag->add_subcommand(
-        verb, linking ? "link an order to a report" : "remove the link of an order to a report");
-    cmd->add_option("ID", linkOrderRef, "the order's id or number (A12)")->required();
-    cmd->add_option("--meldung", linkReportRef, "the report's id or number (M7)")->required();
+    auto* cmd =
+        auftrag->add_subcommand(verb, linking ? _("link an order to a report")
+                                              : _("remove the link of an order to a report"));
+    cmd->add_option("ID", linkOrderRef, _("the order's id or number (A12)"))->required();
+    cmd->add_option("--meldung", linkReportRef, _("the report's id or number (M7)"))->required();
     cmd->callback([&, linking] {
       ctx.action = [&, linking] {
         Session session(ctx.db);
@@ -402,18 +376,17 @@ int Run(int argc, char** argv) {
           // An order has one report: a second link row would make every
           // order list stop at this order (error 457).
           if (order->MeldungId() == linkReport) {
-            throw Failure("auftrag " + std::to_string(linkOrder) + " is linked to meldung " +
-                          std::to_string(linkReport) + " already");
+            throw Failure(
+                Say(_("order {1} is linked to report {2} already"), linkOrder, linkReport));
           }
           if (order->MeldungId() != 0) {
-            throw Failure("auftrag " + std::to_string(linkOrder) + " is linked to meldung " +
-                          std::to_string(order->MeldungId()) +
-                          " already; an order has one report (a second link would stop every "
-                          "order list at this order). Unlink it first.");
+            throw Failure(Say(_("order {1} is linked to report {2} already; an order has one "
+                                "report (a second link would stop every order list at this "
+                                "order). Unlink it first."),
+                              linkOrder, order->MeldungId()));
           }
         } else if (order->MeldungId() != linkReport) {
-          throw Failure("auftrag " + std::to_string(linkOrder) + " is not linked to meldung " +
-                        std::to_string(linkReport));
+          throw Failure(Say(_("order {1} is not linked to report {2}"), linkOrder, linkReport));
         }
         session.Write([&] {
           if (linking) {
@@ -430,9 +403,9 @@ int Run(int argc, char** argv) {
 
   // Reports.
   ListFilter reportFilter;
-  auto* meldung = app.add_subcommand("meldung", "reports (Meldungen)")->require_subcommand(1);
+  auto* meldung = app.add_subcommand("meldung", _("reports (Meldungen)"))->require_subcommand(1);
   auto* meldungList = meldung->add_subcommand(
-      "list", "list reports: all, by done state, site(s), prefix, object or period");
+      "list", _("list reports: all, by done state, site(s), prefix, object or period"));
   AddFilterOptions(meldungList, reportFilter, false);
   meldungList->callback([&] {
     ctx.action = [&] {
@@ -446,9 +419,10 @@ int Run(int argc, char** argv) {
   std::string byOrderRef, byReportRef;
   bool own = false, fremd = false;
   auto* leistung =
-      app.add_subcommand("leistung", "labour bookings (Leistungen)")->require_subcommand(1);
-  auto* leistungList = leistung->add_subcommand("list", "the labour bookings of one order");
-  leistungList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)")->required();
+      app.add_subcommand("leistung", _("labour bookings (Leistungen)"))->require_subcommand(1);
+  auto* leistungList = leistung->add_subcommand("list", _("the labour bookings of one order"));
+  leistungList->add_option("--auftrag", byOrderRef, _("the order's id or number (A12)"))
+      ->required();
   leistungList->callback([&] {
     ctx.action = [&] {
       Session session(ctx.db);
@@ -460,12 +434,13 @@ int Run(int argc, char** argv) {
   });
   AddRecordCommands<ZTkDb::CLeistung>(leistung, ctx, false);
 
-  auto* material = app.add_subcommand("material", "material bookings")->require_subcommand(1);
-  auto* materialList = material->add_subcommand("list", "the material bookings of one order");
-  materialList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)")->required();
+  auto* material = app.add_subcommand("material", _("material bookings"))->require_subcommand(1);
+  auto* materialList = material->add_subcommand("list", _("the material bookings of one order"));
+  materialList->add_option("--auftrag", byOrderRef, _("the order's id or number (A12)"))
+      ->required();
   auto* ownFlag =
-      materialList->add_flag("--own", own, "only material not supplied with outside work");
-  materialList->add_flag("--fremd", fremd, "only material supplied with outside work")
+      materialList->add_flag("--own", own, _("only material not supplied with outside work"));
+  materialList->add_flag("--fremd", fremd, _("only material supplied with outside work"))
       ->excludes(ownFlag);
   materialList->callback([&] {
     ctx.action = [&] {
@@ -484,17 +459,17 @@ int Run(int argc, char** argv) {
   });
   AddRecordCommands<ZTkDb::CMaterial>(material, ctx, false);
 
-  auto* dokument = app.add_subcommand("dokument", "document links")->require_subcommand(1);
+  auto* dokument = app.add_subcommand("dokument", _("document links"))->require_subcommand(1);
   auto* dokumentList =
-      dokument->add_subcommand("list", "the document links of an order or a report");
+      dokument->add_subcommand("list", _("the document links of an order or a report"));
   auto* orderOpt =
-      dokumentList->add_option("--auftrag", byOrderRef, "the order's id or number (A12)");
-  dokumentList->add_option("--meldung", byReportRef, "the report's id or number (M7)")
+      dokumentList->add_option("--auftrag", byOrderRef, _("the order's id or number (A12)"));
+  dokumentList->add_option("--meldung", byReportRef, _("the report's id or number (M7)"))
       ->excludes(orderOpt);
   dokumentList->callback([&] {
     ctx.action = [&] {
       if (byOrderRef.empty() == byReportRef.empty()) {
-        throw UsageError("give --auftrag ID or --meldung ID");
+        throw UsageError(_("give --auftrag ID or --meldung ID"));
       }
       Session session(ctx.db);
       const int32_t byOrder = byOrderRef.empty() ? 0 : ResolveRef(session, "auftrag", byOrderRef);
@@ -511,33 +486,21 @@ int Run(int argc, char** argv) {
   });
   AddRecordCommands<ZTkDb::CMsgOrderDokument>(dokument, ctx, false);
 
+  FinishHelp(app);
   if (argc == 1) {
     std::fprintf(stderr, "%s", app.help().c_str());
     return kUsage;
   }
-  if (std::string(argv[1]) == "help") {
-    CLI::App* topic = &app;
-    for (int i = 2; i < argc; ++i) {
-      CLI::App* sub = nullptr;
-      for (auto* candidate : topic->get_subcommands([](CLI::App*) { return true; })) {
-        if (candidate->get_name() == argv[i]) sub = candidate;
-      }
-      if (!sub) {
-        std::fprintf(stderr, "ztk: no command '%s' to show help for\n", argv[i]);
-        return kUsage;
-      }
-      topic = sub;
-    }
-    std::printf("%s", topic->help().c_str());
-    return kOk;
+  if (const int at = FirstWord(argc, argv); at < argc && std::string(argv[at]) == "help") {
+    return Help(app, argc - at - 1, argv + at + 1);
   }
   try {
     app.parse(argc, argv);
     if (!ctx.action) throw CLI::RequiredError("a command");
   } catch (const CLI::ParseError& e) {
     if (e.get_exit_code() == 0) return app.exit(e);  // --help, --version
-    std::fprintf(stderr, "ztk: %s\nRun ztk help (or ztk help COMMAND) for the usage.\n",
-                 ParseMessage(app, e, argc, argv).c_str());
+    std::fprintf(stderr, "ztk: %s\n%s\n", ParseMessage(app, e, argc, argv).c_str(),
+                 _("Run ztk help (or ztk help COMMAND) for the usage."));
     return kUsage;
   }
   try {
@@ -550,10 +513,11 @@ int Run(int argc, char** argv) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
     return kUsage;
   } catch (const Interrupted& e) {
-    std::fprintf(stderr,
-                 "ztk: %s: nothing was kept (a new file was removed, a transaction rolled "
-                 "back); run the command again\n",
-                 e.what());
+    std::fprintf(stderr, "ztk: %s\n",
+                 Say(_("{1}: nothing was kept (a new file was removed, a transaction rolled "
+                       "back); run the command again"),
+                     e.what())
+                     .c_str());
     return kInterrupted;
   } catch (const Conflict& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
@@ -563,13 +527,13 @@ int Run(int argc, char** argv) {
     return kFailed;
   } catch (const ZTkDb::Error& e) {
     if (e.Number() == 3260) {
-      std::fprintf(stderr,
-                   "ztk: the database is busy: another program held a lock for longer than the "
-                   "wait allows. Nothing was written; try again.\n");
+      std::fprintf(stderr, "ztk: %s\n",
+                   _("the database is busy: another program held a lock for longer than the "
+                     "wait allows. Nothing was written; try again."));
       return kFailed;
     }
-    std::fprintf(stderr, "ztk: error %ld (%s): %s\n", e.Number(), e.Source().c_str(),
-                 e.Description().c_str());
+    std::fprintf(stderr, "ztk: %s\n",
+                 Say(_("error {1} ({2}): {3}"), e.Number(), e.Source(), e.Description()).c_str());
     return kFailed;
   } catch (const std::exception& e) {
     // Out of memory, an unwritable output stream and the like: still a
@@ -584,10 +548,11 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
+    ztk::SetUpLanguage();
     ztk::InstallMessageLines();
     return ztk::Run(argc, argv);
   } catch (...) {
-    std::fputs("ztk: unexpected failure\n", stderr);
+    std::fprintf(stderr, "ztk: %s\n", _("unexpected failure"));
     return 1;
   }
 }
