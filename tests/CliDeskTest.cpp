@@ -220,3 +220,20 @@ TEST(DeskCompletion, SortValuesAndWordsAfterThem) {
   EXPECT_EQ(complete("ztk auftrag list --sort nr --ov", 5), "--overdue\n");
   EXPECT_EQ(complete("ztk --db x.db auftrag re", 4), "reopen\n");
 }
+
+// The progress line stays within a narrow terminal, however long the rows
+// take: the bar shrinks and the rate gives way.
+TEST(DeskProgress, FitsANarrowTerminal) {
+  ztktest::TempDb dir(false);
+  const Outcome tty = ZtkOnTerminal({"demo", dir.Dir() + "/p.db", "--reports", "3000"}, 44);
+  ASSERT_EQ(tty.code, 0) << tty.out;
+  size_t bars = 0;
+  std::stringstream s(tty.out);
+  for (std::string segment; std::getline(s, segment, '\r');) {
+    if (segment.find("█") == std::string::npos && segment.find("░") == std::string::npos) continue;
+    ++bars;
+    const size_t end = segment.find("\x1b[K");
+    EXPECT_LE(Columns(segment.substr(0, end)), 44u) << segment;
+  }
+  EXPECT_GT(bars, 0u);
+}

@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "TestSupport.h"
 #include "ZtkRun.h"
 
@@ -127,7 +129,8 @@ TEST_F(CliOutput, ConveniencesAndClearMessages) {
   // What reads runs read-only, as the engine itself reads it; a write
   // hidden in a WITH does not.
   for (const char* reading :
-       {"PRAGMA table_info(T_Auftrag)", "EXPLAIN QUERY PLAN SELECT * FROM T_Auftrag",
+       {"PRAGMA table_info(T_Auftrag)", "PRAGMA main.index_list ( T_Auftrag )",
+        "PRAGMA integrity_check", "EXPLAIN QUERY PLAN SELECT * FROM T_Auftrag",
         "WITH x AS (SELECT lId FROM T_Auftrag) SELECT count(*) AS n FROM x"}) {
     const Outcome ran = On({"--json", "query", reading});
     EXPECT_EQ(ran.code, 0) << reading << ran.err;
@@ -135,22 +138,32 @@ TEST_F(CliOutput, ConveniencesAndClearMessages) {
   // Nor what writes nothing but would change the connection.
   for (const char* changing :
        {"WITH x AS (SELECT 1) DELETE FROM T_Auftrag WHERE lId IN (SELECT * FROM x)",
-        "PRAGMA query_only = 0", "BEGIN", "ATTACH 'elsewhere.db' AS e", "VACUUM INTO 'copy.db'"}) {
+        "PRAGMA query_only = 0", "PRAGMA query_only(0)", "PRAGMA main.query_only (false)",
+        "PRAGMA busy_timeout(1)", "BEGIN", "ATTACH 'elsewhere.db' AS e", "VACUUM INTO 'copy.db'"}) {
     const Outcome refused = On({"query", changing});
     EXPECT_EQ(refused.code, 1) << changing;
     EXPECT_NE(refused.err.find("3027"), std::string::npos) << changing << refused.err;
   }
   EXPECT_EQ(On({"--json", "tables"}).Json()["T_Auftrag"], 3);
 
-  // A file this user may not change opens read-only, with a note.
-  if (::geteuid() != 0) {
-    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
-    const Outcome looked = On({"--json", "auftrag", "list"});
-    EXPECT_EQ(looked.code, 0) << looked.err;
-    EXPECT_NE(looked.err.find("opened read-only"), std::string::npos) << looked.err;
-    EXPECT_EQ(On({"auftrag", "set", "1", "Ort=Ulm"}).code, 1);
-    ::chmod(path.c_str(), 0644);
-  }
+  // A file the user may not change, in a folder they may not change, opens
+  // read-only with a note; what only reads runs, what writes is refused.
+  ztktest::TempDb shelf(false);
+  const std::string locked = shelf.Dir() + "/locked.db";
+  std::filesystem::copy_file(path, locked);
+  ASSERT_EQ(::chmod(locked.c_str(), 0444), 0);
+  ASSERT_EQ(::chmod(shelf.Dir().c_str(), 0555), 0);
+  const std::vector<std::string> user =
+      ::geteuid() == 0 ? std::vector<std::string>{"ZTKTEST_NOBODY=1"} : std::vector<std::string>{};
+  const Outcome looked = Ztk({"--db", locked, "--json", "auftrag", "list"}, user);
+  EXPECT_EQ(looked.code, 0) << looked.err;
+  EXPECT_EQ(looked.Json().size(), 3u);
+  EXPECT_NE(looked.err.find("opened read-only"), std::string::npos) << looked.err;
+  EXPECT_EQ(Ztk({"--db", locked, "--json", "query", "PRAGMA integrity_check"}, user).code, 0);
+  const Outcome refused = Ztk({"--db", locked, "auftrag", "set", "1", "Ort=Ulm"}, user);
+  EXPECT_EQ(refused.code, 1) << refused.err;
+  EXPECT_NE(refused.err.find("3027"), std::string::npos) << refused.err;
+  ::chmod(shelf.Dir().c_str(), 0755);
 }
 
 // The manual page and the completion come from the same command tree.

@@ -16,6 +16,7 @@
 #include "engine/Trace.h"
 #include "engine/dialect/ServerDialect.h"
 #include "engine/sqlite/SqliteCells.h"
+#include "engine/sqlite/SqliteReadOnly.h"
 #include "runtime/Numbers.h"
 #include "runtime/Raise.h"
 #include "runtime/Storable.h"
@@ -353,16 +354,6 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
 
 // The statements a read-only open may run besides SELECT, by their first
 // word; a PRAGMA only as a question (no "=").
-static bool ReadsOnlyWhenReadOnly(const std::string& text) {
-  size_t at = text.find_first_not_of(" \t\r\n");
-  size_t end = at;
-  while (end < text.size() && std::isalpha(static_cast<unsigned char>(text[end]))) ++end;
-  std::string word = at == std::string::npos ? "" : text.substr(at, end - at);
-  for (char& c : word) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  if (word == "EXPLAIN" || word == "WITH") return true;
-  return word == "PRAGMA" && text.find('=') == std::string::npos;
-}
-
 [[noreturn]] static void RaiseReadOnly() {
   Raise(errReadOnly, kSource,
         "Cannot update. Database or object is read-only (opened read-only); the statement was "
@@ -469,7 +460,7 @@ std::shared_ptr<const RowSet> SqliteDatabase::Query(const std::string& sql, Resu
   // connection under the host. What cannot be read at all is refused as a
   // write; nothing refused is stepped.
   const bool probe = read_only_ && !facts.plain_query;
-  if (probe && !ReadsOnlyWhenReadOnly(text)) RaiseReadOnly();
+  if (probe && !MayRunReadOnly(text)) RaiseReadOnly();
   Prepared once{[&] {
     if (!probe) return Prepare(db, text);
     try {
