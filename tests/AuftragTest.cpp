@@ -224,6 +224,7 @@ TEST_P(Auftraege, CreateThatWritesNoRowShowsTheNumberedCreateBox) {
     case ztktest::Engine::kMariaDb:
       GTEST_SKIP() << "no trigger or rule drops an insert without an error";
     case ztktest::Engine::kPostgres:
+    case ztktest::Engine::kPgBouncer:
       ztktest::Exec("auf", "CREATE RULE swallow AS ON INSERT TO T_Auftrag DO INSTEAD NOTHING");
       break;
     default: {

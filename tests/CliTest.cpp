@@ -360,7 +360,7 @@ TEST(CliOdbc, TablesAndHostileFieldsOnEveryServer) {
     ztktest::EngineDb db(engine);
     const std::string why = db.Create();
     if (!why.empty()) {
-      if (ztktest::EnginesRequired()) FAIL() << why;
+      if (ztktest::MustRun(why)) FAIL() << why;
       GTEST_SKIP() << why;
     }
     const std::string connect = db.ConnectString();

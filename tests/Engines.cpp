@@ -89,6 +89,14 @@ bool EnginesRequired() {
   return v && std::string(v) == "1";
 }
 
+namespace {
+constexpr const char* kLeftOut = "left out of this run by ZTKDB_SKIP_ENGINES";
+}
+
+bool MustRun(const std::string& why) {
+  return EnginesRequired() && why.find(kLeftOut) == std::string::npos;
+}
+
 std::string EngineName(const ::testing::TestParamInfo<Engine>& info) {
   switch (info.param) {
     case Engine::kSqliteFile:
@@ -99,6 +107,8 @@ std::string EngineName(const ::testing::TestParamInfo<Engine>& info) {
       return "Postgres";
     case Engine::kMariaDb:
       return "MariaDb";
+    case Engine::kPgBouncer:
+      return "PgBouncer";
   }
   return "Unknown";
 }
@@ -107,6 +117,16 @@ std::string PostgresConnectString(const std::string& database) {
   const std::string& dir = TestServer::Postgres().Dir();
   if (dir.empty()) return {};
   return "Driver={PostgreSQL Unicode};Servername=" + dir + ";Port=" + std::to_string(kPort) +
+         ";Database=" + database + ";Username=postgres;";
+}
+
+// The pooler pg_cluster starts beside the cluster, when it could.
+std::string PgBouncerConnectString(const std::string& database) {
+  const std::string& dir = TestServer::Postgres().Dir();
+  if (dir.empty() || !std::filesystem::exists(dir + "/.s.PGSQL." + std::to_string(kPort + 1))) {
+    return {};
+  }
+  return "Driver={PostgreSQL Unicode};Servername=" + dir + ";Port=" + std::to_string(kPort + 1) +
          ";Database=" + database + ";Username=postgres;";
 }
 
@@ -151,6 +171,11 @@ std::string EngineDb::Open(ZTkDb::CTkDb& tkdb, const std::string& client,
 
 std::string EngineDb::Create(const std::string& options) {
   static std::atomic<int> counter{0};
+  const char* skipped = std::getenv("ZTKDB_SKIP_ENGINES");
+  const std::string name = EngineName({engine_, 0});
+  if (skipped && (std::string(",") + skipped + ",").find("," + name + ",") != std::string::npos) {
+    return name + " is " + kLeftOut;
+  }
   switch (engine_) {
     case Engine::kSqliteFile:
       return {};
@@ -158,17 +183,27 @@ std::string EngineDb::Create(const std::string& options) {
       if (!SqliteOdbcAvailable()) return "the SQLite3 ODBC driver is not installed";
       connect_ = "Driver=SQLite3;Database=" + file_.Path() + ";Timeout=5000;";
       break;
-    case Engine::kPostgres: {
+    case Engine::kPostgres:
+    case Engine::kPgBouncer: {
       if (PostgresConnectString("postgres").empty()) return "no PostgreSQL cluster can run here";
+      if (engine_ == Engine::kPgBouncer && PgBouncerConnectString("postgres").empty()) {
+        return "no pgbouncer runs in front of the PostgreSQL cluster (Debian's pgbouncer)";
+      }
       pg_database_ = "ztk_" + std::to_string(getpid()) + "_" + std::to_string(++counter);
       try {
         auto admin = ZTkDb::detail::OdbcDatabase::Open(PostgresConnectString("postgres"), false);
         admin->ExecuteRaw("CREATE DATABASE " + pg_database_ + " TEMPLATE ztk_template");
+        // Behind a pooler the lock wait is the database's setting, as a
+        // site's administrator sets it (a session's own would not hold).
+        if (engine_ == Engine::kPgBouncer) {
+          admin->ExecuteRaw("ALTER DATABASE " + pg_database_ + " SET lock_timeout = '5s'");
+        }
       } catch (const ZTkDb::Error& e) {
         pg_database_.clear();
         return "cannot create a PostgreSQL test database: " + e.Description();
       }
-      connect_ = PostgresConnectString(pg_database_);
+      connect_ = engine_ == Engine::kPgBouncer ? PgBouncerConnectString(pg_database_)
+                                               : PostgresConnectString(pg_database_);
       break;
     }
     case Engine::kMariaDb: {

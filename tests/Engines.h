@@ -11,14 +11,18 @@
 namespace ztktest {
 
 // The engines the record and list suites run on, from one source.
-enum class Engine { kSqliteFile, kSqliteOdbc, kPostgres, kMariaDb };
+// kPgBouncer: the PostgreSQL cluster behind pgbouncer in transaction mode,
+// whose few server connections the suite's clients share.
+enum class Engine { kSqliteFile, kSqliteOdbc, kPostgres, kMariaDb, kPgBouncer };
 
 inline auto AllEngines() {
   return ::testing::Values(Engine::kSqliteFile, Engine::kSqliteOdbc, Engine::kPostgres,
-                           Engine::kMariaDb);
+                           Engine::kMariaDb, Engine::kPgBouncer);
 }
 // The engines that are servers reached through ODBC.
-inline auto ServerEngines() { return ::testing::Values(Engine::kPostgres, Engine::kMariaDb); }
+inline auto ServerEngines() {
+  return ::testing::Values(Engine::kPostgres, Engine::kMariaDb, Engine::kPgBouncer);
+}
 std::string EngineName(const ::testing::TestParamInfo<Engine>& info);
 
 // A fresh module database on one engine, opened under a client name: a new
@@ -50,7 +54,9 @@ class EngineDb {
   int16_t Kind() const { return engine_ == Engine::kSqliteFile ? 1 : 2; }
   // A server reached through a Unicode ODBC driver (PostgreSQL, MariaDB):
   // text travels as UTF-16, and amounts are stored exactly (DECIMAL(19,4)).
-  bool IsServer() const { return engine_ == Engine::kPostgres || engine_ == Engine::kMariaDb; }
+  bool IsServer() const { return engine_ >= Engine::kPostgres; }
+  // PostgreSQL, directly or through the pooler.
+  bool IsPostgres() const { return engine_ == Engine::kPostgres || engine_ == Engine::kPgBouncer; }
   // How a true flag is stored and compared in raw statements.
   const char* TrueText() const { return Kind() == 1 ? "-1" : "1"; }
   // The database's name on its server (PostgreSQL, MariaDB), once created.
@@ -78,16 +84,20 @@ std::string PostgresConnectString(const std::string& database);
 std::string MariaDbConnectString(const std::string& database);
 
 bool EnginesRequired();
+// Whether a test that cannot open its engine for `why` fails: when engines
+// are required, unless the run leaves that engine out on purpose
+// (ZTKDB_SKIP_ENGINES, e.g. "PgBouncer").
+bool MustRun(const std::string& why);
 
 // In a fixture's SetUp: opens `db` under `client`, and when that is not
 // possible fails the test (engines required) or skips it.
-#define ZTKTEST_OPEN_ENGINE(db, tkdb, client)                 \
-  do {                                                        \
-    const std::string why_ = (db).Open((tkdb), (client));     \
-    if (!why_.empty()) {                                      \
-      if (::ztktest::EnginesRequired()) FAIL() << why_;       \
-      GTEST_SKIP() << why_;                                   \
-    }                                                         \
+#define ZTKTEST_OPEN_ENGINE(db, tkdb, client)             \
+  do {                                                    \
+    const std::string why_ = (db).Open((tkdb), (client)); \
+    if (!why_.empty()) {                                  \
+      if (::ztktest::MustRun(why_)) FAIL() << why_;       \
+      GTEST_SKIP() << why_;                               \
+    }                                                     \
   } while (0)
 
 }  // namespace ztktest

@@ -84,7 +84,7 @@ class InsertRows : public ::testing::TestWithParam<Engine> {
   void SetUp() override {
     const std::string why = target.Create();
     if (!why.empty()) {
-      if (ztktest::EnginesRequired()) FAIL() << why;
+      if (ztktest::MustRun(why)) FAIL() << why;
       GTEST_SKIP() << why;
     }
     db = Open(false);

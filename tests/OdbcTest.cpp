@@ -167,7 +167,7 @@ TEST_P(TwoConnections, BadStatementsReportClearErrors) {
   EXPECT_EQ(column.Number(), 3061);
   const Error syntax = ErrorOf("erster", "SELEKT 1");
   EXPECT_EQ(syntax.Number(), 3075);
-  if (db.Which() == ztktest::Engine::kPostgres) {
+  if (db.IsPostgres()) {
     EXPECT_NE(table.Description().find("[42P01]"), std::string::npos) << table.Description();
     EXPECT_NE(syntax.Description().find("[42601]"), std::string::npos) << syntax.Description();
   }

@@ -24,7 +24,7 @@ class Reconnect : public ::testing::TestWithParam<Engine> {
 
   // Ends the client's session from another one, as an administrator would.
   void EndSession() {
-    const bool pg = db.Which() == Engine::kPostgres;
+    const bool pg = db.IsPostgres();
     const int64_t id =
         ztktest::Scalar("rc", pg ? "SELECT pg_backend_pid()" : "SELECT CONNECTION_ID()").ToLong();
     auto admin = detail::OdbcDatabase::Open(

@@ -82,8 +82,8 @@ class ConcurrentWriters : public ::testing::TestWithParam<ztktest::Engine> {};
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Engines, ConcurrentWriters,
-                         ::testing::Values(ztktest::Engine::kSqliteFile,
-                                           ztktest::Engine::kPostgres),
+                         ::testing::Values(ztktest::Engine::kSqliteFile, ztktest::Engine::kPostgres,
+                                           ztktest::Engine::kPgBouncer),
                          ztktest::EngineName);
 
 TEST_P(ConcurrentWriters, EveryWriteLandsOrShowsTheBoxAndNoneIsLost) {

@@ -65,8 +65,8 @@ TEST_P(Traced, EachStatementOnceWithItsTextAndHowItRan) {
     EXPECT_GE(u.milliseconds, 0);
     EXPECT_EQ(u.engine, GetParam() == ztktest::Engine::kSqliteFile   ? "SQLite"
                         : GetParam() == ztktest::Engine::kSqliteOdbc ? "SQLite"
-                        : GetParam() == ztktest::Engine::kPostgres   ? "PostgreSQL"
-                                                                     : "MariaDB");
+                        : GetParam() == ztktest::Engine::kMariaDb    ? "MariaDB"
+                                                                     : "PostgreSQL");
   }
   // Plain values are bound; a text another step or a reading could take
   // for more than text goes as text, and so does everything without the

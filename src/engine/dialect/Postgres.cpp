@@ -1,4 +1,7 @@
 // PostgreSQL through psqlodbc.
+#include <algorithm>
+#include <cctype>
+
 #include "engine/RowSet.h"
 #include "engine/dialect/ServerDialect.h"
 #include "runtime/Raise.h"
@@ -65,6 +68,38 @@ class Postgres final : public ServerDialect {
     };
     if (readOnly) steps.emplace_back("SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY");
     return steps;
+  }
+
+  std::string ListeningPortQuery() const override { return "SELECT current_setting('port')"; }
+
+  // psqlodbc's Port= (any case, braces allowed); the first of several.
+  std::string RequestedPort(const std::string& connect) const override {
+    size_t at = 0;
+    while (at < connect.size()) {
+      const size_t end = std::min(connect.find(';', at), connect.size());
+      const std::string pair = connect.substr(at, end - at);
+      at = end + 1;
+      const size_t eq = pair.find('=');
+      if (eq == std::string::npos) continue;
+      std::string key = pair.substr(0, eq);
+      std::erase(key, ' ');
+      for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+      if (key != "port") continue;
+      std::string value = pair.substr(eq + 1);
+      std::erase_if(value, [](char c) { return c == ' ' || c == '{' || c == '}'; });
+      return value.substr(0, value.find(','));
+    }
+    return "5432";
+  }
+
+  // With server-side prepares off, psqlodbc fills the parameters into the
+  // text itself. DateStyle and standard_conforming_strings are among the
+  // settings pgbouncer keeps per client; lock_timeout and a read-only
+  // session are not: the database's or the role's own settings hold there
+  // (and the engine refuses writes on a read-only open itself).
+  std::string PooledOptions() const override { return "UseServerSidePrepare=0;"; }
+  std::vector<std::string> PooledSessionSetup() const override {
+    return {"SET DateStyle = 'ISO, DMY'", "SET standard_conforming_strings = on"};
   }
 
   std::vector<SessionCheck> SessionChecks() const override {

@@ -39,6 +39,21 @@ class ServerDialect {
   // Statements that set up a new ODBC session, run in order right after
   // connecting (and again after a reconnect).
   virtual std::vector<std::string> SessionSetup(bool /*readOnly*/) const { return {}; }
+
+  // A connection pooler in transaction mode hands each transaction
+  // whichever server connection is free. What tells one from the server: a
+  // query whose one value is the port the server itself listens on, and
+  // the port the connection string asked for (a pooler, or another proxy,
+  // listens elsewhere); empty where the server has no such notion.
+  virtual std::string ListeningPortQuery() const { return {}; }
+  virtual std::string RequestedPort(const std::string& /*connect*/) const { return {}; }
+  // Behind such a pooler: what the connection string adds (no statement
+  // prepared under a name on a server connection the next transaction may
+  // not get), and the set-up the pooler keeps per client (it replays it on
+  // each server connection it hands the client); nothing that would stay
+  // on a shared connection for other clients.
+  virtual std::string PooledOptions() const { return {}; }
+  virtual std::vector<std::string> PooledSessionSetup() const { return {}; }
   // A query whose one value proves that the set-up took, and a text that
   // value must contain; empty when there is nothing to prove.
   struct SessionCheck {

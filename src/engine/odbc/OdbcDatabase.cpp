@@ -171,7 +171,22 @@ OdbcDatabase::~OdbcDatabase() { Close(); }
 // The session must read statements exactly as the dialect's lexicon says; a
 // session whose settings did not take is closed rather than used.
 void OdbcDatabase::SetUpSession() {
-  for (const std::string& step : dialect_->SessionSetup(read_only_)) ExecuteRaw(step);
+  if (!pooled_ && BehindPooler()) {
+    // Opened again with the options a pooler needs: what this session has
+    // prepared or set would be missing from the next transaction's server
+    // connection, or left behind on it for other clients.
+    pooled_ = true;
+    // Preparing nothing on the server, the driver describes a result as it
+    // first ran, like a driver that keeps describing it as prepared.
+    lifting_.refuse_star_results = true;
+    connect_ += (connect_.empty() || connect_.back() == ';' ? "" : ";") + dialect_->PooledOptions();
+    Reconnect();
+    return;
+  }
+  for (const std::string& step :
+       pooled_ ? dialect_->PooledSessionSetup() : dialect_->SessionSetup(read_only_)) {
+    ExecuteRaw(step);
+  }
   for (const auto& check : dialect_->SessionChecks()) {
     OdbcStmt stmt = NewStatement();
     ExecDirect(stmt, check.query);
@@ -185,6 +200,16 @@ void OdbcDatabase::SetUpSession() {
                 value + "'); it is not used.");
     }
   }
+}
+
+bool OdbcDatabase::BehindPooler() {
+  const std::string query = dialect_->ListeningPortQuery();
+  if (query.empty()) return false;
+  OdbcStmt stmt = NewStatement();
+  ExecDirect(stmt, query);
+  std::string port;
+  if (Succeeded(SQLFetch(stmt.Get()))) FetchText(stmt.Get(), 1, narrow_, port);
+  return !port.empty() && port != dialect_->RequestedPort(connect_);
 }
 
 void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) {

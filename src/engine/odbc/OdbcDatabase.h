@@ -81,6 +81,7 @@ class OdbcDatabase final : public Database {
   static Session Connect(const std::string& connect, bool readOnly);
   OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly);
   void SetUpSession();
+  bool BehindPooler();
   void Reconnect();
   // Runs `run` on a live session: a session found dead before is replaced
   // first (outside a transaction); one that dies under `run` is replaced and
@@ -139,6 +140,8 @@ class OdbcDatabase final : public Database {
   bool read_only_ = false;
   // The server ended the session (found by the last failure).
   bool lost_ = false;
+  // Behind a pooler in transaction mode (see SetUpSession).
+  bool pooled_ = false;
   ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
   bool in_transaction_ = false;
   // The schema's version when the last query ran (where the dialect has one).
