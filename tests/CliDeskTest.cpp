@@ -165,7 +165,7 @@ TEST(DeskForms, CsvAndJsonAgreeInMachineForms) {
   const std::string db = dir.Dir() + "/forms.db";
   ASSERT_EQ(Ztk({"init", db}).code, 0);
   ASSERT_EQ(Ztk({"--db", db, "auftrag", "add", "Auftrag=Tür, \"klemmt\"", "Kosten=1234,5",
-                 "Erledigt=ja", "ErledigtDatum=02.03.2024"})
+                 "AuftragsDatum=01.03.2024", "Erledigt=ja", "ErledigtDatum=02.03.2024"})
                 .code,
             0);
   for (const std::vector<std::string>& env :

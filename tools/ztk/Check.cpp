@@ -12,7 +12,7 @@ namespace ztk {
 
 void Check(const Endpoint& where, bool repair) {
   where.RequireOne(
-      _("check: give either a SQLite file (--db) or an ODBC connection string (--odbc), not both"));
+      _("check: give either a SQLite file (--db) or an ODBC connection string (--odbc)"));
   Engine engine = OpenEngine(where, repair);
   const std::string truth = std::to_string(engine.TrueForm());
   struct Finding {

@@ -84,10 +84,10 @@ void Endpoint::RequireOne(const std::string& message) const {
 void Copy(const CopyOptions& options) {
   options.from.RequireOne(
       _("copy: give the source as either a SQLite file (--from-db) or an ODBC "
-        "connection string (--from-odbc), not both"));
+        "connection string (--from-odbc)"));
   options.to.RequireOne(
       _("copy: give the target as either a SQLite file (--to-db) or an ODBC "
-        "connection string (--to-odbc), not both"));
+        "connection string (--to-odbc)"));
   if (!options.from.db.empty() && options.from.db == options.to.db) {
     throw UsageError(_("copy: the source and the target are the same file"));
   }

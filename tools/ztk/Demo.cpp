@@ -210,9 +210,11 @@ void PrintTypicalRequest(Session& session, const OutputOptions& out) {
   if (out.json) return PrintJson(rows);
   // TRANSLATORS: {1} is the library call that reads the list, as a host
   // programmer writes it.
-  std::printf("%s\n\n",
-              Say(_("Open orders by order date ({1}, 30 days):"), "ReadByDone False, osByOrderDate")
-                  .c_str());
+  if (!out.csv) {
+    std::printf("%s\n\n", Say(_("Open orders by order date ({1}, 30 days):"),
+                              "ReadByDone False, osByOrderDate")
+                              .c_str());
+  }
   table.Print(stdout, out);
   if (!out.csv) {
     std::printf("%s\n", SayCount("{1} open order", "{1} open orders", table.Rows()).c_str());

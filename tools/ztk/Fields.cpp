@@ -1,5 +1,6 @@
 #include "Fields.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdio>
@@ -90,6 +91,22 @@ bool NormalizeNumber(const std::string& text, std::string& out) {
 // Exact: "12,5" and "-0.0001" become scaled integers without a double.
 bool ParseMoney(const std::string& text, Currency& out, std::string& why) {
   std::string v;
+  // "1.234" is a thousand and more to a German desk and a little over one
+  // to an English one: such an amount is refused rather than guessed.
+  const std::string body =
+      !text.empty() && (text[0] == '-' || text[0] == '+') ? text.substr(1) : text;
+  if (body.size() >= 5 && body.size() <= 7 && body[0] != '0' &&
+      (body[body.size() - 4] == '.' || body[body.size() - 4] == ',') &&
+      std::all_of(body.begin(), body.end() - 4, ::isdigit) &&
+      std::all_of(body.end() - 3, body.end(), ::isdigit)) {
+    std::string whole = body;
+    whole.erase(whole.size() - 4, 1);
+    std::string decimal = body;
+    decimal[decimal.size() - 4] = '.';
+    why = Say(_("'{1}' can mean {2} or {3}: write the amount with its decimals, e.g. {4}"), text,
+              DeskAmount(whole), DeskAmount(decimal), DeskAmount(whole));
+    return false;
+  }
   if (!NormalizeNumber(text, v)) {
     why = Say(_("expected an amount such as 12,50 or 1.234,56, got '{1}'"), text);
     return false;

@@ -80,26 +80,30 @@ void CheckGiven(const std::vector<std::pair<const Field<R>*, FieldValue>>& value
   for (const auto& [field, value] : values) {
     const std::string name = field->name;
     double number = 0, bound = 0;
-    // The refusal of a value past `bound`, its {1} the field, {2} the value.
-    const char* tooLarge = "";
+    // The refusal of a value past `bound`: {1} the field, {2} the value,
+    // {3} the bound as the desk writes it.
+    const char* tooLarge =
+        _("{1} {2} is more than {3}, which is most likely a slip; --force "
+          "takes it");
+    std::string limit;
     if (const auto* c = std::get_if<ZTkDb::Currency>(&value)) {
       number = static_cast<double>(c->Scaled()) / 10000.0;
       bound = 1000000.0;
-      tooLarge =
-          // TRANSLATORS: {1} is a field name, {2} the amount given.
-          _("{1} {2} is more than 1.000.000,00, which is most likely a slip; --force takes it");
+      limit = DeskAmount("1000000");
     } else if (const auto* d = std::get_if<double>(&value)) {
       number = *d;
       if (name == "Stunden") {
         bound = 24.0;
+        // TRANSLATORS: {1} is a field name, {2} the hours given.
         tooLarge =
-            // TRANSLATORS: {1} is a field name, {2} the hours given.
             _("{1} {2} is more than 24 hours, which is most likely a slip; --force takes it");
       } else if (name == "Menge") {
         bound = 100000.0;
-        // TRANSLATORS: {1} is a field name, {2} the quantity given.
-        tooLarge = _("{1} {2} is more than 100.000, which is most likely a slip; --force takes it");
+        limit = DeskAmount("100000");
       }
+    } else if (const auto* n = std::get_if<int32_t>(&value)) {
+      if (name != "Nr") continue;
+      number = *n;
     } else if (const auto* date = std::get_if<ZTkDb::Date>(&value)) {
       if (name == "ErledigtDatum" && *date != ZTkDb::NoDate &&
           date->DatePart() > ZTkDb::Date::Today()) {
@@ -122,7 +126,7 @@ void CheckGiven(const std::vector<std::pair<const Field<R>*, FieldValue>>& value
       throw UsageError(Say(_("{1} cannot be negative, got {2}"), name, DeskText(value)));
     }
     if (bound > 0 && number > bound && !force) {
-      throw UsageError(Say(tooLarge, name, DeskText(value)));
+      throw UsageError(Say(tooLarge, name, DeskText(value), limit));
     }
   }
 }
@@ -265,27 +269,30 @@ std::vector<std::string> Dependents(Session& session, const CAuftrag& order, boo
   labour.ConnectStorage(client);
   labour.ReadByOrderId(order.Id());
   for (auto b = labour.MoveFirst(); b; b = labour.MoveNext()) {
-    found.push_back("leistung " + std::to_string(b->Id()));
+    found.push_back(Say(_("labour booking {1}"), b->Id()));
     if (cascade) b->Delete();
   }
   ZTkDb::CMaterialListe material;
   material.ConnectStorage(client);
   material.ReadByOrderId(order.Id());
   for (auto m = material.MoveFirst(); m; m = material.MoveNext()) {
-    found.push_back("material " + std::to_string(m->Id()));
+    found.push_back(Say(_("material booking {1}"), m->Id()));
     if (cascade) m->Delete();
   }
   ZTkDb::CMsgOrderDokumentListe documents;
   documents.ConnectStorage(client);
   documents.ReadByOrderId(order.Id());
   for (auto d = documents.MoveFirst(); d; d = documents.MoveNext()) {
-    found.push_back("dokument " + std::to_string(d->Id()));
+    found.push_back(Say(_("document link {1}"), d->Id()));
     if (cascade) d->Delete();
   }
   if (order.MeldungId() != 0) {
-    // TRANSLATORS: {1} {2} names a row as the commands do (meldung 4): a
-    // command name, which stays as it is, and an id.
-    found.push_back(Say(_("{1} {2} (link)"), "meldung", order.MeldungId()));
+    CMeldung report;
+    report.ConnectStorage(client);
+    report.ReadById(order.MeldungId());
+    // TRANSLATORS: {1} the report's number (M7), {2} its id.
+    found.push_back(Say(_("the link to report {1} (id {2})"),
+                        report.NrVorsatz() + std::to_string(report.Nr()), order.MeldungId()));
     if (cascade) {
       CAuftrag copy;
       copy.ConnectStorage(client);
@@ -303,16 +310,16 @@ std::vector<std::string> Dependents(Session& session, const CMeldung& report, bo
   orders.ConnectStorage(client);
   orders.ReadByMsgId(report.Id());
   for (auto o = orders.MoveFirst(); o; o = orders.MoveNext()) {
-    // TRANSLATORS: {1} {2} names a row as the commands do (auftrag 7): a
-    // command name, which stays as it is, and an id.
-    found.push_back(Say(_("{1} {2} (link)"), "auftrag", o->Id()));
+    // TRANSLATORS: {1} the order's number (A12), {2} its id.
+    found.push_back(Say(_("the link from order {1} (id {2})"),
+                        o->NrVorsatz() + std::to_string(o->Nr()), o->Id()));
     if (cascade) o->DisConnectFromMsg();
   }
   ZTkDb::CMsgOrderDokumentListe documents;
   documents.ConnectStorage(client);
   documents.ReadByMsgId(report.Id());
   for (auto d = documents.MoveFirst(); d; d = documents.MoveNext()) {
-    found.push_back("dokument " + std::to_string(d->Id()));
+    found.push_back(Say(_("document link {1}"), d->Id()));
     if (cascade) d->Delete();
   }
   return found;

@@ -27,7 +27,8 @@ class Formatter : public CLI::Formatter {
     label("Env", _("Env"));
     label("Needs", _("Needs"));
     label("Excludes", _("Excludes"));
-    column_width(26);
+    // A narrow terminal keeps the room for the descriptions.
+    column_width(HelpWidth() < 60 ? 16 : 26);
   }
 
   std::string make_option_desc(const CLI::Option* opt) const override {
@@ -121,7 +122,27 @@ int FirstWord(int argc, char** argv) {
   return argc;
 }
 
-std::string Nearest(const std::string& word, const std::vector<std::string>& known) {
+// Lower case, umlauts as their vowels: "Aufträge" is near "auftrag".
+std::string Folded(const std::string& word) {
+  std::string out;
+  for (size_t i = 0; i < word.size(); ++i) {
+    const auto c = static_cast<unsigned char>(word[i]);
+    if (c == 0xC3 && i + 1 < word.size()) {
+      const auto next = static_cast<unsigned char>(word[++i]);
+      out += next == 0xA4 || next == 0x84   ? "a"
+             : next == 0xB6 || next == 0x96 ? "o"
+             : next == 0xBC || next == 0x9C ? "u"
+             : next == 0x9F                 ? "ss"
+                                            : "?";
+      continue;
+    }
+    out += static_cast<char>(std::tolower(c));
+  }
+  return out;
+}
+
+std::string Nearest(const std::string& typed, const std::vector<std::string>& known) {
+  const std::string word = Folded(typed);
   std::string best;
   size_t bestDistance = 3;  // two slips at most
   for (const auto& name : known) {
@@ -175,6 +196,25 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc
                  ? std::string(_("a command is required"))
                  : Say(_("'{1}' needs a command: {2}"), path.substr(0, path.size() - 1), known);
     }
+    // An option the command does not know, with the nearest one it knows.
+    if (dynamic_cast<const CLI::ExtrasError*>(&e)) {
+      std::vector<std::string> options;
+      for (const CLI::App* a = at; a; a = a->get_parent()) {
+        for (const CLI::Option* option : a->get_options()) {
+          for (const auto& name : option->get_lnames()) options.push_back("--" + name);
+        }
+      }
+      std::stringstream extras(what.substr(what.find(':') + 1));
+      for (std::string word; extras >> word;) {
+        if (!word.starts_with("-")) continue;
+        const std::string bare = word.substr(0, word.find('='));
+        const std::string nearest = Nearest(bare, options);
+        return nearest.empty()
+                   ? Say(_("unknown option '{1}'; ztk help {2}lists the options"), bare, path)
+                   : Say(_("unknown option '{1}'; did you mean '{2}'?"), bare, nearest);
+      }
+    }
+    if (what == "a command is required") return _("a command is required");
   }
   // The rest of CLI11's words, in the user's language.
   auto after = [&](const std::string& marker) {

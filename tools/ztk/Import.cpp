@@ -204,7 +204,7 @@ std::string CreateStatement(const JetTable& t, const Planned& p, const Engine& t
 void Import(const ImportOptions& options) {
   options.to.RequireOne(
       _("import: give the target as either a SQLite file (TARGET or --to-db) or an "
-        "ODBC connection string (--to-odbc), not both"));
+        "ODBC connection string (--to-odbc)"));
   auto mdb = OpenFile(options.file);
   std::vector<std::string> names;
   for (unsigned i = 0; i < mdb->num_catalog; ++i) {

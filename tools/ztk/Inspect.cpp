@@ -31,7 +31,9 @@ std::string MachineCell(const ZTkDb::Variant& v) {
 void Tables(Session& session, const OutputOptions& out) {
   auto db = Opened(session);
   nlohmann::ordered_json doc = nlohmann::ordered_json::object();
-  Table table({Column{_("Table")}, Column{_("Rows"), 1, true}});
+  // CSV keeps its names whatever the language, as JSON does.
+  Table table(out.csv ? Table(std::vector<std::string>{"Table", "Rows"})
+                      : Table({Column{_("Table")}, Column{_("Rows"), 1, true}}));
   for (const auto& name : db->TableNames()) {
     ZTkDb::Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM " + name));
     doc[name] = rs.Fields("n").ToLong();
@@ -42,26 +44,42 @@ void Tables(Session& session, const OutputOptions& out) {
 }
 
 void Query(Session& session, const std::string& sql, const OutputOptions& out) {
+  if (sql.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw UsageError(_("query needs a statement: ztk query \"SELECT …\""));
+  }
   auto db = Opened(session);
   ZTkDb::Recordset rs(db, sql, db->Query(sql));
-  const int32_t columns = rs.FieldCount();
+  const int32_t count = rs.FieldCount();
   std::vector<std::string> names;
-  for (int32_t i = 0; i < columns; ++i) names.push_back(rs.FieldName(i));
+  for (int32_t i = 0; i < count; ++i) names.push_back(rs.FieldName(i));
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
-  Table table(names);
+  std::vector<std::vector<std::string>> lines;
+  // A column that holds only numbers and dates is never cut.
+  std::vector<bool> whole(names.size(), true);
   if (rs.RecordCount() > 0) {
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
       nlohmann::ordered_json row = nlohmann::ordered_json::object();
       std::vector<std::string> cells;
-      for (int32_t i = 0; i < columns; ++i) {
+      for (int32_t i = 0; i < count; ++i) {
         const ZTkDb::Variant v = rs.Fields(i);
+        const auto at = static_cast<size_t>(i);
         cells.push_back(out.csv && !out.local ? MachineCell(v) : VariantText(v));
-        row[names[static_cast<size_t>(i)]] = VariantJson(v);
+        row[names[at]] = VariantJson(v);
+        const auto type = v.Type();
+        if (!v.IsNull() && !v.IsEmpty() && type != ZTkDb::vtDate && type != ZTkDb::vtCurrency &&
+            type != ZTkDb::vtByte && type != ZTkDb::vtInteger && type != ZTkDb::vtLong &&
+            type != ZTkDb::vtDouble && type != ZTkDb::vtBoolean) {
+          whole[at] = false;
+        }
       }
       rows.push_back(std::move(row));
-      table.Add(std::move(cells));
+      lines.push_back(std::move(cells));
     }
   }
+  std::vector<Column> columns;
+  for (size_t i = 0; i < names.size(); ++i) columns.push_back(Column{names[i], 1, whole[i]});
+  Table table(columns);
+  for (auto& line : lines) table.Add(std::move(line));
   if (out.json) return PrintJson(rows);
   const auto hidden = table.Print(stdout, out);
   if (!out.csv) PrintCount(table.Rows(), hidden);

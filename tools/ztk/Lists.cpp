@@ -50,7 +50,8 @@ enum class Query { kAll, kDone, kObj, kPeriod, kReport };
 
 Query ChooseQuery(const ListFilter& f, bool withReport) {
   if (f.open && f.done) throw UsageError(_("--open and --done exclude each other"));
-  const bool doneFamily = f.open || f.done || f.site != 0 || !f.sites.empty() || !f.prefix.empty();
+  const bool doneFamily =
+      f.open || f.done || f.site != kNoSite || !f.sites.empty() || !f.prefix.empty();
   const bool obj = f.obj != 0 || f.typ >= 0;
   const bool period = !f.from.empty() || !f.to.empty();
   const bool report = withReport && f.meldung != 0;
@@ -62,10 +63,15 @@ Query ChooseQuery(const ListFilter& f, bool withReport) {
                          : _("choose one kind of filter: done state (--open/--done/--site/--sites/"
                              "--prefix), object (--obj/--typ) or period (--from/--to)"));
   }
-  if (f.site != 0 && !f.sites.empty()) throw UsageError(_("--site and --sites exclude each other"));
+  if (f.site != kNoSite && !f.sites.empty())
+    throw UsageError(_("--site and --sites exclude each other"));
   if (obj && (f.obj == 0 || f.typ < 0)) throw UsageError(_("--obj and --typ go together"));
   if (period && (f.from.empty() || f.to.empty()))
     throw UsageError(_("--from and --to go together"));
+  if (period && ParseDateOption("--to", f.to) < ParseDateOption("--from", f.from)) {
+    throw UsageError(_("--to lies before --from"));
+  }
+  if (f.typ >= 0 && (f.typ < 1 || f.typ > 8)) throw UsageError(_("--typ must lie in 1..8"));
   if (f.days < -32768 || f.days > 32767) throw UsageError(_("--days must lie in -32768..32767"));
   if (obj) return Query::kObj;
   if (period) return Query::kPeriod;
@@ -160,7 +166,7 @@ void Read(List& list, Query query, const ListFilter& f, Sort sort) {
           list.ReadByDoneAndSoListe(sites, f.done, sort, days);
         else
           list.ReadByDoneAndSoListeAndVorsatz(sites, f.done, f.prefix, sort, days);
-      } else if (f.site != 0) {
+      } else if (f.site != kNoSite) {
         if (f.prefix.empty())
           list.ReadByDoneAndSo(f.site, f.done, sort, days);
         else

@@ -9,13 +9,16 @@
 
 namespace ztk {
 
+// No --site given (site 0 is a site: the rows of no particular one).
+constexpr int32_t kNoSite = INT32_MIN;
+
 // The filters of `auftrag list` and `meldung list`.
 struct ListFilter {
   bool open = false;
   bool done = false;
   int days = 30;
   std::string sort;
-  int32_t site = 0;
+  int32_t site = kNoSite;
   std::string sites;
   std::string prefix;
   int32_t obj = 0;

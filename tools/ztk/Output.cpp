@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <limits>
 
 #include "Interrupt.h"
 #include "Text.h"
@@ -41,19 +42,41 @@ int32_t NextCodePoint(const std::string& s, size_t& i) {
 }
 
 // Columns a code point takes on a terminal: East Asian wide and fullwidth
-// characters and emoji two, combining marks and zero-width characters none.
+// characters and emoji two (Unicode's East_Asian_Width W and F, as wcwidth
+// of current C libraries has them), combining marks and zero-width
+// characters none.
 int Columns(int32_t cp) {
   if ((cp >= 0x300 && cp <= 0x36F) || (cp >= 0x200B && cp <= 0x200F) ||
-      (cp >= 0xFE00 && cp <= 0xFE0F) || cp == 0x20E3) {
+      (cp >= 0xFE00 && cp <= 0xFE0F) || cp == 0x20E3 || (cp >= 0x1F3FB && cp <= 0x1F3FF) ||
+      (cp >= 0xE0100 && cp <= 0xE01EF)) {
     return 0;
   }
-  if ((cp >= 0x1100 && cp <= 0x115F) || (cp >= 0x2E80 && cp <= 0xA4CF && cp != 0x303F) ||
-      (cp >= 0xAC00 && cp <= 0xD7A3) || (cp >= 0xF900 && cp <= 0xFAFF) ||
-      (cp >= 0xFE30 && cp <= 0xFE4F) || (cp >= 0xFF00 && cp <= 0xFF60) ||
-      (cp >= 0xFFE0 && cp <= 0xFFE6) || (cp >= 0x1F300 && cp <= 0x1F64F) ||
-      (cp >= 0x1F900 && cp <= 0x1F9FF) || (cp >= 0x1F680 && cp <= 0x1F6FF) ||
-      (cp >= 0x20000 && cp <= 0x3FFFD)) {
-    return 2;
+  static constexpr int32_t kWide[][2] = {
+      {0x1100, 0x115F},   {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},
+      {0x23F0, 0x23F0},   {0x23F3, 0x23F3},   {0x25FD, 0x25FE},   {0x2614, 0x2615},
+      {0x2648, 0x2653},   {0x267F, 0x267F},   {0x2693, 0x2693},   {0x26A1, 0x26A1},
+      {0x26AA, 0x26AB},   {0x26BD, 0x26BE},   {0x26C4, 0x26C5},   {0x26CE, 0x26CE},
+      {0x26D4, 0x26D4},   {0x26EA, 0x26EA},   {0x26F2, 0x26F3},   {0x26F5, 0x26F5},
+      {0x26FA, 0x26FA},   {0x26FD, 0x26FD},   {0x2705, 0x2705},   {0x270A, 0x270B},
+      {0x2728, 0x2728},   {0x274C, 0x274C},   {0x274E, 0x274E},   {0x2753, 0x2755},
+      {0x2757, 0x2757},   {0x2795, 0x2797},   {0x27B0, 0x27B0},   {0x27BF, 0x27BF},
+      {0x2B1B, 0x2B1C},   {0x2B50, 0x2B50},   {0x2B55, 0x2B55},   {0x2E80, 0x303E},
+      {0x3041, 0x33FF},   {0x3400, 0x4DBF},   {0x4E00, 0x9FFF},   {0xA000, 0xA4CF},
+      {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE10, 0xFE19},
+      {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},   {0x16FE0, 0x18AFF},
+      {0x1B000, 0x1B2FF}, {0x1F004, 0x1F004}, {0x1F0CF, 0x1F0CF}, {0x1F18E, 0x1F18E},
+      {0x1F191, 0x1F19A}, {0x1F200, 0x1F2FF}, {0x1F300, 0x1F320}, {0x1F32D, 0x1F335},
+      {0x1F337, 0x1F37C}, {0x1F37E, 0x1F393}, {0x1F3A0, 0x1F3CA}, {0x1F3CF, 0x1F3D3},
+      {0x1F3E0, 0x1F3F0}, {0x1F3F4, 0x1F3F4}, {0x1F3F8, 0x1F43E}, {0x1F440, 0x1F440},
+      {0x1F442, 0x1F4FC}, {0x1F4FF, 0x1F53D}, {0x1F54B, 0x1F54E}, {0x1F550, 0x1F567},
+      {0x1F57A, 0x1F57A}, {0x1F595, 0x1F596}, {0x1F5A4, 0x1F5A4}, {0x1F5FB, 0x1F64F},
+      {0x1F680, 0x1F6C5}, {0x1F6CC, 0x1F6CC}, {0x1F6D0, 0x1F6D2}, {0x1F6D5, 0x1F6D7},
+      {0x1F6DC, 0x1F6DF}, {0x1F6EB, 0x1F6EC}, {0x1F6F4, 0x1F6FC}, {0x1F7E0, 0x1F7EB},
+      {0x1F7F0, 0x1F7F0}, {0x1F90C, 0x1F93A}, {0x1F93C, 0x1F945}, {0x1F947, 0x1F9FF},
+      {0x1FA70, 0x1FAFF}, {0x20000, 0x3FFFD}};
+  for (const auto& range : kWide) {
+    if (cp < range[0]) break;
+    if (cp <= range[1]) return 2;
   }
   return 1;
 }
@@ -141,27 +164,31 @@ size_t DropCandidate(const std::vector<Column>& columns, const std::vector<bool>
   return drop;
 }
 
-// What fits `limit`: first everything shrunk but the main texts kept
-// readable; then the columns of rank 3 and above left out, highest first;
-// then the main texts cut further; then the dates (rank 2) left out. A
-// date is never cut.
+// What fits `limit`, step by step: places and names (rank 3) cut; ids,
+// sites and links (rank 4 and above) left out; the main texts (rank 1) cut
+// to a width that still reads well; places and names left out; the main
+// texts cut further; the dates (rank 2) left out. A date is never cut.
 std::vector<size_t> Fit(const std::vector<Column>& columns, const std::vector<size_t>& natural,
                         std::vector<bool>& shown, size_t limit) {
+  constexpr size_t kUncut = std::numeric_limits<size_t>::max();
   constexpr size_t kReadable = 24;
+  const struct {
+    size_t mainFloor;
+    int dropFrom;
+  } steps[] = {{kUncut, 4}, {kReadable, 3}, {0, 2}};
   for (;;) {
-    std::vector<size_t> widths = Shrunk(columns, natural, shown, limit, kReadable);
-    if (Total(widths, shown) <= limit) return widths;
-    if (const size_t drop = DropCandidate(columns, shown, 3); drop < columns.size()) {
-      shown[drop] = false;
-      continue;
+    std::vector<size_t> widths;
+    bool dropped = false;
+    for (const auto& step : steps) {
+      widths = Shrunk(columns, natural, shown, limit, step.mainFloor);
+      if (Total(widths, shown) <= limit) return widths;
+      if (const size_t drop = DropCandidate(columns, shown, step.dropFrom); drop < columns.size()) {
+        shown[drop] = false;
+        dropped = true;
+        break;
+      }
     }
-    widths = Shrunk(columns, natural, shown, limit, 0);
-    if (Total(widths, shown) <= limit) return widths;
-    if (const size_t drop = DropCandidate(columns, shown, 2); drop < columns.size()) {
-      shown[drop] = false;
-      continue;
-    }
-    return widths;  // as narrow as it gets
+    if (!dropped) return widths;  // as narrow as it gets
   }
 }
 

@@ -8,6 +8,7 @@
 #include "Fields.h"
 #include "Guards.h"
 #include "Output.h"
+#include "Refs.h"
 #include "Session.h"
 #include "Text.h"
 
@@ -87,6 +88,17 @@ std::unique_ptr<R> Load(Session& session, int32_t id) {
     throw Failure(Say(_("there is no {1} with id {2}"), _(RecordKind<R>::kNoun), id));
   }
   return record;
+}
+
+// A record as people name it: an order or a report by its number (A12),
+// the others by their id.
+template <typename R>
+std::string Label(const R& r) {
+  if constexpr (requires { r.NrVorsatz(); }) {
+    return r.NrVorsatz() + std::to_string(r.Nr());
+  } else {
+    return std::to_string(r.Id());
+  }
 }
 
 // Rows shown after a record's fields: figures about it, not fields of it.
@@ -217,19 +229,48 @@ void MarkDone(R& record, bool done, const ZTkDb::Date* date) {
   }
 }
 
+// The date a record was opened on, which no done date precedes.
+inline ZTkDb::Date OpenedOn(const ZTkDb::CAuftrag& r) { return r.AuftragsDatum(); }
+inline ZTkDb::Date OpenedOn(const ZTkDb::CMeldung& r) { return r.MeldeDatum(); }
+
+// The done state stays one whatever FIELD=VALUE pairs gave: a done date
+// alone marks the record done, an empty one opens it again, Erledigt=ja
+// without a date takes today's, Erledigt=nein clears the date; a done date
+// beside Erledigt=nein, or before the record was opened, is refused.
+template <typename R, typename Values>
+void SettleDone(R& record, const Values& values, bool force) {
+  if constexpr (requires(R r) { r.Erledigt(true); }) {
+    const bool flag = Names(values, "Erledigt"), dated = Names(values, "ErledigtDatum");
+    const ZTkDb::Date date = record.ErledigtDatum();
+    if (flag && dated && record.Erledigt() != (date != ZTkDb::NoDate)) {
+      throw UsageError(
+          _("Erledigt and ErledigtDatum contradict each other: a done record has a "
+            "done date, an open one none"));
+    }
+    if (dated && !flag) {
+      MarkDone(record, date != ZTkDb::NoDate, date != ZTkDb::NoDate ? &date : nullptr);
+    } else if (flag && !dated) {
+      MarkDone(record, record.Erledigt(), nullptr);
+    }
+    if (record.Erledigt() && OpenedOn(record) != ZTkDb::NoDate &&
+        record.ErledigtDatum().DatePart() < OpenedOn(record).DatePart() && !force) {
+      throw UsageError(Say(_("the done date {1} lies before the day it was opened ({2}); --force "
+                             "takes it"),
+                           DeskText(record.ErledigtDatum()), DeskText(OpenedOn(record))));
+    }
+  }
+}
+
 template <typename R>
 void Add(Session& session, const std::vector<std::string>& assignments, bool force,
          const OutputOptions& out) {
   const auto& fields = RecordKind<R>::Fields();
-  const auto values = ParseAssignments(fields, RecordKind<R>::Extract(assignments));
+  const auto values =
+      ParseAssignments(fields, RecordKind<R>::Extract(WithIds(session, assignments)));
   R draft;
   RecordKind<R>::Prepare(draft);
   Apply(draft, values);
-  if constexpr (requires(R r) { r.Erledigt(true); }) {
-    if (Names(values, "Erledigt") && !Names(values, "ErledigtDatum")) {
-      MarkDone(draft, draft.Erledigt(), nullptr);
-    }
-  }
+  SettleDone(draft, values, force);
   const bool numbered = Names(values, "Nr");
   CheckGiven(values, force);
   CheckValues(fields, draft);
@@ -252,14 +293,14 @@ void CheckUnchanged(const R& record, const std::string& token) {
   throw Conflict(Say(_("{1} {2} was changed by someone else since it was shown (its token is now "
                        "{3}), so nothing was written. Show it again and repeat the change if it "
                        "still applies."),
-                     _(RecordKind<R>::kNoun), record.Id(), record.UId()));
+                     _(RecordKind<R>::kNoun), Label(record), record.UId()));
 }
 
 template <typename R>
 void Set(Session& session, int32_t id, const std::vector<std::string>& assignments,
          const OutputOptions& out, const std::string& ifUnchanged = {}, bool force = false) {
   const auto& fields = RecordKind<R>::Fields();
-  const auto values = ParseAssignments(fields, assignments);
+  const auto values = ParseAssignments(fields, WithIds(session, assignments));
   if (values.empty()) throw UsageError(_("nothing to set: give FIELD=VALUE"));
   if (Names(values, "MeldungId")) {
     throw UsageError(_("MeldungId is the order's link: change it with auftrag link / unlink"));
@@ -269,12 +310,7 @@ void Set(Session& session, int32_t id, const std::vector<std::string>& assignmen
   CheckUnchanged(*record, ifUnchanged);
   Apply(*record, values);
   if (Names(values, "Nr") || Names(values, "NrVorsatz")) CheckRenumbered(session, *record, force);
-  if constexpr (requires(R r) { r.Erledigt(true); }) {
-    // Erledigt=nein clears the date; Erledigt=ja without one sets today's.
-    if (Names(values, "Erledigt") && (!record->Erledigt() || !Names(values, "ErledigtDatum"))) {
-      MarkDone(*record, record->Erledigt(), nullptr);
-    }
-  }
+  SettleDone(*record, values, force);
   CheckValues(fields, *record);
   session.Write([&] { record->Update(); });
   PrintStored<R>(session, id, out);
@@ -288,6 +324,18 @@ void Done(Session& session, int32_t id, bool done, const ZTkDb::Date* date,
   }
   auto record = Load<R>(session, id);
   CheckUnchanged(*record, ifUnchanged);
+  // Nothing to change: the row and its token stay as they are, so that a
+  // colleague's --if-unchanged still holds.
+  const bool isDone = record->Erledigt() && record->ErledigtDatum() != ZTkDb::NoDate;
+  if ((done && isDone && !date) ||
+      (!done && !record->Erledigt() && record->ErledigtDatum() == ZTkDb::NoDate)) {
+    return PrintRecord(*record, out);
+  }
+  if (date && OpenedOn(*record) != ZTkDb::NoDate &&
+      date->DatePart() < OpenedOn(*record).DatePart()) {
+    throw UsageError(Say(_("--date: {1} lies before the day it was opened ({2})"), DeskText(*date),
+                         DeskText(OpenedOn(*record))));
+  }
   MarkDone(*record, done, date);
   session.Write([&] { record->Update(); });
   PrintStored<R>(session, id, out);
@@ -302,14 +350,14 @@ void Delete(Session& session, int32_t id, bool cascade, const OutputOptions& out
     for (const auto& d : dependents) list += "\n  " + d;
     // TRANSLATORS: {3} is a list of rows, one per line.
     throw Failure(Say(_("{1} {2} is referred to by{3}\n--cascade deletes them with it"),
-                      _(RecordKind<R>::kNoun), id, list));
+                      _(RecordKind<R>::kNoun), Label(*record), list));
   }
   session.Write([&] {
     Dependents(session, *record, true);
     record->Delete();
   });
   if (out.json) return PrintJson({{"deleted", id}, {"with", dependents}});
-  std::printf("%s\n", Say(_("{1} {2} deleted"), _(RecordKind<R>::kNoun), id).c_str());
+  std::printf("%s\n", Say(_("{1} {2} deleted"), _(RecordKind<R>::kNoun), Label(*record)).c_str());
   for (const auto& d : dependents) std::printf("%s\n", Say(_("  with {1}"), d).c_str());
 }
 

@@ -99,4 +99,23 @@ int32_t ResolveRef(Session& session, const std::string& word, const std::string&
   throw Failure(Say(_("{1} names more than one report (ids {2}); give the id"), ref, ids));
 }
 
+std::vector<std::string> WithIds(Session& session, const std::vector<std::string>& assignments) {
+  std::vector<std::string> out;
+  for (const std::string& a : assignments) {
+    const size_t eq = a.find('=');
+    std::string name = a.substr(0, eq == std::string::npos ? 0 : eq);
+    for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::string value = eq == std::string::npos ? "" : a.substr(eq + 1);
+    const bool number = !value.empty() && std::isalpha(static_cast<unsigned char>(value[0]));
+    if (number && (name == "auftragid" || name == "orderid")) {
+      out.push_back(a.substr(0, eq + 1) + std::to_string(ResolveRef(session, "auftrag", value)));
+    } else if (number && (name == "meldungid" || name == "msgid")) {
+      out.push_back(a.substr(0, eq + 1) + std::to_string(ResolveRef(session, "meldung", value)));
+    } else {
+      out.push_back(a);
+    }
+  }
+  return out;
+}
+
 }  // namespace ztk

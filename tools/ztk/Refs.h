@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "Session.h"
 
@@ -12,5 +13,10 @@ namespace ztk {
 // "m7"; the prefix without regard to case). A number several rows share is
 // refused with their ids. `word` is the tool's name of the kind ("auftrag").
 int32_t ResolveRef(Session& session, const std::string& word, const std::string& ref);
+
+// FIELD=VALUE pairs with the links to an order (AuftragId, OrderId) or a
+// report (MeldungId, MsgId) given as numbers ("AuftragId=A12") turned into
+// their ids.
+std::vector<std::string> WithIds(Session& session, const std::vector<std::string>& assignments);
 
 }  // namespace ztk

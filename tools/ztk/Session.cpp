@@ -47,7 +47,7 @@ void ResetCriticalBox() {
 Session::Session(const DbOptions& options) : client_(options.client) {
   if (options.db.empty() == options.odbc.empty()) {
     throw UsageError(
-        _("give the database as either --db PATH or --odbc \"CONNSTR\", not both (ZTK_DB or "
+        _("give the database as either --db PATH or --odbc \"CONNSTR\" (ZTK_DB or "
           "ZTK_ODBC in the environment stand for them)"));
   }
   if (client_.empty()) throw UsageError(_("--client must not be empty"));

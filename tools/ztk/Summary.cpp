@@ -73,12 +73,14 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
 
   SiteFigures total;
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
-  // CSV and JSON are read by programs: their names and the total's stay as
-  // they always were.
-  Table table(out.csv ? std::vector<std::string>{"Standort", "Eröffnet", "Erledigt", "Überfällig",
-                                                 "Stunden", "Leistung", "Material"}
-                      : std::vector<std::string>{_("Site"), _("Opened"), _("Done"), _("Overdue"),
-                                                 _("Hours"), _("Labour cost"), _("Material cost")});
+  // CSV and JSON are read by programs: the same names in both, and the
+  // total's, stay as they always were. People get figures never cut.
+  Table table(
+      out.csv ? Table(std::vector<std::string>{"Standort", "Eroeffnet", "Erledigt", "Ueberfaellig",
+                                               "Stunden", "KostenLeistung", "KostenMaterial"})
+              : Table({Column{_("Site")}, Column{_("Opened"), 1, true}, Column{_("Done"), 1, true},
+                       Column{_("Overdue"), 1, true}, Column{_("Hours"), 1, true},
+                       Column{_("Labour cost"), 1, true}, Column{_("Material cost"), 1, true}}));
   const bool machine = out.csv && !out.local;
   // `label`: the site as a person reads it in the table.
   auto add = [&](const std::string& site, const std::string& label, const SiteFigures& s) {
@@ -93,8 +95,8 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
                     {"Erledigt", s.done},
                     {"Ueberfaellig", s.overdue},
                     {"Stunden", std::round(s.hours * 100) / 100},
-                    {"KostenLeistung", JsonValue(labourCost)},
-                    {"KostenMaterial", JsonValue(materialCost)}});
+                    {"KostenLeistung", FieldJson(labourCost, out.local)},
+                    {"KostenMaterial", FieldJson(materialCost, out.local)}});
     table.Add({out.csv ? site : label, std::to_string(s.opened), std::to_string(s.done),
                std::to_string(s.overdue), Hours(s.hours, machine),
                machine ? MachineText(labourCost) : DeskText(labourCost),
@@ -113,7 +115,7 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
   add("gesamt", _("total"), total);
   if (out.json) return PrintJson(rows);
   // TRANSLATORS: the first and the last day of the period.
-  std::printf("%s\n", Say(_("{1} to {2}"), DeskText(from), DeskText(to)).c_str());
+  if (!out.csv) std::printf("%s\n", Say(_("{1} to {2}"), DeskText(from), DeskText(to)).c_str());
   table.Print(stdout, out);
 }
 

@@ -56,9 +56,16 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   static bool force = false, cascade = false;
   static std::string doneDate, ifUnchanged;
   const auto guard = [](CLI::App* command) {
-    command->add_option("--if-unchanged", ifUnchanged,
-                        _("write only if the row still holds this token (UId, as show prints "
-                          "it); otherwise exit 3 and write nothing"));
+    command
+        ->add_option("--if-unchanged", ifUnchanged,
+                     _("write only if the row still holds this token (UId, as show prints "
+                       "it); otherwise exit 3 and write nothing"))
+        // An empty token (a script's unset variable) must not turn the
+        // guard off.
+        ->check([](const std::string& token) {
+          return token.empty() ? std::string(_("the token is empty: give the UId show printed"))
+                               : std::string();
+        });
   };
 
   auto* show = parent->add_subcommand("show", Say(_("show every field of one {1}"), noun));
@@ -75,7 +82,7 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   add->add_option("FIELD=VALUE", assignments, _("field values; the rest take their defaults"));
   add->add_flag("--force", force,
                 _("add it even when its number exists under its prefix, or with hours past 24, "
-                  "quantities past 100.000 and amounts past 1.000.000,00"));
+                  "quantities past 100,000 and amounts past 1,000,000.00"));
   add->callback([&ctx] {
     ctx.action = [&ctx] {
       Session session(ctx.db);
@@ -95,7 +102,7 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   });
   set->add_flag("--force", force,
                 _("take a number another record holds, or hours past 24, quantities past "
-                  "100.000 and amounts past 1.000.000,00"));
+                  "100,000 and amounts past 1,000,000.00"));
   guard(set);
 
   if (withDone) {
@@ -105,7 +112,9 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
           Say(_("mark one {1} done: today, now (one already done keeps its date unless --date)"),
               noun));
       done->add_option("ID", ref, what)->required();
-      done->add_option("--date", doneDate, _("the completion date (dd.mm.yyyy[ hh:mm])"));
+      done->add_option(
+          "--date", doneDate,
+          _("the completion date (yyyy-mm-dd or dd.mm.yyyy, a time hh:mm may follow)"));
       done->callback([&ctx] {
         ctx.action = [&ctx] {
           Session session(ctx.db);
@@ -143,11 +152,19 @@ void AddRecordCommands(CLI::App* parent, Context& ctx, bool withDone) {
   });
 }
 
+// The commands that make or fill a database have nothing to do read-only.
+void RefuseReadOnly(const DbOptions& db, const char* command) {
+  if (db.read_only) {
+    throw UsageError(Say(_("{1} writes: it cannot run with --read-only"), command));
+  }
+}
+
 // `help [COMMAND…]`: the words after it name a command; they are not
 // parsed as one.
 int Help(CLI::App& app, int argc, char** argv) {
   CLI::App* topic = &app;
   for (int i = 0; i < argc; ++i) {
+    if (argv[i][0] == '-') continue;  // ztk help --help, ztk help auftrag -h
     CLI::App* sub = nullptr;
     std::vector<std::string> names;
     for (auto* candidate : topic->get_subcommands([](CLI::App*) { return true; })) {
@@ -232,6 +249,7 @@ int Run(int argc, char** argv) {
   init->add_option("PATH", initPath, _("the new database file (must not exist)"));
   init->callback([&] {
     ctx.action = [&] {
+      RefuseReadOnly(ctx.db, "init");
       if (initPath.empty() == ctx.db.odbc.empty()) {
         throw UsageError(_("init takes a PATH or --odbc \"CONNSTR\" (one of them)"));
       }
@@ -259,6 +277,7 @@ int Run(int argc, char** argv) {
                         _("add to a target that holds rows (refused when an id exists there)"));
   copyCommand->callback([&] {
     ctx.action = [&] {
+      RefuseReadOnly(ctx.db, "copy");
       CatchInterrupts();
       Copy(copy);
     };
@@ -278,6 +297,7 @@ int Run(int argc, char** argv) {
                           _("also every other table of the file, into a table of the same name"));
   importCommand->callback([&] {
     ctx.action = [&] {
+      RefuseReadOnly(ctx.db, "import");
       CatchInterrupts();
       Import(import);
     };
@@ -292,9 +312,7 @@ int Run(int argc, char** argv) {
                   _("rewrite them in the database's own form, in one transaction"));
   check->callback([&] {
     ctx.action = [&] {
-      if (repair && ctx.db.read_only) {
-        throw UsageError(_("check --repair writes: it cannot run with --read-only"));
-      }
+      if (repair) RefuseReadOnly(ctx.db, "check --repair");
       Check({ctx.db.db, ctx.db.odbc}, repair);
     };
   });
@@ -310,6 +328,7 @@ int Run(int argc, char** argv) {
       ->check(CLI::Range(1, 100000));
   demo->callback([&] {
     ctx.action = [&] {
+      RefuseReadOnly(ctx.db, "demo");
       CatchInterrupts();
       // Declared first, so that the session is closed when the file goes.
       NewTargetFile newFile(ctx.db.odbc.empty() ? demoPath : std::string());
@@ -322,7 +341,7 @@ int Run(int argc, char** argv) {
       Session session(ctx.db);
       BuildDemoData(session, demoReports);
       newFile.Keep();
-      if (!ctx.out.json)
+      if (!ctx.out.json && !ctx.out.csv)
         std::printf("%s\n\n",
                     Say(_("Database: {1}"), ctx.db.odbc.empty() ? demoPath : "ODBC").c_str());
       PrintTypicalRequest(session, ctx.out);
@@ -505,6 +524,11 @@ int Run(int argc, char** argv) {
   }
   try {
     ctx.action();
+    // A full disk or a closed pipe: the output is not all there.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+      std::fprintf(stderr, "ztk: %s\n", _("the output could not be written in full"));
+      return kFailed;
+    }
     return kOk;
   } catch (const UsageError& e) {
     std::fprintf(stderr, "ztk: %s\n", e.what());
