@@ -8,24 +8,13 @@
 #include "TestSupport.h"
 #include "ZtkRun.h"
 
+using ztktest::Columns;
+using ztktest::Lines;
 using ztktest::Outcome;
 using ztktest::Ztk;
 using ztktest::ZtkOnTerminal;
 
 namespace {
-
-size_t Columns(const std::string& line) {
-  size_t n = 0;
-  for (unsigned char c : line) n += (c & 0xC0) != 0x80;
-  return n;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::stringstream s(text);
-  for (std::string line; std::getline(s, line);) lines.push_back(line);
-  return lines;
-}
 
 struct Language {
   const char* name;

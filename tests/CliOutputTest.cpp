@@ -11,30 +11,12 @@
 #include "TestSupport.h"
 #include "ZtkRun.h"
 
+using ztktest::Columns;
+using ztktest::Lines;
 using ztktest::Outcome;
 using ztktest::Ztk;
 
 namespace {
-
-// Display columns of a terminal line: wide characters two, the rest one.
-size_t Columns(const std::string& line) {
-  size_t n = 0;
-  for (size_t i = 0; i < line.size(); ++i) {
-    const auto c = static_cast<unsigned char>(line[i]);
-    if ((c & 0xC0) == 0x80) continue;
-    n += c >= 0xF0 || (c == 0xE4 || c == 0xE5 || c == 0xE6 || c == 0xE7 || c == 0xE8 || c == 0xE9)
-             ? 2
-             : 1;
-  }
-  return n;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::stringstream s(text);
-  for (std::string line; std::getline(s, line);) lines.push_back(line);
-  return lines;
-}
 
 class CliOutput : public ztktest::ZtkDatabase {
  protected:

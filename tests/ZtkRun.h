@@ -43,6 +43,24 @@ inline void Speak(const std::vector<std::string>& env) {
   }
 }
 
+// Display columns of a terminal line: wide characters two, the rest one.
+inline size_t Columns(const std::string& line) {
+  size_t n = 0;
+  for (const char ch : line) {
+    const auto c = static_cast<unsigned char>(ch);
+    if ((c & 0xC0) == 0x80) continue;
+    n += c >= 0xF0 || (c >= 0xE4 && c <= 0xE9) ? 2 : 1;
+  }
+  return n;
+}
+
+inline std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::stringstream s(text);
+  for (std::string line; std::getline(s, line);) lines.push_back(line);
+  return lines;
+}
+
 inline std::string ReadFile(const std::string& path) {
   std::ifstream in(path);
   std::stringstream s;
