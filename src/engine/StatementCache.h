@@ -58,6 +58,11 @@ class StatementCache {
 
   size_t Size() const { return entries_.size(); }
 
+  template <typename Visit>
+  void ForEach(Visit visit) {
+    for (auto& entry : entries_) visit(entry.second);
+  }
+
  private:
   // Keys view into the shapes the list holds; list nodes never move.
   std::list<std::pair<std::string, Entry>> entries_;

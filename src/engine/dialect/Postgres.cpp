@@ -56,21 +56,34 @@ class Postgres final : public ServerDialect {
           "(PostgreSQL reading); the statement was not sent.");
   }
 
-  std::vector<std::string> SessionSetup(bool readOnly) const override {
-    // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO output
-    // (which the driver must read) and makes 'dd.mm.yyyy' input a date.
-    std::vector<std::string> steps = {
-        "SET DateStyle = 'ISO, DMY'",
+  // One text: the settings every session needs, then a row that shows one
+  // took and gives the port the server listens on. What would stay on a
+  // server connection a pooler hands other clients (the lock wait, a
+  // read-only session) is set only where that port is the one asked for.
+  SessionSetUp SetUp(bool readOnly, const std::string& requested_port) const override {
+    // Only digits go into the text; anything else never matches.
+    const bool digits =
+        !requested_port.empty() && std::all_of(requested_port.begin(), requested_port.end(),
+                                               [](char c) { return c >= '0' && c <= '9'; });
+    const std::string direct =
+        "CASE WHEN current_setting('port') = '" + (digits ? requested_port : "") + "' THEN ";
+    std::string text =
+        // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO
+        // output (which the driver must read) and makes 'dd.mm.yyyy' input
+        // a date.
+        "SET DateStyle = 'ISO, DMY'; "
         // '...' as the library writes it: only '' is special inside.
-        "SET standard_conforming_strings = on",
+        "SET standard_conforming_strings = on; "
+        "SELECT current_setting('standard_conforming_strings'), current_setting('port'), "
         // A locked row ends in 3260 after the same wait as on the embedded engine.
-        "SET lock_timeout = '5s'",
-    };
-    if (readOnly) steps.emplace_back("SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY");
-    return steps;
+        + direct + "set_config('lock_timeout', '5s', false) END";
+    if (readOnly)
+      text += ", " + direct + "set_config('default_transaction_read_only', 'on', false) END";
+    return {std::move(text),
+            "standard_conforming_strings = on",
+            {{1, "on", "standard_conforming_strings = on"}},
+            2};
   }
-
-  std::string ListeningPortQuery() const override { return "SELECT current_setting('port')"; }
 
   // psqlodbc's Port= (any case, braces allowed); the first of several.
   std::string RequestedPort(const std::string& connect) const override {
@@ -97,14 +110,10 @@ class Postgres final : public ServerDialect {
   // settings pgbouncer keeps per client; lock_timeout and a read-only
   // session are not: the database's or the role's own settings hold there
   // (and the engine refuses writes on a read-only open itself).
-  std::string PooledOptions() const override { return "UseServerSidePrepare=0;"; }
-  std::vector<std::string> PooledSessionSetup() const override {
-    return {"SET DateStyle = 'ISO, DMY'", "SET standard_conforming_strings = on"};
-  }
+  std::string FoldedName(const std::string& name) const override { return LowerAscii(name); }
 
-  std::vector<SessionCheck> SessionChecks() const override {
-    return {{"SHOW standard_conforming_strings", "on", "standard_conforming_strings = on"}};
-  }
+  bool TypeNamesTellKinds() const override { return false; }
+  std::string PooledOptions() const override { return "UseServerSidePrepare=0;"; }
 
   long ErrorNumber(const std::string& state, long /*native*/,
                    const std::string& /*message*/) const override {
@@ -166,10 +175,20 @@ class Postgres final : public ServerDialect {
   }
   // psqlodbc reads a whole result into its own memory before the first
   // fetch (unless UseDeclareFetch, which costs every small query round
-  // trips of its own): a long list is read through a cursor instead.
-  std::optional<Cursor> LargeResultCursor() const override {
-    return Cursor{"DECLARE ztkdb_rows NO SCROLL CURSOR FOR ", "FETCH FORWARD 2000 FROM ztkdb_rows",
-                  "CLOSE ztkdb_rows", 2000};
+  // trips of its own): a long list is read through a cursor instead. The
+  // cursor is opened with its first chunk in one round trip, which for most
+  // lists is all of it; held, it needs no transaction, which would cost
+  // another round trip to end. Its rest is kept by the server from the end
+  // of the first round trip, as a query's result is kept by the driver.
+  // Behind a pooler the session has no server connection of its own to
+  // hold a cursor on between transactions: it lives in one transaction.
+  // Either way the previous list's cursor (the session's cursors are the
+  // engine's) is closed in the same text, not in a round trip of its own.
+  std::optional<Cursor> LargeResultCursor(bool pooled) const override {
+    const char* fetch = "FETCH FORWARD 2000 FROM ztkdb_rows";
+    return Cursor{pooled ? "CLOSE ALL; DECLARE ztkdb_rows NO SCROLL CURSOR FOR "
+                         : "CLOSE ALL; DECLARE ztkdb_rows NO SCROLL CURSOR WITH HOLD FOR ",
+                  std::string("; ") + fetch, fetch, 2000, !pooled};
   }
 
  private:

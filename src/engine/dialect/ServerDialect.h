@@ -36,32 +36,41 @@ class ServerDialect {
   // Raises 3075 for a string that has no such form.
   virtual std::optional<std::string> HardenString(const Token& /*string*/) const { return {}; }
 
-  // Statements that set up a new ODBC session, run in order right after
-  // connecting (and again after a reconnect).
-  virtual std::vector<std::string> SessionSetup(bool /*readOnly*/) const { return {}; }
-
-  // A connection pooler in transaction mode hands each transaction
-  // whichever server connection is free. What tells one from the server: a
-  // query whose one value is the port the server itself listens on, and
-  // the port the connection string asked for (a pooler, or another proxy,
-  // listens elsewhere); empty where the server has no such notion.
-  virtual std::string ListeningPortQuery() const { return {}; }
-  virtual std::string RequestedPort(const std::string& /*connect*/) const { return {}; }
-  // Behind such a pooler: what the connection string adds (no statement
-  // prepared under a name on a server connection the next transaction may
-  // not get), and the set-up the pooler keeps per client (it replays it on
-  // each server connection it hands the client); nothing that would stay
-  // on a shared connection for other clients.
-  virtual std::string PooledOptions() const { return {}; }
-  virtual std::vector<std::string> PooledSessionSetup() const { return {}; }
-  // A query whose one value proves that the set-up took, and a text that
-  // value must contain; empty when there is nothing to prove.
+  // What a column of the set-up's answer must contain, and what the session
+  // would lack without it (for the error text).
   struct SessionCheck {
-    std::string query;
+    int column;  // 1-based
     std::string must_contain;
-    std::string why;  // what the session would lack, for the error text
+    std::string why;
   };
-  virtual std::vector<SessionCheck> SessionChecks() const { return {}; }
+  // A new ODBC session's set-up, run right after connecting (and again
+  // after a reconnect) as one text in one round trip: it sets what the
+  // dialect's reading needs and, where the server can answer in the same
+  // text, ends in a query of one row that proves it took. `needs` names
+  // what the set-up gives the session, for the error text of a set-up that
+  // failed.
+  struct SessionSetUp {
+    std::string text;
+    std::string needs;
+    std::vector<SessionCheck> checks;
+    // The column of that row holding the port the server itself listens
+    // on (0: none). A connection pooler in transaction mode hands each
+    // transaction whichever server connection is free, and listens on a
+    // port of its own: a port other than `requested_port` tells it from the
+    // server. Nothing the set-up leaves on a server connection, and that
+    // such a pooler would hand other clients, may be set then.
+    int port_column = 0;
+  };
+  virtual SessionSetUp SetUp(bool /*readOnly*/, const std::string& /*requested_port*/) const {
+    return {};
+  }
+  // The port the connection string asks for; empty where the server has no
+  // such notion.
+  virtual std::string RequestedPort(const std::string& /*connect*/) const { return {}; }
+  // Behind a pooler: what the connection string adds (no statement
+  // prepared under a name on a server connection the next transaction may
+  // not get).
+  virtual std::string PooledOptions() const { return {}; }
 
   // The DAO error number of a server error, or 0 when this server gives the
   // error no particular meaning (the ODBC state classes decide then).
@@ -127,14 +136,27 @@ class ServerDialect {
   virtual bool StoresAmountsAsDouble() const { return false; }
   // How a large result is read in chunks where the driver would otherwise
   // copy all of it before handing over the first row: a cursor declared
-  // for the query, fetched `rows` at a time, closed at the end.
+  // for the query and fetched `rows` at a time (`pooled`: behind a pooler).
+  // `open` + query + `then_fetch` opens the cursor and fetches its first
+  // chunk in one text; `fetch` reads each further chunk of `rows`. A held
+  // cursor outlives its transaction and closes with the session or the next
+  // open (which closes it first); one that is not runs in a transaction of
+  // its own (or the host's), whose end closes it.
   struct Cursor {
-    std::string declare_prefix;  // the query follows
+    std::string open;
+    std::string then_fetch;
     std::string fetch;
-    std::string close;
     int64_t rows = 0;
+    bool held = false;
   };
-  virtual std::optional<Cursor> LargeResultCursor() const { return std::nullopt; }
+  virtual std::optional<Cursor> LargeResultCursor(bool /*pooled*/) const { return std::nullopt; }
+  // Whether a result column's declared type name tells its kind where its
+  // SQL type does not (file databases' CURRENCY, DATETIME); asking for it
+  // costs a round trip with some drivers.
+  virtual bool TypeNamesTellKinds() const { return true; }
+  // An unquoted name as the server's catalogue keeps it (servers fold such
+  // names to one case); the name itself where the case is kept.
+  virtual std::string FoldedName(const std::string& name) const { return name; }
   // A table or column name as the server reads it, whatever it holds
   // (blanks, umlauts, its own quote).
   virtual std::string QuoteName(const std::string& name) const {

@@ -26,10 +26,10 @@ class Sqlite final : public ServerDialect {
   const Lexicon& Lexical() const override { return lexicon_; }
   std::string DateLiteral(const Date& date) const override { return IsoDateLiteral(date); }
 
-  std::vector<std::string> SessionSetup(bool readOnly) const override {
+  SessionSetUp SetUp(bool readOnly, const std::string& /*requested_port*/) const override {
     // The ODBC driver ignores the read-only access mode; SQLite's own switch
     // refuses every write on the connection.
-    if (readOnly) return {"PRAGMA query_only = 1"};
+    if (readOnly) return {"PRAGMA query_only = 1", "a read-only connection", {}};
     return {};
   }
 

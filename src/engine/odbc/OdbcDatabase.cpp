@@ -106,7 +106,7 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
 // The same connection string and session set-up as the first time.
 void OdbcDatabase::Reconnect() {
   Session session = Connect(connect_, read_only_);
-  ForgetStatements();  // prepared on the session that died
+  EndSession();  // and the statements prepared on it
   dbc_ = std::move(session.dbc);
   env_ = std::move(session.env);
   lost_ = false;
@@ -171,9 +171,35 @@ OdbcDatabase::~OdbcDatabase() { Close(); }
 // The session must read statements exactly as the dialect's lexicon says; a
 // session whose settings did not take is closed rather than used.
 void OdbcDatabase::SetUpSession() {
-  if (!pooled_ && BehindPooler()) {
-    // Opened again with the options a pooler needs: what this session has
-    // prepared or set would be missing from the next transaction's server
+  const auto setUp = dialect_->SetUp(read_only_, dialect_->RequestedPort(connect_));
+  if (setUp.text.empty()) return;
+  std::vector<std::string> row;
+  try {
+    row = RunSetUp(setUp.text);
+  } catch (const Error& e) {
+    if (lost_) throw;
+    Close();
+    Raise(errOdbcCallFailed, kSource,
+          "ODBC--call failed. The " + std::string(dialect_->Name()) +
+              " session could not be set to " + setUp.needs + " (" + e.Description() +
+              "); it is not used.");
+  }
+  for (const auto& check : setUp.checks) {
+    const size_t at = static_cast<size_t>(check.column) - 1;
+    const std::string value = at < row.size() ? row[at] : std::string();
+    if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos) {
+      Close();
+      Raise(errOdbcCallFailed, kSource,
+            "ODBC--call failed. The " + std::string(dialect_->Name()) +
+                " session could not be set to " + check.why + " (its set-up gave '" + value +
+                "'); it is not used.");
+    }
+  }
+  const size_t port = static_cast<size_t>(setUp.port_column) - 1;
+  if (!pooled_ && setUp.port_column > 0 && port < row.size() &&
+      row[port] != dialect_->RequestedPort(connect_)) {
+    // Opened again with the options a pooler needs: what this session
+    // prepared would be missing from the next transaction's server
     // connection, or left behind on it for other clients.
     pooled_ = true;
     // Preparing nothing on the server, the driver describes a result as it
@@ -181,35 +207,30 @@ void OdbcDatabase::SetUpSession() {
     lifting_.refuse_star_results = true;
     connect_ += (connect_.empty() || connect_.back() == ';' ? "" : ";") + dialect_->PooledOptions();
     Reconnect();
-    return;
-  }
-  for (const std::string& step :
-       pooled_ ? dialect_->PooledSessionSetup() : dialect_->SessionSetup(read_only_)) {
-    ExecuteRaw(step);
-  }
-  for (const auto& check : dialect_->SessionChecks()) {
-    OdbcStmt stmt = NewStatement();
-    ExecDirect(stmt, check.query);
-    std::string value;
-    if (Succeeded(SQLFetch(stmt.Get()))) FetchText(stmt.Get(), 1, narrow_, value);
-    if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos) {
-      Close();
-      Raise(errOdbcCallFailed, kSource,
-            "ODBC--call failed. The " + std::string(dialect_->Name()) +
-                " session could not be set to " + check.why + " (" + check.query + " gave '" +
-                value + "'); it is not used.");
-    }
   }
 }
 
-bool OdbcDatabase::BehindPooler() {
-  const std::string query = dialect_->ListeningPortQuery();
-  if (query.empty()) return false;
+// Runs a text of one or more statements; gives the last row any of them
+// answered with, each value as text.
+std::vector<std::string> OdbcDatabase::RunSetUp(const std::string& text) {
   OdbcStmt stmt = NewStatement();
-  ExecDirect(stmt, query);
-  std::string port;
-  if (Succeeded(SQLFetch(stmt.Get()))) FetchText(stmt.Get(), 1, narrow_, port);
-  return !port.empty() && port != dialect_->RequestedPort(connect_);
+  std::vector<std::string> row;
+  if (ExecDirect(stmt, text) == SQL_NO_DATA) return row;
+  for (;;) {
+    SQLSMALLINT columns = 0;
+    if (Succeeded(SQLNumResultCols(stmt.Get(), &columns)) && columns > 0 &&
+        Succeeded(SQLFetch(stmt.Get()))) {
+      row.assign(static_cast<size_t>(columns), std::string());
+      for (SQLSMALLINT i = 1; i <= columns; ++i) {
+        FetchText(stmt.Get(), static_cast<SQLUSMALLINT>(i), narrow_,
+                  row[static_cast<size_t>(i - 1)]);
+      }
+    }
+    const SQLRETURN rc = SQLMoreResults(stmt.Get());
+    if (rc == SQL_NO_DATA) break;
+    if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLMoreResults");
+  }
+  return row;
 }
 
 void OdbcDatabase::Fail(SQLSMALLINT type, SQLHANDLE handle, const std::string& what) {
@@ -347,7 +368,7 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const Statement& sql, ResultSize size) {
   // A long result read through a cursor needs the statement's text.
-  const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor();
+  const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor(pooled_);
   bool plainQuery = false;
   if (chunked || !plans_ || !plans_->Bind(sql, bound_, plainQuery)) {
     return Query(sql.Render(), size);
@@ -366,8 +387,8 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, Result
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
   std::shared_ptr<const RowSet> rows;
   const auto cursor = size == ResultSize::kMany && facts.plain_query
-                          ? dialect_->LargeResultCursor()
-                          : decltype(dialect_->LargeResultCursor()){};
+                          ? dialect_->LargeResultCursor(pooled_)
+                          : decltype(dialect_->LargeResultCursor(pooled_)){};
   if (cursor) {
     rows = OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
   } else {
@@ -457,14 +478,19 @@ std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
 
 std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
   return OnLiveSession(true, [&] {
-    // Servers fold unquoted names to one case; the library writes them mixed.
-    for (const std::string& name : {table, LowerAscii(table)}) {
+    // Servers fold unquoted names to one case; the library writes them
+    // mixed. The server's own case is asked for first: each lookup is a
+    // round trip.
+    std::string upper = table;
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    std::vector<std::string> tried;
+    for (const std::string& name : {dialect_->FoldedName(table), table, LowerAscii(table), upper}) {
+      if (std::find(tried.begin(), tried.end(), name) != tried.end()) continue;
+      tried.push_back(name);
       auto found = CatalogColumns(name);
       if (!found.empty()) return found;
     }
-    std::string upper = table;
-    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return CatalogColumns(upper);
+    return std::vector<ColumnInfo>{};
   });
 }
 
@@ -568,10 +594,9 @@ void OdbcDatabase::CommitTrans() { EndTransaction(SQL_COMMIT); }
 void OdbcDatabase::Rollback() { EndTransaction(SQL_ROLLBACK); }
 
 void OdbcDatabase::Close() noexcept {
-  ForgetStatements();
+  EndSession();
   lost_ = false;
   in_transaction_ = false;
-  dbc_.Reset();
   env_.Reset();
   schema_.Clear();
 }

@@ -81,7 +81,7 @@ class OdbcDatabase final : public Database {
   static Session Connect(const std::string& connect, bool readOnly);
   OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly);
   void SetUpSession();
-  bool BehindPooler();
+  std::vector<std::string> RunSetUp(const std::string& text);
   void Reconnect();
   // Runs `run` on a live session: a session found dead before is replaced
   // first (outside a transaction); one that dies under `run` is replaced and
@@ -108,6 +108,7 @@ class OdbcDatabase final : public Database {
   std::shared_ptr<const RowSet> QueryPrepared(const LiftedStatement& lifted);
   int64_t ExecuteLifted(const LiftedStatement& lifted);
   void ForgetStatements() noexcept;
+  void EndSession() noexcept;
   // Reads the result of an executed statement; `p` keeps its columns' names
   // and fetches for the next run of the same shape.
   std::shared_ptr<const RowSet> ReadResult(SQLHSTMT stmt, Prepared* p);

@@ -216,35 +216,56 @@ void AppendCell(RowSet& rows, SQLHSTMT stmt, SQLUSMALLINT column, Fetch fetch, b
   }
 }
 
-ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow) {
-  ColumnDescription d;
-  SQLSMALLINT nullable = 0;
-  SQLULEN size = 0;
+namespace {
+
+std::string TextAttribute(SQLHSTMT stmt, SQLUSMALLINT column, SQLUSMALLINT field, bool narrow,
+                          SQLRETURN& rc) {
   SQLSMALLINT length = 0;
-  SQLSMALLINT typeLength = 0;
-  SQLRETURN rc;
   if (narrow) {
-    SQLCHAR name[512] = {};
-    SQLCHAR typeName[128] = {};
-    rc = SQLDescribeCol(stmt, column, name, sizeof name, &length, &d.type, &size, &d.digits,
-                        &nullable);
-    SQLColAttribute(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
-                    nullptr);
-    d.name.assign(reinterpret_cast<const char*>(name),
-                  std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 511));
-    d.type_name.assign(reinterpret_cast<const char*>(typeName),
-                       std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0), 127));
-  } else {
-    SQLWCHAR name[256] = {};
-    SQLWCHAR typeName[128] = {};
-    rc = SQLDescribeColW(stmt, column, name, 256, &length, &d.type, &size, &d.digits, &nullable);
-    SQLColAttributeW(stmt, column, SQL_DESC_TYPE_NAME, typeName, sizeof typeName, &typeLength,
-                     nullptr);
-    d.name = ToUtf8(name, std::min<size_t>(std::max<SQLSMALLINT>(length, 0), 255));
-    d.type_name = ToUtf8(
-        typeName, std::min<size_t>(std::max<SQLSMALLINT>(typeLength, 0) / sizeof(SQLWCHAR), 127));
+    SQLCHAR text[512] = {};
+    rc = SQLColAttribute(stmt, column, field, text, sizeof text, &length, nullptr);
+    return std::string(
+        reinterpret_cast<const char*>(text),
+        std::min<size_t>(static_cast<size_t>(std::max<SQLSMALLINT>(length, 0)), 511));
   }
-  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLDescribeCol");
+  SQLWCHAR text[256] = {};
+  rc = SQLColAttributeW(stmt, column, field, text, sizeof text, &length, nullptr);
+  return ToUtf8(text,
+                std::min<size_t>(
+                    static_cast<size_t>(std::max<SQLSMALLINT>(length, 0)) / sizeof(SQLWCHAR), 255));
+}
+
+SQLLEN NumberAttribute(SQLHSTMT stmt, SQLUSMALLINT column, SQLUSMALLINT field) {
+  SQLLEN value = 0;
+  SQLColAttribute(stmt, column, field, nullptr, 0, nullptr, &value);
+  return value;
+}
+
+}  // namespace
+
+ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, bool typeName) {
+  ColumnDescription d;
+  SQLRETURN rc = SQL_SUCCESS;
+  d.name = TextAttribute(stmt, column, SQL_DESC_NAME, narrow, rc);
+  if (!Succeeded(rc)) RaiseOdbc(SQL_HANDLE_STMT, stmt, "SQLColAttribute");
+  // The verbose type, whose date and time kinds the interval code tells.
+  const SQLLEN type = NumberAttribute(stmt, column, SQL_DESC_TYPE);
+  d.type = static_cast<SQLSMALLINT>(type);
+  if (type == SQL_DATETIME) {
+    switch (NumberAttribute(stmt, column, SQL_DESC_DATETIME_INTERVAL_CODE)) {
+      case SQL_CODE_DATE:
+        d.type = SQL_TYPE_DATE;
+        break;
+      case SQL_CODE_TIME:
+        d.type = SQL_TYPE_TIME;
+        break;
+      default:
+        d.type = SQL_TYPE_TIMESTAMP;
+        break;
+    }
+  }
+  d.digits = static_cast<SQLSMALLINT>(NumberAttribute(stmt, column, SQL_DESC_SCALE));
+  if (typeName) d.type_name = TextAttribute(stmt, column, SQL_DESC_TYPE_NAME, narrow, rc);
   return d;
 }
 

@@ -41,7 +41,11 @@ struct ColumnDescription {
   SQLSMALLINT digits = 0;
   std::string type_name;
 };
-ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow);
+// A result column's name, SQL type and scale, and its declared type's name
+// where `typeName` asks for it. Asked for as single attributes: a whole
+// description (SQLDescribeCol), the concise type or the type's name make
+// psqlodbc look the column's table up in the catalogue, a round trip.
+ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, bool typeName);
 
 }  // namespace ZTkDb::detail
 

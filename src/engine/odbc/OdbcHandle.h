@@ -32,6 +32,16 @@ class OdbcHandle {
   explicit operator bool() const { return h_ != nullptr; }
   void MarkConnected() { connected_ = true; }
 
+  // Ends a connection's session; the driver frees its statements with it.
+  void Disconnect() noexcept {
+    static_assert(kType == SQL_HANDLE_DBC);
+    if (h_ && connected_) SQLDisconnect(h_);
+    connected_ = false;
+  }
+  // Forgets a handle its owner has freed (a disconnect frees the
+  // connection's statements).
+  void Release() noexcept { h_ = nullptr; }
+
   void Reset() noexcept {
     if (h_ == nullptr) return;
     if constexpr (kType == SQL_HANDLE_DBC) {

@@ -85,6 +85,19 @@ void OdbcDatabase::ForgetStatements() noexcept {
   if (plans_) plans_->Clear();
 }
 
+// Freeing a prepared statement while connected costs a round trip each
+// (the driver closes it on the server); a session that ends first takes
+// them all with it.
+void OdbcDatabase::EndSession() noexcept {
+  dbc_.Disconnect();
+  if (statements_) {
+    statements_->ForEach([](Prepared& p) { p.stmt.Release(); });
+    statements_->Clear();
+  }
+  if (plans_) plans_->Clear();
+  dbc_.Reset();
+}
+
 OdbcStmt OdbcDatabase::PrepareText(const std::string& text) {
   OdbcStmt stmt = NewStatement();
   SQLRETURN rc;
@@ -349,7 +362,7 @@ void OdbcDatabase::DescribeResult(SQLHSTMT stmt, std::shared_ptr<const RowSet::C
   std::vector<std::string> names;
   fetches.clear();
   for (SQLUSMALLINT i = 1; i <= count; ++i) {
-    const ColumnDescription d = Describe(stmt, i, narrow_);
+    const ColumnDescription d = Describe(stmt, i, narrow_, dialect_->TypeNamesTellKinds());
     names.push_back(d.name);
     fetches.push_back(FetchFor(d.type, d.digits, d.type_name));
   }
@@ -367,12 +380,13 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns), p->serial);
 }
 
-// The query runs under a cursor in a transaction of its own (or the host's),
-// its rows fetched a chunk at a time: the driver never holds more than one
-// chunk besides the rows already read.
+// The query runs under a cursor, its rows fetched a chunk at a time: the
+// driver never holds more than one chunk besides the rows already read. The
+// first chunk comes with the cursor's opening; a cursor that is not held
+// lives in a transaction of its own (or the host's), whose end closes it.
 std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
                                                         const ServerDialect::Cursor& cursor) {
-  const bool own = !in_transaction_;
+  const bool own = !cursor.held && !in_transaction_;
   SQLHDBC dbc = Handle();
   if (own && !Succeeded(SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT,
                                           reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
@@ -385,23 +399,29 @@ std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
                       reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON), 0);
   };
   try {
-    ExecDirect(NewStatement(), cursor.declare_prefix + text);
     std::shared_ptr<const RowSet::Columns> columns;
     std::vector<Fetch> fetches;
     std::shared_ptr<RowSet> rows;
-    const OdbcStmt fetch = NewStatement();
-    for (;;) {
-      ExecDirect(fetch, cursor.fetch);
+    const OdbcStmt stmt = NewStatement();
+    ExecDirect(stmt, cursor.open + text + cursor.then_fetch);
+    // The opening's own statements answer with no columns: the chunk is the
+    // last result.
+    for (SQLSMALLINT count = 0; Succeeded(SQLNumResultCols(stmt.Get(), &count)) && count == 0;) {
+      const SQLRETURN rc = SQLMoreResults(stmt.Get());
+      if (rc == SQL_NO_DATA) break;
+      if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLMoreResults");
+    }
+    for (bool first = true;; first = false) {
+      if (!first) ExecDirect(stmt, cursor.fetch);
       if (!rows) {
-        DescribeResult(fetch.Get(), columns, fetches);
+        DescribeResult(stmt.Get(), columns, fetches);
         rows = std::make_shared<RowSet>(columns);
       }
       const int64_t before = rows->RowCount();
-      FetchRows(fetch.Get(), fetches, rows);
-      SQLFreeStmt(fetch.Get(), SQL_CLOSE);
+      FetchRows(stmt.Get(), fetches, rows);
+      SQLFreeStmt(stmt.Get(), SQL_CLOSE);
       if (rows->RowCount() - before < cursor.rows) break;
     }
-    ExecDirect(NewStatement(), cursor.close);
     end(SQL_COMMIT);
     return rows;
   } catch (...) {
