@@ -1,6 +1,8 @@
 // PostgreSQL through psqlodbc.
 #include <algorithm>
 #include <cctype>
+#include <regex>
+#include <utility>
 
 #include "engine/RowSet.h"
 #include "engine/dialect/ServerDialect.h"
@@ -24,6 +26,72 @@ Lexicon MakeLexicon() {
   // psqlodbc rewrites ODBC escapes before the server sees the text.
   lx.refuse_braces = true;
   return lx;
+}
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+// A connection string's key=value pairs in order, keys folded to lower case
+// and stripped of blanks; a value in braces may hold ';'.
+Pairs ConnectPairs(const std::string& connect) {
+  Pairs out;
+  size_t at = 0;
+  while (at < connect.size()) {
+    const size_t eq = connect.find('=', at);
+    const size_t semicolon = connect.find(';', at);
+    if (eq == std::string::npos || (semicolon != std::string::npos && semicolon < eq)) {
+      if (semicolon == std::string::npos) break;
+      at = semicolon + 1;
+      continue;
+    }
+    std::string key = connect.substr(at, eq - at);
+    std::erase(key, ' ');
+    for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    size_t value_start = eq + 1;
+    while (value_start < connect.size() && connect[value_start] == ' ') ++value_start;
+    size_t end = connect.find(';', value_start);
+    if (value_start < connect.size() && connect[value_start] == '{') {
+      const size_t close = connect.find('}', value_start);
+      end = close == std::string::npos ? std::string::npos : connect.find(';', close);
+    }
+    if (end == std::string::npos) end = connect.size();
+    out.emplace_back(std::move(key), connect.substr(value_start, end - value_start));
+    at = end + 1;
+  }
+  return out;
+}
+
+const std::string* Find(const Pairs& pairs, const char* key) {
+  for (const auto& [k, v] : pairs) {
+    if (k == key) return &v;
+  }
+  return nullptr;
+}
+
+std::string Unbraced(std::string value) {
+  std::erase_if(value, [](char c) { return c == ' ' || c == '{' || c == '}'; });
+  return value;
+}
+
+std::vector<std::string> SplitPorts(const std::string& ports) {
+  std::vector<std::string> out;
+  size_t at = 0;
+  while (at <= ports.size() && !ports.empty()) {
+    const size_t comma = std::min(ports.find(',', at), ports.size());
+    out.push_back(ports.substr(at, comma - at));
+    at = comma + 1;
+  }
+  return out;
+}
+
+// A value in libpq's connection options: quoted, with its quotes and
+// backslashes escaped.
+std::string LibpqValue(const std::string& value) {
+  std::string out = "'";
+  for (char c : value) {
+    if (c == '\\' || c == '\'') out += '\\';
+    out += c;
+  }
+  return out + "'";
 }
 
 class Postgres final : public ServerDialect {
@@ -62,11 +130,14 @@ class Postgres final : public ServerDialect {
   // read-only session) is set only where that port is the one asked for.
   SessionSetUp SetUp(bool readOnly, const std::string& requested_port) const override {
     // Only digits go into the text; anything else never matches.
-    const bool digits =
-        !requested_port.empty() && std::all_of(requested_port.begin(), requested_port.end(),
-                                               [](char c) { return c >= '0' && c <= '9'; });
-    const std::string direct =
-        "CASE WHEN current_setting('port') = '" + (digits ? requested_port : "") + "' THEN ";
+    std::string ports;
+    for (const std::string& port : SplitPorts(requested_port)) {
+      const bool digits =
+          std::all_of(port.begin(), port.end(), [](char c) { return c >= '0' && c <= '9'; });
+      ports += (ports.empty() ? "'" : ", '") + (digits ? port : std::string()) + "'";
+    }
+    const std::string direct = "CASE WHEN current_setting('port') IN (" +
+                               (ports.empty() ? std::string("''") : ports) + ") THEN ";
     std::string text =
         // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO
         // output (which the driver must read) and makes 'dd.mm.yyyy' input
@@ -85,22 +156,15 @@ class Postgres final : public ServerDialect {
             2};
   }
 
-  // psqlodbc's Port= (any case, braces allowed); the first of several.
+  // psqlodbc's Port=, or the port of its libpq options; the ports of
+  // several servers separated by commas.
   std::string RequestedPort(const std::string& connect) const override {
-    size_t at = 0;
-    while (at < connect.size()) {
-      const size_t end = std::min(connect.find(';', at), connect.size());
-      const std::string pair = connect.substr(at, end - at);
-      at = end + 1;
-      const size_t eq = pair.find('=');
-      if (eq == std::string::npos) continue;
-      std::string key = pair.substr(0, eq);
-      std::erase(key, ' ');
-      for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-      if (key != "port") continue;
-      std::string value = pair.substr(eq + 1);
-      std::erase_if(value, [](char c) { return c == ' ' || c == '{' || c == '}'; });
-      return value.substr(0, value.find(','));
+    const auto pairs = ConnectPairs(connect);
+    if (const std::string* port = Find(pairs, "port")) return Unbraced(*port);
+    if (const std::string* options = Find(pairs, "pqopt")) {
+      static const std::regex kPort(R"((?:^|\s)port\s*=\s*'?([0-9,]+))");
+      std::smatch m;
+      if (std::regex_search(*options, m, kPort)) return m[1].str();
     }
     return "5432";
   }
@@ -128,12 +192,22 @@ class Postgres final : public ServerDialect {
     return 0;
   }
 
-  // 57P01..03: the server ended the session (shutdown, crash, or a
-  // terminated backend) and says so before it reads another statement; a
-  // statement that was running is rolled back with it.
+  // 57P03: the server would not start a session. 57P01 for a fast shutdown
+  // or a terminated backend: the server ended the session and says so
+  // before it reads another statement; a statement that was running is
+  // rolled back with it. The same state comes when it stops at once
+  // (immediate shutdown) or gives up waiting for a synchronous standby, and
+  // 57P02 after another process crashed: a statement may have committed
+  // then, and only the words (in English) tell the first case from these.
   Loss SessionLoss(const std::string& state, long native,
                    const std::string& message) const override {
-    if (state == "57P01" || state == "57P02" || state == "57P03") return Loss::kLostBeforeStatement;
+    if (state == "57P03" ||
+        (state == "57P01" &&
+         message.find("terminating connection due to administrator command") != std::string::npos &&
+         message.find("synchronous replication") == std::string::npos)) {
+      return Loss::kLostBeforeStatement;
+    }
+    if (state.starts_with("57P")) return Loss::kSessionLost;
     // psqlodbc reports a session that died under a prepared statement as a
     // general error carrying libpq's words; whether the statement ran is
     // not known then.
@@ -196,6 +270,31 @@ class Postgres final : public ServerDialect {
 };
 
 }  // namespace
+
+DriverConnect ForDriver(const std::string& connect, bool readOnly) {
+  const Pairs pairs = ConnectPairs(connect);
+  const std::string* servers = Find(pairs, "servername");
+  if (!servers || servers->find(',') == std::string::npos || Find(pairs, "pqopt")) {
+    return {connect, false};
+  }
+  std::string hosts;
+  for (const std::string& host : SplitPorts(Unbraced(*servers))) {
+    hosts += (hosts.empty() ? "" : ",") + host;
+  }
+  std::string options = "host=" + LibpqValue(hosts);
+  if (const std::string* ports = Find(pairs, "port"))
+    options += " port=" + LibpqValue(Unbraced(*ports));
+  const std::string* attrs = Find(pairs, "targetsessionattrs");
+  options += " target_session_attrs=" + LibpqValue(attrs      ? Unbraced(*attrs)
+                                                   : readOnly ? "any"
+                                                              : "read-write");
+  std::string text;
+  for (const auto& [key, value] : pairs) {
+    if (key == "servername" || key == "port" || key == "targetsessionattrs") continue;
+    text += key + "=" + value + ";";
+  }
+  return {text + "pqopt={" + options + "};", true};
+}
 
 const ServerDialect& PostgresDialect() {
   static const auto* dialect = new Postgres;  // never destroyed: hosts' statics may use it

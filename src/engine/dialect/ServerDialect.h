@@ -182,6 +182,18 @@ const ServerDialect& GenericDialect();
 // The dialect for the DBMS name an ODBC driver reports (SQL_DBMS_NAME).
 const ServerDialect& DialectForDbms(const std::string& dbmsName);
 
+// A connection string as its driver takes it, and whether it names several
+// servers, one of which may take over from another. psqlodbc takes one
+// server in Servername= and Port=: several (Servername=a,b;Port=p,q) go to
+// libpq in its own options, which open the first server that takes writes
+// (for a read-only open the first that answers), or what
+// TargetSessionAttrs= asks for (prefer-standby, say).
+struct DriverConnect {
+  std::string text;
+  bool several_servers = false;
+};
+DriverConnect ForDriver(const std::string& connect, bool readOnly);
+
 // Quoted ISO text, the date literal every known server reads.
 std::string IsoDateLiteral(const Date& date);
 

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
 #include <cstring>
 #include <limits>
 #include <mutex>
+#include <optional>
+#include <thread>
 #include <utility>
 
 #include "engine/RowSet.h"
@@ -50,6 +53,17 @@ bool StartsWithWord(const std::string& s, const char* word) {
          (s.size() - i == n || !std::isalnum(static_cast<unsigned char>(s[i + n])));
 }
 
+// Whether `port` is one of the comma-separated `ports`.
+bool ListsPort(const std::string& ports, const std::string& port) {
+  size_t at = 0;
+  while (at <= ports.size()) {
+    const size_t comma = std::min(ports.find(',', at), ports.size());
+    if (ports.compare(at, comma - at, port) == 0) return true;
+    at = comma + 1;
+  }
+  return false;
+}
+
 }  // namespace
 
 // A connected session: environment and connection handles.
@@ -78,7 +92,7 @@ OdbcDatabase::Session OdbcDatabase::Connect(const std::string& connect, bool rea
     SQLSetConnectAttr(dbc.Get(), SQL_ATTR_ACCESS_MODE,
                       reinterpret_cast<SQLPOINTER>(SQL_MODE_READ_ONLY), 0);
   }
-  auto wide = ToUtf16(connect);
+  auto wide = ToUtf16(ForDriver(connect, readOnly).text);
   SQLWCHAR out[1024];
   SQLSMALLINT outLength = 0;
   SQLRETURN rc;
@@ -99,13 +113,29 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
   Session session = Connect(connect, readOnly);
   auto db = std::shared_ptr<OdbcDatabase>(
       new OdbcDatabase(std::move(session.env), std::move(session.dbc), connect, readOnly));
+  db->several_servers_ = ForDriver(connect, readOnly).several_servers;
   db->SetUpSession();
   return db;
 }
 
-// The same connection string and session set-up as the first time.
+// The same connection string and session set-up as the first time. Where
+// the connection string names several servers, one may be taking over from
+// another that failed: the session is sought again until one takes it, for
+// as long as a takeover may take, so that a read after the failure (a
+// create's reading back of its row, say) finds the row on the new server.
 void OdbcDatabase::Reconnect() {
-  Session session = Connect(connect_, read_only_);
+  constexpr auto kTakeover = std::chrono::seconds(30);
+  const auto deadline = std::chrono::steady_clock::now() + kTakeover;
+  std::optional<Session> found;
+  while (!found) {
+    try {
+      found.emplace(Connect(connect_, read_only_));
+    } catch (const Error&) {
+      if (!several_servers_ || std::chrono::steady_clock::now() >= deadline) throw;
+      std::this_thread::sleep_for(std::chrono::milliseconds(250));
+    }
+  }
+  Session session = std::move(*found);
   EndSession();  // and the statements prepared on it
   dbc_ = std::move(session.dbc);
   env_ = std::move(session.env);
@@ -197,7 +227,7 @@ void OdbcDatabase::SetUpSession() {
   }
   const size_t port = static_cast<size_t>(setUp.port_column) - 1;
   if (!pooled_ && setUp.port_column > 0 && port < row.size() &&
-      row[port] != dialect_->RequestedPort(connect_)) {
+      !ListsPort(dialect_->RequestedPort(connect_), row[port])) {
     // Opened again with the options a pooler needs: what this session
     // prepared would be missing from the next transaction's server
     // connection, or left behind on it for other clients.
@@ -418,64 +448,6 @@ std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text, bo
   return ReadResult(stmt.Get(), nullptr);
 }
 
-std::string OdbcDatabase::Catalog() {
-  if (!dialect_->CatalogIsDatabase()) return {};
-  SQLWCHAR buffer[256] = {};
-  SQLINTEGER length = 0;
-  if (!Succeeded(SQLGetConnectAttrW(Handle(), SQL_ATTR_CURRENT_CATALOG, buffer, sizeof buffer,
-                                    &length))) {
-    Fail(SQL_HANDLE_DBC, dbc_.Get(), "SQLGetConnectAttr");
-  }
-  return ToUtf8(buffer, std::min<size_t>(static_cast<size_t>(std::max<SQLINTEGER>(length, 0)) /
-                                             sizeof(SQLWCHAR),
-                                         255));
-}
-
-std::vector<ColumnInfo> OdbcDatabase::CatalogColumns(const std::string& table) {
-  std::vector<ColumnInfo> out;
-  OdbcStmt stmt = NewStatement();
-  const std::string catalog = Catalog();
-  SQLRETURN rc;
-  if (narrow_) {
-    std::string bytes = table;
-    std::string cat = catalog;
-    rc = SQLColumns(stmt.Get(), catalog.empty() ? nullptr : reinterpret_cast<SQLCHAR*>(cat.data()),
-                    static_cast<SQLSMALLINT>(cat.size()), nullptr, 0,
-                    reinterpret_cast<SQLCHAR*>(bytes.data()), static_cast<SQLSMALLINT>(bytes.size()),
-                    nullptr, 0);
-  } else {
-    auto wide = ToUtf16(table);
-    auto cat = ToUtf16(catalog);
-    rc = SQLColumnsW(stmt.Get(), catalog.empty() ? nullptr : cat.data(),
-                     static_cast<SQLSMALLINT>(cat.size()), nullptr, 0, wide.data(),
-                     static_cast<SQLSMALLINT>(wide.size()), nullptr, 0);
-  }
-  if (!Succeeded(rc)) Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLColumns");
-  while (Succeeded(SQLFetch(stmt.Get()))) {
-    ColumnInfo info;
-    FetchText(stmt.Get(), 4, narrow_, info.name);
-    SQLSMALLINT dataType = 0;
-    FetchFixed(stmt.Get(), 5, SQL_C_SSHORT, dataType);
-    FetchText(stmt.Get(), 6, narrow_, info.declared_type);
-    info.is_date = FetchFor(dataType, 0, info.declared_type) == Fetch::kDate;
-    info.is_text = !info.is_date && (dataType == SQL_VARCHAR || dataType == SQL_LONGVARCHAR ||
-                                     dataType == SQL_WVARCHAR || dataType == SQL_WLONGVARCHAR);
-    info.is_float = dataType == SQL_DOUBLE || dataType == SQL_FLOAT || dataType == SQL_REAL;
-    if (dataType == SQL_DECIMAL || dataType == SQL_NUMERIC) {
-      // Unknown (Null) stays -1: no decimal is bound for the column.
-      SQLINTEGER size = -1;
-      SQLSMALLINT digits = -1;
-      if (FetchFixed(stmt.Get(), 7, SQL_C_SLONG, size) && FetchFixed(stmt.Get(), 9, SQL_C_SSHORT, digits) &&
-          size > 0 && size <= 1000 && digits >= 0 && digits <= size) {
-        info.precision = static_cast<int16_t>(size);
-        info.scale = digits;
-      }
-    }
-    out.push_back(std::move(info));
-  }
-  return out;
-}
-
 std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
   return OnLiveSession(true, [&] {
     // Servers fold unquoted names to one case; the library writes them
@@ -496,34 +468,6 @@ std::vector<ColumnInfo> OdbcDatabase::Columns(const std::string& table) {
 
 std::vector<std::string> OdbcDatabase::TableNames() {
   return OnLiveSession(true, [&] { return CatalogTables(); });
-}
-
-std::vector<std::string> OdbcDatabase::CatalogTables() {
-  std::vector<std::string> out;
-  OdbcStmt stmt = NewStatement();
-  std::string catalog = Catalog();
-  SQLCHAR type[] = "TABLE";
-  // One server may hold many databases: only the current one's tables.
-  if (!Succeeded(SQLTables(stmt.Get(),
-                           catalog.empty() ? nullptr : reinterpret_cast<SQLCHAR*>(catalog.data()),
-                           static_cast<SQLSMALLINT>(catalog.size()), nullptr, 0, nullptr, 0, type,
-                           SQL_NTS))) {
-    Fail(SQL_HANDLE_STMT, stmt.Get(), "SQLTables");
-  }
-  while (Succeeded(SQLFetch(stmt.Get()))) {
-    std::string name;
-    if (FetchText(stmt.Get(), 3, narrow_, name) && !LowerAscii(name).starts_with("sqlite_")) {
-      out.push_back(std::move(name));
-    }
-  }
-  return out;
-}
-
-std::string OdbcDatabase::FindTable(const std::string& name) {
-  for (const auto& table : TableNames()) {
-    if (strcasecmp(table.c_str(), name.c_str()) == 0) return table;
-  }
-  return {};
 }
 
 void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) {

@@ -143,6 +143,9 @@ class OdbcDatabase final : public Database {
   bool lost_ = false;
   // Behind a pooler in transaction mode (see SetUpSession).
   bool pooled_ = false;
+  // The connection string names several servers, one of which may take
+  // over from another (see Reconnect).
+  bool several_servers_ = false;
   ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
   bool in_transaction_ = false;
   // The schema's version when the last query ran (where the dialect has one).
