@@ -9,6 +9,7 @@
 #include <map>
 
 #include "CopyRate.h"
+#include "Network.h"
 #include "ztkdb/ZTkDb.h"
 
 namespace bench {
@@ -175,6 +176,7 @@ bool Summary(const std::vector<int32_t>& sizes) {
                 static_cast<long long>(c.rows), server ? "PostgreSQL" : "a SQLite file",
                 c.rows_per_second, target, c.rows_per_second >= target ? "" : "MISSED");
   }
+  allMet &= NetworkSummary(Results());
   std::printf("\n%s\n", allMet ? "every target met" : "some targets missed");
   return allMet;
 }

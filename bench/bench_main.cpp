@@ -18,6 +18,7 @@
 #include "Contenders.h"
 #include "Contest.h"
 #include "CopyRate.h"
+#include "Network.h"
 #include "Summary.h"
 #include "ztkdb/ZTkDb.h"
 
@@ -361,6 +362,7 @@ int main(int argc, char** argv) {
   }
   bench::RegisterMemory(sqlite[100000], postgres.count(100000) ? postgres[100000] : "");
   bench::RegisterCopyRates(sqlite[100000], dir, pgAdmin);
+  if (pgAdmin) bench::RegisterNetwork(pgAdmin);
   benchmark::Initialize(&argc, argv);
   bench::Collector collector;
   benchmark::RunSpecifiedBenchmarks(&collector);

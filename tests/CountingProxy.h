@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 #include <stdexcept>
@@ -21,9 +22,13 @@ namespace ztktest {
 
 class CountingProxy {
  public:
-  // Listens on `listen_path` and forwards each connection to `server_path`.
-  CountingProxy(std::string listen_path, std::string server_path)
-      : listen_path_(std::move(listen_path)), server_path_(std::move(server_path)) {
+  // Listens on `listen_path` and forwards each connection to `server_path`,
+  // each flight `one_way` late (a network's latency, half a round trip).
+  CountingProxy(std::string listen_path, std::string server_path,
+                std::chrono::microseconds one_way = std::chrono::microseconds(0))
+      : listen_path_(std::move(listen_path)),
+        server_path_(std::move(server_path)),
+        one_way_(one_way) {
     ::unlink(listen_path_.c_str());
     listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     const sockaddr_un address = Address(listen_path_);
@@ -110,6 +115,7 @@ class CountingProxy {
 
   std::string listen_path_;
   std::string server_path_;
+  std::chrono::microseconds one_way_;
   int listener_ = -1;
   std::atomic<bool> stop_{false};
   std::atomic<int64_t> trips_{0};

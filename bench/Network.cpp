@@ -1,0 +1,152 @@
+// Lists across a network: what round trips cost where each one takes 1.3 ms.
+#include "Network.h"
+
+#include <libpq-fe.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <regex>
+
+#include "BenchData.h"
+#include "Contest.h"
+#include "CountingProxy.h"
+#include "ztkdb/CAuftragListe.h"
+#include "ztkdb/CTkDb.h"
+#include "ztkdb/Trace.h"
+
+namespace bench {
+namespace {
+
+constexpr auto kOneWay = std::chrono::microseconds(650);
+
+struct Figures {
+  double ztk = 0;
+  double floor = 0;
+  int64_t ztk_trips = 0;
+  int64_t floor_trips = 0;
+};
+std::map<int32_t, Figures>& Net() {
+  static std::map<int32_t, Figures> figures;
+  return figures;
+}
+
+// A proxy in front of the bench cluster's socket, on the same port number.
+struct Route {
+  std::unique_ptr<ztktest::CountingProxy> proxy;
+  std::string odbc;   // the library's connection string through it
+  std::string libpq;  // libpq's
+};
+
+Route Through(const std::string& connect) {
+  std::smatch m;
+  if (!std::regex_search(connect, m,
+                         std::regex("Servername=([^;]*);Port=([0-9]+);.*Database=([^;]*)"))) {
+    return {};
+  }
+  const std::string dir = (std::filesystem::temp_directory_path() /
+                           ("ztk-net-" + std::to_string(::getpid()) + "-" + m[3].str()))
+                              .string();
+  std::filesystem::create_directories(dir);
+  const std::string socket = "/.s.PGSQL." + m[2].str();
+  Route r;
+  r.proxy = std::make_unique<ztktest::CountingProxy>(dir + socket, m[1].str() + socket, kOneWay);
+  r.odbc = std::regex_replace(connect, std::regex("Servername=[^;]*"), "Servername=" + dir);
+  r.libpq = "host=" + dir + " port=" + m[2].str() + " dbname=" + m[3].str() + " user=postgres";
+  return r;
+}
+
+void NetList(benchmark::State& state, const std::string& connect, int32_t orders) {
+  Route route = Through(connect);
+  std::string text;
+  ZTkDb::SetStatementTrace([&text](const ZTkDb::StatementTrace& t) { text = t.text; });
+  ZTkDb::CTkDb tkdb;
+  tkdb.OpenOdbcDb("net", route.odbc, false, false);
+  {
+    ZTkDb::CAuftragListe list;
+    list.ConnectStorage("net");
+    list.ReadAll();
+  }
+  ZTkDb::SetStatementTrace(nullptr);
+  PGconn* pq = PQconnectdb(route.libpq.c_str());
+  PGresult* prepared = PQprepare(pq, "list", text.c_str(), 0, nullptr);
+  if (PQresultStatus(prepared) != PGRES_COMMAND_OK) {
+    state.SkipWithError(PQerrorMessage(pq));
+  }
+  PQclear(prepared);
+  int64_t ztkTrips = 0, floorTrips = 0, runs = 0;
+  std::vector<Side> sides = {{"ztk",
+                              [&] {
+                                route.proxy->Reset();
+                                ZTkDb::CAuftragListe list;
+                                list.ConnectStorage("net");
+                                list.ReadAll();
+                                int64_t rows = 0;
+                                for (auto o = list.MoveFirst(); o; o = list.MoveNext()) {
+                                  benchmark::DoNotOptimize(o->Nr());
+                                  ++rows;
+                                }
+                                ztkTrips += route.proxy->RoundTrips();
+                                ++runs;
+                                return rows;
+                              }},
+                             {"libpq", [&] {
+                                route.proxy->Reset();
+                                PGresult* r =
+                                    PQexecPrepared(pq, "list", 0, nullptr, nullptr, nullptr, 0);
+                                const int rows = PQntuples(r);
+                                const int columns = PQnfields(r);
+                                size_t bytes = 0;
+                                for (int i = 0; i < rows; ++i) {
+                                  for (int c = 0; c < columns; ++c) bytes += PQgetlength(r, i, c);
+                                }
+                                benchmark::DoNotOptimize(bytes);
+                                PQclear(r);
+                                floorTrips += route.proxy->RoundTrips();
+                                return int64_t{rows};
+                              }}};
+  Contest(state, std::move(sides));
+  PQfinish(pq);
+  Figures& f = Net()[orders];
+  f.ztk_trips = runs ? ztkTrips / runs : 0;
+  f.floor_trips = runs ? floorTrips / runs : 0;
+}
+
+}  // namespace
+
+void RegisterNetwork(const std::string& pgAdmin) {
+  for (const int32_t n : {1000, 50000}) {
+    const std::string connect = PostgresDataSet(pgAdmin, "net_" + std::to_string(n), n);
+    if (connect.empty()) continue;
+    benchmark::RegisterBenchmark(("Net/postgres/" + std::to_string(n)).c_str(), NetList, connect, n)
+        ->UseRealTime()
+        ->MinTime(1.0);
+  }
+}
+
+bool NetworkSummary(const std::map<std::string, double>& results) {
+  bool met = true;
+  for (auto& [n, f] : Net()) {
+    const std::string key = "Net/postgres/" + std::to_string(n);
+    const auto get = [&](const char* side) {
+      auto it = results.find(key + "#" + side);
+      return it == results.end() ? 0.0 : it->second;
+    };
+    const double ztk = get("ztk"), floor = get("libpq");
+    if (ztk <= 0 || floor <= 0) continue;
+    const double target = n <= 1000 ? 1.2 : 2.0;
+    const double ratio = ztk / floor;
+    met &= ratio <= target;
+    std::printf(
+        "list of %d orders at 1.3 ms round trips: ZTkDb %.2f ms (%lld round trips), libpq "
+        "prepared %.2f ms (%lld): %.2fx (target %.1fx) %s\n",
+        n, ztk * n / 1e6, static_cast<long long>(f.ztk_trips), floor * n / 1e6,
+        static_cast<long long>(f.floor_trips), ratio, target, ratio <= target ? "" : "MISSED");
+  }
+  return met;
+}
+
+}  // namespace bench

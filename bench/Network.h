@@ -1,0 +1,17 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace bench {
+
+// Lists of 1,000 and 50,000 orders on PostgreSQL across a network of 1.3 ms
+// round trips (a proxy adding 0.65 ms each way): ZTkDb against libpq running
+// the same statement prepared once, the floor. `pgAdmin` as bench/run sets
+// ZTKDB_BENCH_PG.
+void RegisterNetwork(const std::string& pgAdmin);
+
+// The network lines of the summary; false when a target was missed.
+bool NetworkSummary(const std::map<std::string, double>& results);
+
+}  // namespace bench
