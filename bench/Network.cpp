@@ -4,18 +4,23 @@
 #include <libpq-fe.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <random>
 #include <regex>
+#include <thread>
 
 #include "BenchData.h"
 #include "Contest.h"
 #include "CountingProxy.h"
+#include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CTkDb.h"
+#include "ztkdb/Error.h"
 #include "ztkdb/Trace.h"
 
 namespace bench {
@@ -115,7 +120,82 @@ void NetList(benchmark::State& state, const std::string& connect, int32_t orders
   f.floor_trips = runs ? floorTrips / runs : 0;
 }
 
+// Operations per second of the clients' mix, directly and pooled.
+std::map<std::string, double>& Throughput() {
+  static std::map<std::string, double> figures;
+  return figures;
+}
+
+void Clients(benchmark::State& state, const std::string& connect, int32_t orders, const char* how) {
+  constexpr int kClients = 32;
+  constexpr auto kRun = std::chrono::seconds(5);
+  for (auto _ : state) {
+    std::atomic<int64_t> operations{0}, failures{0};
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> clients;
+    for (int c = 0; c < kClients; ++c) {
+      clients.emplace_back([&, c] {
+        const std::string name = std::string(how) + std::to_string(c);
+        ZTkDb::CTkDb tkdb;
+        tkdb.OpenOdbcDb(name, connect, false, false);
+        std::mt19937 random(static_cast<unsigned>(c));
+        ZTkDb::CAuftrag order;
+        order.ConnectStorage(name);
+        ZTkDb::CAuftragListe list;
+        list.ConnectStorage(name);
+        while (!stop) {
+          const int pick = static_cast<int>(random() % 10);
+          const int32_t id = 1 + static_cast<int32_t>(random() % static_cast<unsigned>(orders));
+          try {
+            if (pick < 6) {
+              order.ReadById(id);
+            } else if (pick < 8) {
+              list.ReadByNr(id);
+            } else if (pick < 9) {
+              const ZTkDb::Date d = ZTkDb::Date::Today();
+              order.CreateNew7(id, 17, d, "08:15", 100, ZTkDb::sotRoom, "Heizung kalt", d, "",
+                               ZTkDb::NoDate, "", false, ZTkDb::NoDate, "", 0, 0, 2, 31, 1, 12, 1,
+                               ZTkDb::hetTikora, "A", "Meier", "0711 4711", "Hausverwaltung", 5,
+                               "K100", "Stuttgart", "Nord", "KST-7", "Zentrale", false, "",
+                               "Reparatur", ZTkDb::Currency::FromScaled(1250050), "Wartung",
+                               "Schulz");
+            } else {
+              order.ReadById(id);
+              order.Bemerkung("gesehen");
+              order.Update();
+            }
+            ++operations;
+          } catch (const ZTkDb::Error&) {
+            ++failures;
+          }
+        }
+      });
+    }
+    std::this_thread::sleep_for(kRun);
+    stop = true;
+    for (auto& t : clients) t.join();
+    const double perSecond =
+        static_cast<double>(operations) / std::chrono::duration<double>(kRun).count();
+    Throughput()[how] = perSecond;
+    state.counters["ops_per_s"] = perSecond;
+    state.counters["failures"] = static_cast<double>(failures);
+  }
+}
+
 }  // namespace
+
+void RegisterClients(const std::string& connect, int32_t orders) {
+  std::smatch m;
+  if (!std::regex_search(connect, m, std::regex("Port=([0-9]+)"))) return;
+  const std::string pooled =
+      m.prefix().str() + "Port=" + std::to_string(std::stoi(m[1].str()) + 1) + m.suffix().str();
+  benchmark::RegisterBenchmark("Clients/postgres/direct", Clients, connect, orders, "direct")
+      ->Iterations(1)
+      ->UseRealTime();
+  benchmark::RegisterBenchmark("Clients/postgres/pgbouncer", Clients, pooled, orders, "pooled")
+      ->Iterations(1)
+      ->UseRealTime();
+}
 
 void RegisterNetwork(const std::string& pgAdmin) {
   for (const int32_t n : {1000, 50000}) {
@@ -145,6 +225,15 @@ bool NetworkSummary(const std::map<std::string, double>& results) {
         "prepared %.2f ms (%lld): %.2fx (target %.1fx) %s\n",
         n, ztk * n / 1e6, static_cast<long long>(f.ztk_trips), floor * n / 1e6,
         static_cast<long long>(f.floor_trips), ratio, target, ratio <= target ? "" : "MISSED");
+  }
+  const double direct = Throughput()["direct"], pooled = Throughput()["pooled"];
+  if (direct > 0 && pooled > 0) {
+    const double ratio = pooled / direct;
+    met &= ratio >= 0.75;
+    std::printf(
+        "32 clients' mix: %.0f operations/s directly, %.0f through pgbouncer in "
+        "transaction mode: %.2f (target 0.75) %s\n",
+        direct, pooled, ratio, ratio >= 0.75 ? "" : "MISSED");
   }
   return met;
 }

@@ -363,6 +363,7 @@ int main(int argc, char** argv) {
   bench::RegisterMemory(sqlite[100000], postgres.count(100000) ? postgres[100000] : "");
   bench::RegisterCopyRates(sqlite[100000], dir, pgAdmin);
   if (pgAdmin) bench::RegisterNetwork(pgAdmin);
+  if (postgres.count(10000)) bench::RegisterClients(postgres[10000], 10000);
   benchmark::Initialize(&argc, argv);
   bench::Collector collector;
   benchmark::RunSpecifiedBenchmarks(&collector);
