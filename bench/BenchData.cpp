@@ -148,6 +148,8 @@ std::string PostgresDataSet(const std::string& adminConnect, const std::string& 
     auto admin = ZTkDb::detail::OdbcDatabase::Open(adminConnect + "Database=postgres;", false);
     admin->ExecuteRaw("DROP DATABASE IF EXISTS " + name + " WITH (FORCE)");
     admin->ExecuteRaw("CREATE DATABASE " + name);
+    // As a site sets it for clients behind a pooler (docs/engines.md).
+    admin->ExecuteRaw("ALTER DATABASE " + name + " SET lock_timeout = '5s'");
     const std::string connect = adminConnect + "Database=" + name + ";";
     ZTkDb::detail::CreateModuleSchemaOdbc(connect);
     auto db = ZTkDb::detail::OdbcDatabase::Open(connect, false);

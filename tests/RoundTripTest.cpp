@@ -12,6 +12,8 @@
 #include "CountingProxy.h"
 #include "Engines.h"
 #include "TestData.h"
+#include "TestSupport.h"
+#include "engine/odbc/OdbcDatabase.h"
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CTkDb.h"
@@ -188,6 +190,34 @@ TEST(SessionSetUp, MariaDbRefusesAClientCharacterSetOtherThanUtf8) {
   EXPECT_NE(why.find("could not be set to"), std::string::npos) << why;
   EXPECT_NE(why.find("CHARSET=utf8mb4"), std::string::npos) << why;
   EXPECT_TRUE(tkdb.DbPath().empty());
+}
+
+}  // namespace
+
+namespace {
+
+// Behind a pooler the library sets no lock wait of its own (it would stay on
+// the shared server connection): the database's must be there, or the open
+// says what the administrator sets.
+TEST(SessionSetUp, BehindAPoolerTheDatabaseMustHaveALockWait) {
+  ztktest::EngineDb db(Engine::kPgBouncer);
+  if (const std::string why = db.Create(); !why.empty()) {
+    if (ztktest::MustRun(why)) FAIL() << why;
+    GTEST_SKIP() << why;
+  }
+  const auto admin = [&](const std::string& sql) {
+    ZTkDb::detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false)
+        ->ExecuteRaw(sql);
+  };
+  admin("ALTER DATABASE " + db.ServerDatabase() + " RESET lock_timeout");
+  ztktest::CapturedBoxes boxes;
+  CTkDb tkdb;
+  tkdb.OpenOdbcDb("nowait", db.ConnectString(), false, false);
+  ASSERT_EQ(boxes.boxes.size(), 1u);
+  EXPECT_NE(boxes.boxes[0].text.find("SET lock_timeout = '5s'"), std::string::npos)
+      << boxes.boxes[0].text;
+  EXPECT_TRUE(tkdb.DbPath().empty());
+  // Every other test through the pooler opens a database that has one.
 }
 
 }  // namespace

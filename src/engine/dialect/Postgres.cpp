@@ -147,12 +147,19 @@ class Postgres final : public ServerDialect {
         "SET standard_conforming_strings = on; "
         "SELECT current_setting('standard_conforming_strings'), current_setting('port'), "
         // A locked row ends in 3260 after the same wait as on the embedded engine.
-        + direct + "set_config('lock_timeout', '5s', false) END";
+        + direct + "set_config('lock_timeout', '5s', false) END, current_setting('lock_timeout')";
     if (readOnly)
       text += ", " + direct + "set_config('default_transaction_read_only', 'on', false) END";
+    // Behind a pooler the lock wait is the database's or the role's: without
+    // one a write on a locked row would wait for ever instead of ending in
+    // 3260.
     return {std::move(text),
             "standard_conforming_strings = on",
-            {{1, "on", "standard_conforming_strings = on"}},
+            {{1, "on", "standard_conforming_strings = on"},
+             {4, "",
+              "a lock wait (behind a connection pooler the administrator sets it: "
+              "ALTER DATABASE ... SET lock_timeout = '5s', or ALTER ROLE ...)",
+              "0"}},
             2};
   }
 

@@ -42,6 +42,7 @@ class ServerDialect {
     int column;  // 1-based
     std::string must_contain;
     std::string why;
+    std::string must_not_be = {};  // a value that fails the check whatever it contains
   };
   // A new ODBC session's set-up, run right after connecting (and again
   // after a reconnect) as one text in one round trip: it sets what the

@@ -217,7 +217,8 @@ void OdbcDatabase::SetUpSession() {
   for (const auto& check : setUp.checks) {
     const size_t at = static_cast<size_t>(check.column) - 1;
     const std::string value = at < row.size() ? row[at] : std::string();
-    if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos) {
+    if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos ||
+        (!check.must_not_be.empty() && value == check.must_not_be)) {
       Close();
       Raise(errOdbcCallFailed, kSource,
             "ODBC--call failed. The " + std::string(dialect_->Name()) +
