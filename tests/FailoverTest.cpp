@@ -48,10 +48,10 @@ TEST(Failover, WritersGoOnOnTheNewPrimaryAndNoAcknowledgedCreateIsLost) {
       run("stop '" + b + "'");
     }
   } stop{run, primary, standby};
-  ASSERT_EQ(run("standby '" + standby + "' 54342 '" + primary + "' 54341"), 0);
-  // The library's own terms for two servers.
+  ASSERT_EQ(run("standby '" + standby + "' 54341 '" + primary + "' 54341"), 0);
+  // The library's own terms for two servers (on one port, in two folders).
   const std::string connect = "Driver={PostgreSQL Unicode};Servername=" + primary + "," + standby +
-                              ";Port=54341,54342;Database=ztk_template;Username=postgres;";
+                              ";Port=54341,54341;Database=ztk_template;Username=postgres;";
 
   constexpr int kWriters = 2;
   std::atomic<bool> promoted{false};

@@ -346,17 +346,22 @@ std::string AdaptStatement(const std::string& sql, const AdaptationRules& rules,
   std::string out = adapter.Run();
   if (!adapter.Changed()) out = sql;
   const Lexicon* final = rules.final_lexicon ? rules.final_lexicon : &lexicon;
-  const auto learn = [&](const Tokens& sent) {
+  const auto learn = [&](const Tokens& sent, const char* base) {
     if (!facts) return;
     facts->plain_query = IsPlainQuery(sent);
+    facts->statement_end = 0;
+    for (const Token& tok : sent) {
+      if (IsTrivia(tok) || tok.kind == TokenKind::kSemicolon) continue;
+      facts->statement_end = static_cast<size_t>(tok.text.data() + tok.text.size() - base);
+    }
     if (rules.lifting) facts->lifted = LiftLiterals(sent, *rules.lifting);
   };
   if (!adapter.Changed() && ReadAlike(lexicon, *final, sql)) {
-    learn(tokens);
+    learn(tokens, sql.data());
     return out;
   }
   // What is sent is what counts: the adapted text, in the server's reading.
-  learn(TokenizeCertain(out, *final));
+  learn(TokenizeCertain(out, *final), out.data());
   return out;
 }
 

@@ -48,6 +48,9 @@ struct StatementFacts {
   bool plain_query = false;
   // The sent text's shape and literal values, where `lifting` allows it.
   std::optional<LiftedStatement> lifted;
+  // Where the statement ends in the sent text: after its last token, before
+  // a closing ';' and the blanks and comments around it.
+  size_t statement_end = 0;
 };
 
 // Adapts one statement to its engine. Every byte it has no rule for is kept,

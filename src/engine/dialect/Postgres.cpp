@@ -130,14 +130,11 @@ class Postgres final : public ServerDialect {
   // read-only session) is set only where that port is the one asked for.
   SessionSetUp SetUp(bool readOnly, const std::string& requested_port) const override {
     // Only digits go into the text; anything else never matches.
-    std::string ports;
-    for (const std::string& port : SplitPorts(requested_port)) {
-      const bool digits =
-          std::all_of(port.begin(), port.end(), [](char c) { return c >= '0' && c <= '9'; });
-      ports += (ports.empty() ? "'" : ", '") + (digits ? port : std::string()) + "'";
-    }
-    const std::string direct = "CASE WHEN current_setting('port') IN (" +
-                               (ports.empty() ? std::string("''") : ports) + ") THEN ";
+    const bool digits =
+        !requested_port.empty() && std::all_of(requested_port.begin(), requested_port.end(),
+                                               [](char c) { return c >= '0' && c <= '9'; });
+    const std::string direct =
+        "CASE WHEN current_setting('port') = '" + (digits ? requested_port : "") + "' THEN ";
     std::string text =
         // The driver sets DateStyle 'ISO' at connect; DMY keeps its ISO
         // output (which the driver must read) and makes 'dd.mm.yyyy' input
@@ -163,17 +160,25 @@ class Postgres final : public ServerDialect {
             2};
   }
 
-  // psqlodbc's Port=, or the port of its libpq options; the ports of
-  // several servers separated by commas.
+  // psqlodbc's Port=, or the port of its libpq options. Of several servers
+  // on different ports the one a session reached is not known: no port then,
+  // and every session counts as pooled, which is right everywhere.
   std::string RequestedPort(const std::string& connect) const override {
     const auto pairs = ConnectPairs(connect);
-    if (const std::string* port = Find(pairs, "port")) return Unbraced(*port);
-    if (const std::string* options = Find(pairs, "pqopt")) {
+    std::string ports = "5432";
+    if (const std::string* port = Find(pairs, "port")) {
+      ports = Unbraced(*port);
+    } else if (const std::string* options = Find(pairs, "pqopt")) {
       static const std::regex kPort(R"((?:^|\s)port\s*=\s*'?([0-9,]+))");
       std::smatch m;
-      if (std::regex_search(*options, m, kPort)) return m[1].str();
+      if (std::regex_search(*options, m, kPort)) ports = m[1].str();
     }
-    return "5432";
+    const auto each = SplitPorts(ports);
+    if (each.empty()) return {};
+    for (const std::string& p : each) {
+      if (p != each.front()) return {};
+    }
+    return each.front();
   }
 
   // With server-side prepares off, psqlodbc fills the parameters into the
@@ -256,20 +261,21 @@ class Postgres final : public ServerDialect {
   }
   // psqlodbc reads a whole result into its own memory before the first
   // fetch (unless UseDeclareFetch, which costs every small query round
-  // trips of its own): a long list is read through a cursor instead. The
-  // cursor is opened with its first chunk in one round trip, which for most
-  // lists is all of it; held, it needs no transaction, which would cost
-  // another round trip to end. Its rest is kept by the server from the end
-  // of the first round trip, as a query's result is kept by the driver.
-  // Behind a pooler the session has no server connection of its own to
-  // hold a cursor on between transactions: it lives in one transaction.
-  // Either way the previous list's cursor (the session's cursors are the
-  // engine's) is closed in the same text, not in a round trip of its own.
-  std::optional<Cursor> LargeResultCursor(bool pooled) const override {
+  // trips of its own): a long list is read through a cursor instead. No
+  // cursor is held (WITH HOLD): the server would run the query a second time
+  // to keep its rows at the commit, and behind a pooler no cursor outlives a
+  // transaction. The query is joined to the texts around it by line breaks,
+  // so that a comment at its end ends there. Inside the host's transaction
+  // the previous list's cursor is still open and is closed in the same text.
+  std::optional<Cursor> LargeResultCursor(bool inTransaction) const override {
     const char* fetch = "FETCH FORWARD 2000 FROM ztkdb_rows";
-    return Cursor{pooled ? "CLOSE ALL; DECLARE ztkdb_rows NO SCROLL CURSOR FOR "
-                         : "CLOSE ALL; DECLARE ztkdb_rows NO SCROLL CURSOR WITH HOLD FOR ",
-                  std::string("; ") + fetch, fetch, 2000, !pooled};
+    return Cursor{"SELECT * FROM (\n",
+                  "\n) AS ztkdb_rows LIMIT 2001",
+                  std::string(inTransaction ? "CLOSE ALL; " : "") +
+                      "DECLARE ztkdb_rows NO SCROLL CURSOR FOR\n",
+                  std::string("\n; ") + fetch,
+                  fetch,
+                  2000};
   }
 
  private:
@@ -281,6 +287,7 @@ class Postgres final : public ServerDialect {
 DriverConnect ForDriver(const std::string& connect, bool readOnly) {
   const Pairs pairs = ConnectPairs(connect);
   const std::string* servers = Find(pairs, "servername");
+  if (!servers) servers = Find(pairs, "server");
   if (!servers || servers->find(',') == std::string::npos || Find(pairs, "pqopt")) {
     return {connect, false};
   }
@@ -297,7 +304,9 @@ DriverConnect ForDriver(const std::string& connect, bool readOnly) {
                                                               : "read-write");
   std::string text;
   for (const auto& [key, value] : pairs) {
-    if (key == "servername" || key == "port" || key == "targetsessionattrs") continue;
+    if (key == "servername" || key == "server" || key == "port" || key == "targetsessionattrs") {
+      continue;
+    }
     text += key + "=" + value + ";";
   }
   return {text + "pqopt={" + options + "};", true};

@@ -61,12 +61,15 @@ class ServerDialect {
     // server. Nothing the set-up leaves on a server connection, and that
     // such a pooler would hand other clients, may be set then.
     int port_column = 0;
+    // A statement run after it, where the server takes no second one in the
+    // same text.
+    std::string then = {};
   };
   virtual SessionSetUp SetUp(bool /*readOnly*/, const std::string& /*requested_port*/) const {
     return {};
   }
   // The port the connection string asks for; empty where the server has no
-  // such notion.
+  // such notion, or where several servers are asked for on different ports.
   virtual std::string RequestedPort(const std::string& /*connect*/) const { return {}; }
   // Behind a pooler: what the connection string adds (no statement
   // prepared under a name on a server connection the next transaction may
@@ -136,21 +139,24 @@ class ServerDialect {
   // reading of decimal text may land on another.
   virtual bool StoresAmountsAsDouble() const { return false; }
   // How a large result is read in chunks where the driver would otherwise
-  // copy all of it before handing over the first row: a cursor declared
-  // for the query and fetched `rows` at a time (`pooled`: behind a pooler).
-  // `open` + query + `then_fetch` opens the cursor and fetches its first
-  // chunk in one text; `fetch` reads each further chunk of `rows`. A held
-  // cursor outlives its transaction and closes with the session or the next
-  // open (which closes it first); one that is not runs in a transaction of
-  // its own (or the host's), whose end closes it.
+  // copy all of it before handing over the first row. First the query runs
+  // bounded to one row more than a chunk (`probe_prefix` + query +
+  // `probe_suffix`): most lists end there, in one round trip. A result that
+  // proves longer is read through a cursor in a transaction (its own, or the
+  // host's): `open` + query + `then_fetch` declares it and fetches its first
+  // chunk in one text, `fetch` each further chunk of `rows`; the
+  // transaction's end closes it.
   struct Cursor {
+    std::string probe_prefix;
+    std::string probe_suffix;
     std::string open;
     std::string then_fetch;
     std::string fetch;
     int64_t rows = 0;
-    bool held = false;
   };
-  virtual std::optional<Cursor> LargeResultCursor(bool /*pooled*/) const { return std::nullopt; }
+  virtual std::optional<Cursor> LargeResultCursor(bool /*inTransaction*/) const {
+    return std::nullopt;
+  }
   // Whether a result column's declared type name tells its kind where its
   // SQL type does not (file databases' CURRENCY, DATETIME); asking for it
   // costs a round trip with some drivers.

@@ -53,17 +53,6 @@ bool StartsWithWord(const std::string& s, const char* word) {
          (s.size() - i == n || !std::isalnum(static_cast<unsigned char>(s[i + n])));
 }
 
-// Whether `port` is one of the comma-separated `ports`.
-bool ListsPort(const std::string& ports, const std::string& port) {
-  size_t at = 0;
-  while (at <= ports.size()) {
-    const size_t comma = std::min(ports.find(',', at), ports.size());
-    if (ports.compare(at, comma - at, port) == 0) return true;
-    at = comma + 1;
-  }
-  return false;
-}
-
 }  // namespace
 
 // A connected session: environment and connection handles.
@@ -125,16 +114,23 @@ std::shared_ptr<OdbcDatabase> OdbcDatabase::Open(const std::string& connect, boo
 // create's reading back of its row, say) finds the row on the new server.
 void OdbcDatabase::Reconnect() {
   constexpr auto kTakeover = std::chrono::seconds(30);
-  const auto deadline = std::chrono::steady_clock::now() + kTakeover;
   std::optional<Session> found;
   while (!found) {
     try {
       found.emplace(Connect(connect_, read_only_));
-    } catch (const Error&) {
-      if (!several_servers_ || std::chrono::steady_clock::now() >= deadline) throw;
+    } catch (const Error& e) {
+      // Only while no server takes the session (08: none reached; 57P03: one
+      // starting up or a standby refusing writes), and for one takeover's
+      // time per outage, not per call.
+      const auto now = std::chrono::steady_clock::now();
+      if (!outage_since_) outage_since_ = now;
+      const bool unreachable = e.Description().find("[08") != std::string::npos ||
+                               e.Description().find("[57P03]") != std::string::npos;
+      if (!several_servers_ || !unreachable || now - *outage_since_ >= kTakeover) throw;
       std::this_thread::sleep_for(std::chrono::milliseconds(250));
     }
   }
+  outage_since_.reset();
   Session session = std::move(*found);
   EndSession();  // and the statements prepared on it
   dbc_ = std::move(session.dbc);
@@ -206,6 +202,7 @@ void OdbcDatabase::SetUpSession() {
   std::vector<std::string> row;
   try {
     row = RunSetUp(setUp.text);
+    if (!setUp.then.empty()) RunSetUp(setUp.then);
   } catch (const Error& e) {
     if (lost_) throw;
     Close();
@@ -228,7 +225,7 @@ void OdbcDatabase::SetUpSession() {
   }
   const size_t port = static_cast<size_t>(setUp.port_column) - 1;
   if (!pooled_ && setUp.port_column > 0 && port < row.size() &&
-      !ListsPort(dialect_->RequestedPort(connect_), row[port])) {
+      row[port] != dialect_->RequestedPort(connect_)) {
     // Opened again with the options a pooler needs: what this session
     // prepared would be missing from the next transaction's server
     // connection, or left behind on it for other clients.
@@ -399,7 +396,7 @@ void OdbcDatabase::ExecuteRaw(const std::string& sql) {
 
 std::shared_ptr<const RowSet> OdbcDatabase::Query(const Statement& sql, ResultSize size) {
   // A long result read through a cursor needs the statement's text.
-  const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor(pooled_);
+  const bool chunked = size == ResultSize::kMany && dialect_->LargeResultCursor(in_transaction_);
   bool plainQuery = false;
   if (chunked || !plans_ || !plans_->Bind(sql, bound_, plainQuery)) {
     return Query(sql.Render(), size);
@@ -418,10 +415,13 @@ std::shared_ptr<const RowSet> OdbcDatabase::Query(const std::string& sql, Result
   if (read_only_ && !facts.plain_query) RaiseReadOnly(kSource);
   std::shared_ptr<const RowSet> rows;
   const auto cursor = size == ResultSize::kMany && facts.plain_query
-                          ? dialect_->LargeResultCursor(pooled_)
-                          : decltype(dialect_->LargeResultCursor(pooled_)){};
+                          ? dialect_->LargeResultCursor(in_transaction_)
+                          : decltype(dialect_->LargeResultCursor(in_transaction_)){};
   if (cursor) {
-    rows = OnLiveSession(true, [&] { return RunInChunks(text, *cursor); });
+    // The statement alone, without a closing ';' or what follows it, goes
+    // inside the cursor's texts.
+    const std::string statement = text.substr(0, std::min(facts.statement_end, text.size()));
+    rows = OnLiveSession(true, [&] { return RunInChunks(statement, *cursor); });
   } else {
     rows = OnLiveSession(true, [&] { return RunQuery(text, facts.plain_query); });
   }

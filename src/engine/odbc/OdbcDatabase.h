@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -146,6 +147,8 @@ class OdbcDatabase final : public Database {
   // The connection string names several servers, one of which may take
   // over from another (see Reconnect).
   bool several_servers_ = false;
+  // Since when no server has taken a session again.
+  std::optional<std::chrono::steady_clock::time_point> outage_since_;
   ServerDialect::Loss loss_ = ServerDialect::Loss::kNone;
   bool in_transaction_ = false;
   // The schema's version when the last query ran (where the dialect has one).

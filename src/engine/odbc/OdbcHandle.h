@@ -33,10 +33,13 @@ class OdbcHandle {
   void MarkConnected() { connected_ = true; }
 
   // Ends a connection's session; the driver frees its statements with it.
-  void Disconnect() noexcept {
+  // False when the driver refused (the session and its statements stay).
+  bool Disconnect() noexcept {
     static_assert(kType == SQL_HANDLE_DBC);
-    if (h_ && connected_) SQLDisconnect(h_);
+    if (!h_ || !connected_) return false;
+    if (!SQL_SUCCEEDED(SQLDisconnect(h_))) return false;
     connected_ = false;
+    return true;
   }
   // Forgets a handle its owner has freed (a disconnect frees the
   // connection's statements).

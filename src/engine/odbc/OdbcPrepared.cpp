@@ -87,11 +87,14 @@ void OdbcDatabase::ForgetStatements() noexcept {
 
 // Freeing a prepared statement while connected costs a round trip each
 // (the driver closes it on the server); a session that ends first takes
-// them all with it.
+// them all with it. A driver that refuses to end a session inside a
+// transaction gets it rolled back first; one that still refuses frees the
+// statements itself.
 void OdbcDatabase::EndSession() noexcept {
-  dbc_.Disconnect();
+  if (dbc_ && in_transaction_) SQLEndTran(SQL_HANDLE_DBC, dbc_.Get(), SQL_ROLLBACK);
+  const bool ended = dbc_.Disconnect();
   if (statements_) {
-    statements_->ForEach([](Prepared& p) { p.stmt.Release(); });
+    if (ended) statements_->ForEach([](Prepared& p) { p.stmt.Release(); });
     statements_->Clear();
   }
   if (plans_) plans_->Clear();
@@ -380,13 +383,18 @@ std::shared_ptr<const RowSet> OdbcDatabase::ReadResult(SQLHSTMT stmt, Prepared* 
   return FetchRows(stmt, p->fetches, std::make_shared<RowSet>(p->columns), p->serial);
 }
 
-// The query runs under a cursor, its rows fetched a chunk at a time: the
-// driver never holds more than one chunk besides the rows already read. The
-// first chunk comes with the cursor's opening; a cursor that is not held
-// lives in a transaction of its own (or the host's), whose end closes it.
+// The query runs bounded to one row more than a chunk; only a result that
+// proves longer runs again under a cursor, its rows fetched a chunk at a
+// time, so that the driver never holds more than one chunk besides the rows
+// already read. The cursor lives in a transaction of its own (or the
+// host's), whose end closes it.
 std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
                                                         const ServerDialect::Cursor& cursor) {
-  const bool own = !cursor.held && !in_transaction_;
+  {
+    auto probe = RunQuery(cursor.probe_prefix + text + cursor.probe_suffix, true);
+    if (probe->RowCount() <= cursor.rows) return probe;
+  }
+  const bool own = !in_transaction_;
   SQLHDBC dbc = Handle();
   if (own && !Succeeded(SQLSetConnectAttr(dbc, SQL_ATTR_AUTOCOMMIT,
                                           reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0))) {
