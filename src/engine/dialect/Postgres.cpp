@@ -72,7 +72,7 @@ std::string Unbraced(std::string value) {
   return value;
 }
 
-std::vector<std::string> SplitPorts(const std::string& ports) {
+std::vector<std::string> SplitList(const std::string& ports) {
   std::vector<std::string> out;
   size_t at = 0;
   while (at <= ports.size() && !ports.empty()) {
@@ -173,7 +173,7 @@ class Postgres final : public ServerDialect {
       std::smatch m;
       if (std::regex_search(*options, m, kPort)) ports = m[1].str();
     }
-    const auto each = SplitPorts(ports);
+    const auto each = SplitList(ports);
     if (each.empty()) return {};
     for (const std::string& p : each) {
       if (p != each.front()) return {};
@@ -292,7 +292,7 @@ DriverConnect ForDriver(const std::string& connect, bool readOnly) {
     return {connect, false};
   }
   std::string hosts;
-  for (const std::string& host : SplitPorts(Unbraced(*servers))) {
+  for (const std::string& host : SplitList(Unbraced(*servers))) {
     hosts += (hosts.empty() ? "" : ",") + host;
   }
   std::string options = "host=" + LibpqValue(hosts);
