@@ -29,13 +29,15 @@ std::string PgDaysBack(const std::string& n) {
   return "(current_date - ((" + n + ")::int))::timestamp";
 }
 
-const Dialect kSqlite{"WITH RECURSIVE s(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM s WHERE i < @N) ",
-                      SqliteDaysBack,
-                      "'9999-12-31 00:00:00'",
-                      "CAST(",
-                      " AS TEXT)",
-                      "-1"};
-const Dialect kPostgres{"", PgDaysBack, "'9999-12-31 00:00:00'::timestamp", "CAST(", " AS TEXT)", "1"};
+const Dialect kSqlite{
+    "WITH RECURSIVE s(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM s WHERE i < @N) ",
+    SqliteDaysBack,
+    "'9999-12-31 00:00:00'",
+    "CAST(",
+    " AS TEXT)",
+    "-1"};
+const Dialect kPostgres{"",      PgDaysBack,  "'9999-12-31 00:00:00'::timestamp",
+                        "CAST(", " AS TEXT)", "1"};
 
 std::string Replace(std::string text, const std::string& what, const std::string& with) {
   for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size()) {
@@ -54,7 +56,9 @@ std::vector<std::string> Statements(const Dialect& d, int32_t orders) {
   auto from = [&](const std::string& count) {
     return pg ? " FROM generate_series(1, " + count + ") AS s(i)" : " FROM s";
   };
-  auto with = [&](const std::string& count) { return pg ? std::string() : Replace(d.series, "@N", count); };
+  auto with = [&](const std::string& count) {
+    return pg ? std::string() : Replace(d.series, "@N", count);
+  };
   const std::string open = "i % 10 < 3";
   std::vector<std::string> out;
   out.push_back(
@@ -85,21 +89,24 @@ std::vector<std::string> Statements(const Dialect& d, int32_t orders) {
       ", '', 1, 12, 1 + i % 4, 1, 'M', 'Meier', '0711 4711', 'Stuttgart', 'Raum 2.14', '', "
       "'krause@example.org', 'Reparatur', 'Schulz'" +
       from(reports));
-  out.push_back("INSERT INTO T_AuftragMeldung (lAuftragId, lMeldungId) SELECT lId, 1 + (lId - 1) / 2 "
-                "FROM T_Auftrag WHERE lId % 5 <> 0");
+  out.push_back(
+      "INSERT INTO T_AuftragMeldung (lAuftragId, lMeldungId) SELECT lId, 1 + (lId - 1) / 2 "
+      "FROM T_Auftrag WHERE lId % 5 <> 0");
   out.push_back(
       "INSERT INTO T_Leistung (stUId, lAuftragId, lAuftragNehmerId, AusfDatum, stAusfZeit, "
       "lLeistArtId, dStunden, cuPreisProStd, dFaktor, dWeg, cuPreisProKm, stBemerkung, "
       "lRechnEmpfId, stKostenart, stKostenstelle, stAuftragnehmer, stAnsprech, stLeistArt, "
       "stRechnEmpf, lAnsprechId, bFremdleistung) SELECT " +
-      text("L-", "lId") + ", lId, 7, AuftragsDatum, '10:00', 1, 1.5, 68.5, 1, 12, 0.45, '', 9, "
+      text("L-", "lId") +
+      ", lId, 7, AuftragsDatum, '10:00', 1, 1.5, 68.5, 1, 12, 0.45, '', 9, "
       "'Lohn', 'KST-401', 'Elektro Maier', 'Frau Krause', 'Elektro', 'Zentrale', 31, 0 FROM "
       "T_Auftrag");
   out.push_back(
       "INSERT INTO T_AMaterial (stUId, lAuftragId, stMatKlasse, stBezeichnung, dMenge, "
       "cuPreisProEinheit, dFaktor, lRechnEmpfId, stKostenart, stKostenstelle, stRechnEmpf, "
       "stEinheit, bFremdleistung) SELECT " +
-      text("T-", "lId") + ", lId, 'Elektro', 'LED-Röhre', 2, 12.99, 1, 9, 'Material', 'KST-401', "
+      text("T-", "lId") +
+      ", lId, 'Elektro', 'LED-Röhre', 2, 12.99, 1, 9, 'Material', 'KST-401', "
       "'Zentrale', 'Stk', 0 FROM T_Auftrag WHERE lId % 2 = 0");
   // Settled statistics and visibility before anything is measured.
   out.push_back(pg ? "VACUUM ANALYZE" : "ANALYZE");

@@ -9,10 +9,12 @@ CaptureClient::CaptureClient(const std::string& client, const std::string& targe
     : ws(ZTkDb::detail::WorkspaceName(client)) {
   if (odbc) {
     auto inner = ZTkDb::detail::OdbcDatabase::Open(target, false);
-    engine = std::make_shared<Capturing>(inner, [inner](const std::string& s) { return inner->Adapt(s); });
+    engine = std::make_shared<Capturing>(inner,
+                                         [inner](const std::string& s) { return inner->Adapt(s); });
   } else {
     auto inner = ZTkDb::detail::SqliteDatabase::Open(target, false, false);
-    engine = std::make_shared<Capturing>(inner, [inner](const std::string& s) { return inner->Adapt(s); });
+    engine = std::make_shared<Capturing>(inner,
+                                         [inner](const std::string& s) { return inner->Adapt(s); });
   }
   ZTkDb::detail::DbConnectionRegistry::Instance().Add(ws).OpenOn(engine, "capture");
 }

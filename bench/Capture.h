@@ -38,8 +38,12 @@ class Capturing : public ZTkDb::detail::Database {
     return inner_->InsertRows(t, c, rows);
   }
   std::string FindTable(const std::string& n) override { return inner_->FindTable(n); }
-  std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string& t) override { return inner_->Columns(t); }
-  void AddColumn(const std::string& t, const ZTkDb::detail::NewColumn& c) override { inner_->AddColumn(t, c); }
+  std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string& t) override {
+    return inner_->Columns(t);
+  }
+  void AddColumn(const std::string& t, const ZTkDb::detail::NewColumn& c) override {
+    inner_->AddColumn(t, c);
+  }
   std::vector<std::string> TableNames() override { return inner_->TableNames(); }
   void BeginTrans() override { inner_->BeginTrans(); }
   void CommitTrans() override { inner_->CommitTrans(); }

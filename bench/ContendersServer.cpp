@@ -35,8 +35,9 @@ class RawOdbcContender final : public Contender {
     SQLSetEnvAttr(env_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     SQLAllocHandle(SQL_HANDLE_DBC, env_, &dbc_);
     auto wide = ZTkDb::detail::ToUtf16(connect);
-    if (!SQL_SUCCEEDED(SQLDriverConnectW(dbc_, nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
-                                         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT))) {
+    if (!SQL_SUCCEEDED(SQLDriverConnectW(dbc_, nullptr, wide.data(),
+                                         static_cast<SQLSMALLINT>(wide.size()), nullptr, 0, nullptr,
+                                         SQL_DRIVER_NOPROMPT))) {
       Die(SQL_HANDLE_DBC, dbc_, "connect");
     }
   }
@@ -83,10 +84,12 @@ class RawOdbcContender final : public Contender {
       for (const LiftedValue& v : values) {
         if (v.kind == LiftedValue::kInteger) {
           integers.push_back(v.integer);
-          SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_INTEGER, 0, 0, &integers.back(), 0, nullptr);
+          SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_INTEGER, 0, 0,
+                           &integers.back(), 0, nullptr);
         } else if (v.kind == LiftedValue::kDouble) {
           numbers.push_back(v.number);
-          SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &numbers.back(), 0, nullptr);
+          SQLBindParameter(s, k++, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &numbers.back(),
+                           0, nullptr);
         } else {
           texts.push_back(ZTkDb::detail::ToUtf16(v.text));
           lengths.push_back(static_cast<SQLLEN>(texts.back().size() * sizeof(SQLWCHAR)));
@@ -99,8 +102,10 @@ class RawOdbcContender final : public Contender {
     }
     if (!SQL_SUCCEEDED(rc) && rc != SQL_NO_DATA) Die(SQL_HANDLE_STMT, s, "execute");
     const int64_t rows = ReadAll(s);
-    if (literal_) SQLFreeHandle(SQL_HANDLE_STMT, s);
-    else SQLFreeStmt(s, SQL_CLOSE);
+    if (literal_)
+      SQLFreeHandle(SQL_HANDLE_STMT, s);
+    else
+      SQLFreeStmt(s, SQL_CLOSE);
     return rows;
   }
 
@@ -152,11 +157,13 @@ class RawOdbcContender final : public Contender {
           default: {
             SQLRETURN r;
             text_.clear();
-            while (SQL_SUCCEEDED(r = SQLGetData(s, c, SQL_C_WCHAR, buffer, sizeof buffer, &indicator))) {
+            while (SQL_SUCCEEDED(
+                r = SQLGetData(s, c, SQL_C_WCHAR, buffer, sizeof buffer, &indicator))) {
               if (indicator == SQL_NULL_DATA) break;
-              const size_t units = indicator == SQL_NO_TOTAL || indicator > static_cast<SQLLEN>(sizeof buffer) - 2
-                                       ? sizeof buffer / 2 - 1
-                                       : static_cast<size_t>(indicator) / 2;
+              const size_t units =
+                  indicator == SQL_NO_TOTAL || indicator > static_cast<SQLLEN>(sizeof buffer) - 2
+                      ? sizeof buffer / 2 - 1
+                      : static_cast<size_t>(indicator) / 2;
               text_.append(reinterpret_cast<const char16_t*>(buffer), units);
               if (r == SQL_SUCCESS) break;
             }
@@ -183,7 +190,8 @@ std::map<std::string, std::string> Keys(const std::string& connect) {
   size_t at = 0;
   while (at < connect.size()) {
     const size_t end = connect.find(';', at);
-    const std::string part = connect.substr(at, end == std::string::npos ? std::string::npos : end - at);
+    const std::string part =
+        connect.substr(at, end == std::string::npos ? std::string::npos : end - at);
     const size_t eq = part.find('=');
     if (eq != std::string::npos) {
       std::string key = part.substr(0, eq);
@@ -204,8 +212,8 @@ class SociContender final : public Contender {
       return;
     }
     auto k = Keys(connect);
-    session_.open(soci::postgresql, "host=" + k["servername"] + " port=" + k["port"] + " user=" +
-                                        k["username"] + " dbname=" + k["database"]);
+    session_.open(soci::postgresql, "host=" + k["servername"] + " port=" + k["port"] +
+                                        " user=" + k["username"] + " dbname=" + k["database"]);
   }
 
   size_t Add(const std::string& shape, const Values& sample) override {
@@ -214,8 +222,10 @@ class SociContender final : public Contender {
     std::string text;
     int n = 0;
     for (char c : shape) {
-      if (c == '?') text += ":p" + std::to_string(++n);
-      else text += c;
+      if (c == '?')
+        text += ":p" + std::to_string(++n);
+      else
+        text += c;
     }
     p->query = shape.rfind("SELECT", 0) == 0;
     p->integers.resize(sample.size());
@@ -224,9 +234,12 @@ class SociContender final : public Contender {
     p->st = std::make_unique<soci::statement>(session_);
     if (p->query) p->st->exchange(soci::into(p->row));
     for (size_t i = 0; i < sample.size(); ++i) {
-      if (sample[i].kind == LiftedValue::kInteger) p->st->exchange(soci::use(p->integers[i]));
-      else if (sample[i].kind == LiftedValue::kDouble) p->st->exchange(soci::use(p->numbers[i]));
-      else p->st->exchange(soci::use(p->texts[i]));
+      if (sample[i].kind == LiftedValue::kInteger)
+        p->st->exchange(soci::use(p->integers[i]));
+      else if (sample[i].kind == LiftedValue::kDouble)
+        p->st->exchange(soci::use(p->numbers[i]));
+      else
+        p->st->exchange(soci::use(p->texts[i]));
     }
     p->st->alloc();
     p->st->prepare(text);
@@ -238,9 +251,12 @@ class SociContender final : public Contender {
   int64_t Run(size_t which, const Values& values) override {
     Prepared& p = *prepared_[which];
     for (size_t i = 0; i < values.size(); ++i) {
-      if (values[i].kind == LiftedValue::kInteger) p.integers[i] = values[i].integer;
-      else if (values[i].kind == LiftedValue::kDouble) p.numbers[i] = values[i].number;
-      else p.texts[i] = values[i].text;
+      if (values[i].kind == LiftedValue::kInteger)
+        p.integers[i] = values[i].integer;
+      else if (values[i].kind == LiftedValue::kDouble)
+        p.numbers[i] = values[i].number;
+      else
+        p.texts[i] = values[i].text;
     }
     if (!p.query) {
       p.st->execute(true);
@@ -252,7 +268,10 @@ class SociContender final : public Contender {
       for (size_t i = 0; i < p.row.size(); ++i) {
         if (p.row.get_indicator(i) == soci::i_null) continue;
         switch (p.row.get_properties(i).get_data_type()) {
-          case soci::dt_string: text_ = p.row.get<std::string>(i); sum += static_cast<int64_t>(text_.size()); break;
+          case soci::dt_string:
+            text_ = p.row.get<std::string>(i);
+            sum += static_cast<int64_t>(text_.size());
+            break;
           case soci::dt_double: sum += static_cast<int64_t>(p.row.get<double>(i)); break;
           case soci::dt_integer: sum += p.row.get<int>(i); break;
           case soci::dt_long_long: sum += p.row.get<long long>(i); break;

@@ -44,13 +44,16 @@ int64_t ReadRow(sqlite3_stmt* s, std::vector<std::string>& texts) {
 class RawSqliteContender final : public Contender {
  public:
   RawSqliteContender(const std::string& path, bool write, bool literal) : literal_(literal) {
-    if (sqlite3_open_v2(path.c_str(), &db_,
-                        (write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX,
-                        nullptr) != SQLITE_OK) {
+    if (sqlite3_open_v2(
+            path.c_str(), &db_,
+            (write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX,
+            nullptr) != SQLITE_OK) {
       Die(db_, "open");
     }
     // The settings ZTkDb's engine uses for a file it writes.
-    if (write) sqlite3_exec(db_, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    if (write)
+      sqlite3_exec(db_, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL", nullptr, nullptr,
+                   nullptr);
   }
   ~RawSqliteContender() override {
     for (auto* s : statements_) sqlite3_finalize(s);
@@ -60,7 +63,8 @@ class RawSqliteContender final : public Contender {
   size_t Add(const std::string& shape, const Values&) override {
     shapes_.push_back(shape);
     sqlite3_stmt* s = nullptr;
-    if (!literal_ && sqlite3_prepare_v3(db_, shape.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &s, nullptr) != SQLITE_OK) {
+    if (!literal_ && sqlite3_prepare_v3(db_, shape.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &s,
+                                        nullptr) != SQLITE_OK) {
       Die(db_, "prepare");
     }
     statements_.push_back(s);
@@ -71,15 +75,19 @@ class RawSqliteContender final : public Contender {
     sqlite3_stmt* s = statements_[which];
     if (literal_) {
       const std::string text = LiteralText(shapes_[which], values);
-      if (sqlite3_prepare_v2(db_, text.c_str(), static_cast<int>(text.size()), &s, nullptr) != SQLITE_OK) {
+      if (sqlite3_prepare_v2(db_, text.c_str(), static_cast<int>(text.size()), &s, nullptr) !=
+          SQLITE_OK) {
         Die(db_, "prepare");
       }
     } else {
       int k = 1;
       for (const LiftedValue& v : values) {
-        if (v.kind == LiftedValue::kInteger) sqlite3_bind_int64(s, k++, v.integer);
-        else if (v.kind == LiftedValue::kDouble) sqlite3_bind_double(s, k++, v.number);
-        else sqlite3_bind_text(s, k++, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
+        if (v.kind == LiftedValue::kInteger)
+          sqlite3_bind_int64(s, k++, v.integer);
+        else if (v.kind == LiftedValue::kDouble)
+          sqlite3_bind_double(s, k++, v.number);
+        else
+          sqlite3_bind_text(s, k++, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
       }
     }
     int64_t rows = 0;
@@ -90,8 +98,10 @@ class RawSqliteContender final : public Contender {
     }
     if (rc != SQLITE_DONE) Die(db_, "step");
     if (sqlite3_column_count(s) == 0) rows = sqlite3_changes(db_);
-    if (literal_) sqlite3_finalize(s);
-    else sqlite3_reset(s);
+    if (literal_)
+      sqlite3_finalize(s);
+    else
+      sqlite3_reset(s);
     return rows;
   }
 
@@ -123,9 +133,12 @@ class SqliteCppContender final : public Contender {
     st.reset();
     int k = 1;
     for (const LiftedValue& v : values) {
-      if (v.kind == LiftedValue::kInteger) st.bind(k++, static_cast<int64_t>(v.integer));
-      else if (v.kind == LiftedValue::kDouble) st.bind(k++, v.number);
-      else st.bind(k++, v.text);
+      if (v.kind == LiftedValue::kInteger)
+        st.bind(k++, static_cast<int64_t>(v.integer));
+      else if (v.kind == LiftedValue::kDouble)
+        st.bind(k++, v.number);
+      else
+        st.bind(k++, v.text);
     }
     int64_t rows = 0;
     const int columns = st.getColumnCount();
@@ -134,8 +147,10 @@ class SqliteCppContender final : public Contender {
       int64_t sum = 0;
       for (int i = 0; i < columns; ++i) {
         const SQLite::Column c = st.getColumn(i);
-        if (c.isInteger()) sum += c.getInt64();
-        else if (c.isFloat()) sum += static_cast<int64_t>(c.getDouble());
+        if (c.isInteger())
+          sum += c.getInt64();
+        else if (c.isFloat())
+          sum += static_cast<int64_t>(c.getDouble());
         else if (c.isText()) {
           texts_[static_cast<size_t>(i)] = c.getString();
           sum += static_cast<int64_t>(texts_[static_cast<size_t>(i)].size());
@@ -179,7 +194,8 @@ ZTkDb::detail::LiftedStatement Shape(const std::string& sent, bool server) {
     std::abort();
   }
   size_t value = 0;
-  for (size_t at = lifted->shape.find('?'); at != std::string::npos; at = lifted->shape.find('?', at + 1)) {
+  for (size_t at = lifted->shape.find('?'); at != std::string::npos;
+       at = lifted->shape.find('?', at + 1)) {
     if (lifted->shape.compare(at, kDecimal.size(), kDecimal) == 0) {
       LiftedValue& v = lifted->values[value];
       v.kind = LiftedValue::kDouble;

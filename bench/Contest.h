@@ -16,8 +16,8 @@
 namespace bench {
 
 struct Side {
-  std::string name;                // the counter is "<name>_ns_row"
-  std::function<int64_t()> run;    // gives the rows it read or wrote
+  std::string name;              // the counter is "<name>_ns_row"
+  std::function<int64_t()> run;  // gives the rows it read or wrote
 };
 
 inline void Contest(benchmark::State& state, std::vector<Side> sides) {
@@ -38,7 +38,8 @@ inline void Contest(benchmark::State& state, std::vector<Side> sides) {
       const auto start = Clock::now();
       const int64_t n = sides[i].run();
       times[i] += Clock::now() - start;
-      if (i == 0) rows = n;
+      if (i == 0)
+        rows = n;
       else if (n != rows) {
         state.SkipWithError((sides[i].name + " saw other rows than " + sides[0].name).c_str());
         return;

@@ -48,15 +48,15 @@ bool FreshPostgres(const std::string& admin) {
 void Run(benchmark::State& state, const std::string& source, const std::string& target,
          bool server) {
   for (auto _ : state) {
-    const std::string to = server ? "--to-odbc '" + target + "Database=bench_copy;'"
-                                  : "--to-db '" + target + "'";
+    const std::string to =
+        server ? "--to-odbc '" + target + "Database=bench_copy;'" : "--to-db '" + target + "'";
     if (!server) std::filesystem::remove(target);
     if (server && !FreshPostgres(target)) {
       state.SkipWithError("no PostgreSQL database for the copy");
       return;
     }
-    const std::string command =
-        std::string("'") + ZTKDB_ZTK_PATH + "' copy --from-db '" + source + "' " + to + " --init >/dev/null";
+    const std::string command = std::string("'") + ZTKDB_ZTK_PATH + "' copy --from-db '" + source +
+                                "' " + to + " --init >/dev/null";
     const auto start = std::chrono::steady_clock::now();
     const int status = std::system(command.c_str());
     const double seconds =

@@ -50,8 +50,10 @@ MemoryFigure MeasureList(const std::string& target, bool odbc) {
     MemoryFigure m;
     {
       ZTkDb::CTkDb tkdb;
-      if (odbc) tkdb.OpenOdbcDb("memory", target, false, false);
-      else tkdb.OpenJetDb("memory", target, false, false);
+      if (odbc)
+        tkdb.OpenOdbcDb("memory", target, false, false);
+      else
+        tkdb.OpenJetDb("memory", target, false, false);
       {
         ZTkDb::CAuftrag warm;
         warm.ConnectStorage("memory");
@@ -116,7 +118,8 @@ void RegisterMemory(const std::string& sqlite, const std::string& postgres) {
   benchmark::RegisterBenchmark("Memory/sqlite/100000", MemoryBenchmark, "sqlite", sqlite, false)
       ->Iterations(1);
   if (!postgres.empty()) {
-    benchmark::RegisterBenchmark("Memory/postgres/100000", MemoryBenchmark, "postgres", postgres, true)
+    benchmark::RegisterBenchmark("Memory/postgres/100000", MemoryBenchmark, "postgres", postgres,
+                                 true)
         ->Iterations(1);
   }
 }
@@ -163,9 +166,10 @@ bool Summary(const std::vector<int32_t>& sizes) {
     const long peak = m.peak_kb - m.before_kb;
     const double ratio = static_cast<double>(peak) / static_cast<double>(held);
     allMet &= ratio <= 2.0;
-    std::printf("list of %d orders on %s: %ld kB held, %ld kB at the peak while built: %.2fx "
-                "(target 2x) %s\n",
-                m.rows, engine.c_str(), held, peak, ratio, ratio <= 2.0 ? "" : "MISSED");
+    std::printf(
+        "list of %d orders on %s: %ld kB held, %ld kB at the peak while built: %.2fx "
+        "(target 2x) %s\n",
+        m.rows, engine.c_str(), held, peak, ratio, ratio <= 2.0 ? "" : "MISSED");
   }
   for (const bool server : {false, true}) {
     const CopyFigure& c = CopyRate(server);

@@ -68,15 +68,17 @@ void SetAmount(Values& values, size_t at, int run) {
 void CreateOrder(CAuftrag& o, int run) {
   const Date d = Date::Today();
   o.CreateNew7(1, 17, d, "08:15", 100, sotRoom, "Heizung im Raum 2.14 bleibt kalt", d, "", NoDate,
-               "", false, NoDate, "", 0, 0, 2, 31, 1, 12, 1, hetTikora, "A", "Meier",
-               "0711 4711", "Hausverwaltung", 5, "K100", "Stuttgart", "Bürogebäude Nord", "KST-7",
-               "Zentrale", false, "", "Reparatur", Amount(run), "Wartung", "Schulz");
+               "", false, NoDate, "", 0, 0, 2, 31, 1, 12, 1, hetTikora, "A", "Meier", "0711 4711",
+               "Hausverwaltung", 5, "K100", "Stuttgart", "Bürogebäude Nord", "KST-7", "Zentrale",
+               false, "", "Reparatur", Amount(run), "Wartung", "Schulz");
 }
 
 // A client opened on the SQLite file or the ODBC connection string.
 void Open(CTkDb& tkdb, const std::string& target, bool odbc) {
-  if (odbc) tkdb.OpenOdbcDb("bench", target, false, false);
-  else tkdb.OpenJetDb("bench", target, false, false);
+  if (odbc)
+    tkdb.OpenOdbcDb("bench", target, false, false);
+  else
+    tkdb.OpenJetDb("bench", target, false, false);
 }
 
 // The contenders of one engine, each on a target of its own where they
@@ -232,7 +234,9 @@ void ReadById(benchmark::State& state, const std::string& target, bool odbc, int
   CAuftrag o;
   o.ConnectStorage("bench");
   // Every side draws the same sequence of rows.
-  const auto draw = [n](std::mt19937& rng) { return 1 + static_cast<int32_t>(rng() % static_cast<unsigned>(n)); };
+  const auto draw = [n](std::mt19937& rng) {
+    return 1 + static_cast<int32_t>(rng() % static_cast<unsigned>(n));
+  };
   std::vector<Side> sides = {{"ztk", [&o, draw, rng = std::mt19937(7)]() mutable {
                                 o.ReadById(draw(rng));
                                 benchmark::DoNotOptimize(TouchOrder(o));
@@ -240,10 +244,11 @@ void ReadById(benchmark::State& state, const std::string& target, bool odbc, int
                               }}};
   for (auto& [name, c] : field.contenders) {
     const size_t id = c->Add(byId.shape, byId.values);
-    sides.push_back({name, [&c = *c, id, v = byId.values, idAt, draw, rng = std::mt19937(7)]() mutable {
-                       v[idAt].integer = draw(rng);
-                       return c.Run(id, v);
-                     }});
+    sides.push_back(
+        {name, [&c = *c, id, v = byId.values, idAt, draw, rng = std::mt19937(7)]() mutable {
+           v[idAt].integer = draw(rng);
+           return c.Run(id, v);
+         }});
   }
   bench::Contest(state, std::move(sides));
 }
@@ -313,7 +318,8 @@ void ItemByRecId(benchmark::State& state, const std::string& path) {
   list.ConnectStorage("bench");
   list.ReadAll();
   std::vector<int32_t> ids;
-  for (auto rs = list.RsClone(); !rs->Eof(); rs->MoveNext()) ids.push_back(rs->Fields("lId").ToLong());
+  for (auto rs = list.RsClone(); !rs->Eof(); rs->MoveNext())
+    ids.push_back(rs->Fields("lId").ToLong());
   std::mt19937 rng(3);
   std::shuffle(ids.begin(), ids.end(), rng);
   ids.resize(std::min<size_t>(ids.size(), 1000));
@@ -329,8 +335,10 @@ void ItemByRecId(benchmark::State& state, const std::string& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string dir = std::getenv("ZTKDB_BENCH_DIR") ? std::getenv("ZTKDB_BENCH_DIR") : "bench-data";
-  const char* pgAdmin = std::getenv("ZTKDB_BENCH_PG");  // "Driver=…;Servername=…;Port=…;Username=…;"
+  const std::string dir =
+      std::getenv("ZTKDB_BENCH_DIR") ? std::getenv("ZTKDB_BENCH_DIR") : "bench-data";
+  const char* pgAdmin =
+      std::getenv("ZTKDB_BENCH_PG");  // "Driver=…;Servername=…;Port=…;Username=…;"
   ZTkDb::SetMessageSink([](const ZTkDb::MessageBoxCall& box) {
     std::fprintf(stderr, "box: %s\n", box.text.c_str());
   });
@@ -348,16 +356,24 @@ int main(int argc, char** argv) {
     const std::string& path = sqlite[n];
     // A walk takes tens of milliseconds a side: at the default time a
     // repetition would hold a handful of them, and its median one noisy run.
-    benchmark::RegisterBenchmark(("Walk/sqlite/" + s).c_str(), Walk, path, false)->UseRealTime()->MinTime(kWalkTime);
-    benchmark::RegisterBenchmark(("Create/sqlite/" + s).c_str(), Create, path, false)->UseRealTime();
-    benchmark::RegisterBenchmark(("ReadById/sqlite/" + s).c_str(), ReadById, path, false, n)->UseRealTime();
+    benchmark::RegisterBenchmark(("Walk/sqlite/" + s).c_str(), Walk, path, false)
+        ->UseRealTime()
+        ->MinTime(kWalkTime);
+    benchmark::RegisterBenchmark(("Create/sqlite/" + s).c_str(), Create, path, false)
+        ->UseRealTime();
+    benchmark::RegisterBenchmark(("ReadById/sqlite/" + s).c_str(), ReadById, path, false, n)
+        ->UseRealTime();
     benchmark::RegisterBenchmark(("Update/sqlite/" + s).c_str(), Update, path)->UseRealTime();
     benchmark::RegisterBenchmark(("ItemByRecId/" + s).c_str(), ItemByRecId, path)->UseRealTime();
     if (postgres.count(n)) {
       const std::string& pg = postgres[n];
-      benchmark::RegisterBenchmark(("Walk/postgres/" + s).c_str(), Walk, pg, true)->UseRealTime()->MinTime(kWalkTime);
-      benchmark::RegisterBenchmark(("Create/postgres/" + s).c_str(), Create, pg, true)->UseRealTime();
-      benchmark::RegisterBenchmark(("ReadById/postgres/" + s).c_str(), ReadById, pg, true, n)->UseRealTime();
+      benchmark::RegisterBenchmark(("Walk/postgres/" + s).c_str(), Walk, pg, true)
+          ->UseRealTime()
+          ->MinTime(kWalkTime);
+      benchmark::RegisterBenchmark(("Create/postgres/" + s).c_str(), Create, pg, true)
+          ->UseRealTime();
+      benchmark::RegisterBenchmark(("ReadById/postgres/" + s).c_str(), ReadById, pg, true, n)
+          ->UseRealTime();
     }
   }
   bench::RegisterMemory(sqlite[100000], postgres.count(100000) ? postgres[100000] : "");

@@ -85,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Doubt doubt;
     Tokenize(input, LibraryLexicon(), &doubt);
     if (e.Number() == 3075 && doubt) return 0;  // a string or comment left open
-    std::abort();  // refused for no reason
+    std::abort();                               // refused for no reason
   }
   if (Statements(out) > Statements(input)) std::abort();
   if (AdaptStatement(out, Rules()) != out) std::abort();

@@ -27,12 +27,9 @@ constexpr Server kServer = static_cast<Server>(ZTKDB_FUZZ_SERVER);
 
 const ServerDialect& Dialect() {
   switch (kServer) {
-    case kSqlite:
-      return SqliteDialect();
-    case kPostgres:
-      return PostgresDialect();
-    case kMariaDb:
-      return MariaDbDialect();
+    case kSqlite: return SqliteDialect();
+    case kPostgres: return PostgresDialect();
+    case kMariaDb: return MariaDbDialect();
   }
   return GenericDialect();
 }

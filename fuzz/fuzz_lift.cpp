@@ -62,7 +62,8 @@ std::string Row(sqlite3_stmt* s) {
 std::vector<std::string> Run(sqlite3_stmt* s, bool& failed) {
   std::vector<std::string> rows;
   std::string names;
-  for (int i = 0; i < sqlite3_column_count(s); ++i) names += std::string(sqlite3_column_name(s, i)) + "|";
+  for (int i = 0; i < sqlite3_column_count(s); ++i)
+    names += std::string(sqlite3_column_name(s, i)) + "|";
   rows.push_back(names);
   int rc = SQLITE_ROW;
   for (int n = 0; n < 64 && (rc = sqlite3_step(s)) == SQLITE_ROW; ++n) rows.push_back(Row(s));
@@ -98,8 +99,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }
   int k = 1;
   for (const LiftedValue& v : lifted->values) {
-    if (v.kind == LiftedValue::kInteger) sqlite3_bind_int64(shaped, k++, v.integer);
-    else sqlite3_bind_text(shaped, k++, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
+    if (v.kind == LiftedValue::kInteger)
+      sqlite3_bind_int64(shaped, k++, v.integer);
+    else
+      sqlite3_bind_text(shaped, k++, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
   }
   bool literalFailed = false, shapedFailed = false;
   const auto expected = Run(literal, literalFailed);

@@ -87,14 +87,10 @@ std::string Text(FuzzedDataProvider& in) {
 
 Date AnyDate(FuzzedDataProvider& in) {
   switch (in.ConsumeIntegralInRange(0, 3)) {
-    case 0:
-      return Date(in.ConsumeFloatingPointInRange(-700000.0, 3000000.0));
-    case 1:
-      return Date(static_cast<double>(in.ConsumeIntegralInRange(-657434, 2958465)));
-    case 2:
-      return NoDate;
-    default:
-      return Date(in.ConsumeFloatingPoint<double>());
+    case 0: return Date(in.ConsumeFloatingPointInRange(-700000.0, 3000000.0));
+    case 1: return Date(static_cast<double>(in.ConsumeIntegralInRange(-657434, 2958465)));
+    case 2: return NoDate;
+    default: return Date(in.ConsumeFloatingPoint<double>());
   }
 }
 

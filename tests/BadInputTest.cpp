@@ -304,7 +304,8 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
 TEST_P(BadInput, LongTextsComeBackWholeFromAnyRowOfALongList) {
   std::string remark;
   while (remark.size() < 3000) remark += "Grüße 😀 'lang' ";
-  for (int i = 0; i < 300; ++i) Report("M" + std::to_string(i), i % 97 == 5 ? remark + std::to_string(i) : "kurz");
+  for (int i = 0; i < 300; ++i)
+    Report("M" + std::to_string(i), i % 97 == 5 ? remark + std::to_string(i) : "kurz");
   CMeldungListe list;
   list.ConnectStorage("bad");
   list.ReadAll();

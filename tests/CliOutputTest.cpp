@@ -161,7 +161,8 @@ TEST(CliDocs, ManPageAndCompletionCoverEveryCommand) {
   std::ofstream(script) << Ztk({"completion"}).out;
   const std::string probe = "bash -c 'source " + script +
                             "; COMP_WORDS=(ztk auftrag re); COMP_CWORD=2; _ztk; "
-                            "echo \"${COMPREPLY[@]}\"' > " + dir.Dir() + "/reply";
+                            "echo \"${COMPREPLY[@]}\"' > " +
+                            dir.Dir() + "/reply";
   ASSERT_EQ(std::system(probe.c_str()), 0);
   EXPECT_EQ(ztktest::ReadFile(dir.Dir() + "/reply"), "reopen\n");
 }

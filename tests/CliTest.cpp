@@ -394,10 +394,10 @@ TEST_F(Cli, GuardsKeepTheDataConsistent) {
   EXPECT_EQ(second.code, 1);
   EXPECT_NE(second.err.find("one report"), std::string::npos) << second.err;
   EXPECT_EQ(On({"auftrag", "unlink", a, "--meldung", m2}).code, 1);  // no such link
-  EXPECT_EQ(On({"--json", "auftrag", "list"}).Json().size(), 1u);   // lists still work
+  EXPECT_EQ(On({"--json", "auftrag", "list"}).Json().size(), 1u);    // lists still work
   EXPECT_EQ(On({"auftrag", "set", a, "MeldungId=" + m2}).code, 2);
 
-  EXPECT_EQ(On({"auftrag", "add"}).code, 2);                                  // blank
+  EXPECT_EQ(On({"auftrag", "add"}).code, 2);                                   // blank
   EXPECT_EQ(On({"leistung", "add", "AuftragId=99999", "Stunden=1"}).code, 1);  // no order
   EXPECT_EQ(On({"material", "add", "AuftragId=" + a}).code, 2);                // no Bezeichnung
   EXPECT_EQ(On({"auftrag", "add", "Auftrag=x", "MeldungId=99999"}).code, 1);

@@ -181,9 +181,11 @@ TEST(UIdGenerator, UniqueAndInIssueOrder) {
   EXPECT_LE(previous.size(), 50u);  // fits the stUId columns
   // Microseconds since 1970, the process tag and the counter, in fixed-width
   // hex, so that text order is issue order.
-  EXPECT_TRUE(std::regex_match(previous, std::regex("[0-9A-F]{13}-[0-9A-F]{8}-[0-9A-F]{8}"))) << previous;
+  EXPECT_TRUE(std::regex_match(previous, std::regex("[0-9A-F]{13}-[0-9A-F]{8}-[0-9A-F]{8}")))
+      << previous;
   const auto micros = std::chrono::duration_cast<std::chrono::microseconds>(
-                          std::chrono::system_clock::now().time_since_epoch()).count();
+                          std::chrono::system_clock::now().time_since_epoch())
+                          .count();
   const long long issued = std::stoll(previous.substr(0, 13), nullptr, 16);
   EXPECT_LE(issued, micros);
   EXPECT_GT(issued, micros - 60'000'000);

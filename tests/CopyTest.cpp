@@ -20,8 +20,8 @@ using ztktest::Ztk;
 
 namespace {
 
-const char* const kTables[] = {"T_Auftrag", "T_AuftragMeldung", "T_Meldung",
-                               "T_Leistung", "T_AMaterial", "T_MsgOrderDokument"};
+const char* const kTables[] = {"T_Auftrag",  "T_AuftragMeldung", "T_Meldung",
+                               "T_Leistung", "T_AMaterial",      "T_MsgOrderDokument"};
 
 // Every row of every table as the engine stores it, sorted: each value's
 // type and text, a flag as its number (-1 in a file the library opens as
@@ -219,8 +219,8 @@ TEST(Copy, ACopyKilledHalfwayLeavesTheTargetEmpty) {
     auto db = detail::SqliteDatabase::Open(source.Path(), false, false);
     std::vector<std::vector<Variant>> rows;
     for (int32_t id = 1; id <= 200000; ++id) {
-      rows.push_back({Variant(id), Variant("UID-" + std::to_string(id)),
-                      Variant(std::string(200, 'x'))});
+      rows.push_back(
+          {Variant(id), Variant("UID-" + std::to_string(id)), Variant(std::string(200, 'x'))});
     }
     db->BeginTrans();
     db->InsertRows("T_Leistung", {"lId", "stUId", "stBemerkung"}, rows);
@@ -240,7 +240,8 @@ TEST(Copy, ACopyKilledHalfwayLeavesTheTargetEmpty) {
   const std::string wal = target.Path() + "-wal";
   for (int i = 0; i < 20000; ++i) {
     std::error_code ignored;
-    if (std::filesystem::exists(wal) && std::filesystem::file_size(wal, ignored) > (4u << 20)) break;
+    if (std::filesystem::exists(wal) && std::filesystem::file_size(wal, ignored) > (4u << 20))
+      break;
     usleep(1000);
   }
   kill(pid, SIGKILL);

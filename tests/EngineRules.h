@@ -23,8 +23,9 @@ inline std::vector<ZTkDb::detail::ColumnInfo> MemoCatalogue(const std::string& t
   }
   if (!known) return {};
   std::vector<ZTkDb::detail::ColumnInfo> columns;
-  for (const char* name : {"lId", "lNr", "lAuftragId", "lMeldungId", "stUId", "stAuftrag",
-                           "AuftragsDatum", "ErledDatum", "ErledigtDatum", "cuKosten", "dStunden"}) {
+  for (const char* name :
+       {"lId", "lNr", "lAuftragId", "lMeldungId", "stUId", "stAuftrag", "AuftragsDatum",
+        "ErledDatum", "ErledigtDatum", "cuKosten", "dStunden"}) {
     ZTkDb::detail::ColumnInfo c;
     c.name = name;
     c.is_date = c.name.ends_with("Datum");

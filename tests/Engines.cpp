@@ -46,7 +46,8 @@ class TestServer {
       return;
     }
     std::string pattern =
-        (std::filesystem::temp_directory_path() / (std::string("ztkdb-") + script + "-XXXXXX")).string();
+        (std::filesystem::temp_directory_path() / (std::string("ztkdb-") + script + "-XXXXXX"))
+            .string();
     if (!mkdtemp(pattern.data())) return;
     const std::string command = "bash '" ZTKDB_SOURCE_DIR "/tests/" + script_ + "' start '" +
                                 pattern + "'" + extra + " >/dev/null";
@@ -99,16 +100,11 @@ bool MustRun(const std::string& why) {
 
 std::string EngineName(const ::testing::TestParamInfo<Engine>& info) {
   switch (info.param) {
-    case Engine::kSqliteFile:
-      return "SqliteFile";
-    case Engine::kSqliteOdbc:
-      return "SqliteOdbc";
-    case Engine::kPostgres:
-      return "Postgres";
-    case Engine::kMariaDb:
-      return "MariaDb";
-    case Engine::kPgBouncer:
-      return "PgBouncer";
+    case Engine::kSqliteFile: return "SqliteFile";
+    case Engine::kSqliteOdbc: return "SqliteOdbc";
+    case Engine::kPostgres: return "Postgres";
+    case Engine::kMariaDb: return "MariaDb";
+    case Engine::kPgBouncer: return "PgBouncer";
   }
   return "Unknown";
 }
@@ -177,8 +173,7 @@ std::string EngineDb::Create(const std::string& options) {
     return name + " is " + kLeftOut;
   }
   switch (engine_) {
-    case Engine::kSqliteFile:
-      return {};
+    case Engine::kSqliteFile: return {};
     case Engine::kSqliteOdbc:
       if (!SqliteOdbcAvailable()) return "the SQLite3 ODBC driver is not installed";
       connect_ = "Driver=SQLite3;Database=" + file_.Path() + ";Timeout=5000;";

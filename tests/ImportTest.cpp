@@ -113,7 +113,8 @@ TEST(Import, AccessFilesArriveWholeWithTheirStoredValuesAndStayUnchanged) {
     EXPECT_EQ(Bytes(source), before);
     auto db = detail::SqliteDatabase::Open(target, false, true);
     for (const std::string& table : f.tables) {
-      EXPECT_EQ(Row(*db, "SELECT COUNT(*) FROM \"" + table + "\"")[0].ToLong(), MdbCount(source, table))
+      EXPECT_EQ(Row(*db, "SELECT COUNT(*) FROM \"" + table + "\"")[0].ToLong(),
+                MdbCount(source, table))
           << table;
       EXPECT_NE(run.out.find(table), std::string::npos) << run.out;
     }
@@ -122,8 +123,10 @@ TEST(Import, AccessFilesArriveWholeWithTheirStoredValuesAndStayUnchanged) {
   EXPECT_EQ(Row(*nwind, "SELECT Freight FROM Orders WHERE OrderID = 10248")[0].ToCurrency(),
             Currency::FromScaled(323800));
   EXPECT_EQ(Row(*nwind, "SELECT COUNT(*) FROM Products WHERE Discontinued <> 0")[0].ToLong(), 8);
-  EXPECT_EQ(Row(*nwind, "SELECT COUNT(*) FROM Customers WHERE Address LIKE '%Bolívar%'")[0].ToLong(), 1);
-  EXPECT_EQ(Row(*nwind, "SELECT CompanyName FROM Customers WHERE CompanyName LIKE 'K%nig%'")[0].ToString(),
+  EXPECT_EQ(
+      Row(*nwind, "SELECT COUNT(*) FROM Customers WHERE Address LIKE '%Bolívar%'")[0].ToLong(), 1);
+  EXPECT_EQ(Row(*nwind, "SELECT CompanyName FROM Customers WHERE CompanyName LIKE 'K%nig%'")[0]
+                .ToString(),
             "Königlich Essen");
 
   auto dates = detail::SqliteDatabase::Open(dir.Path() + ".DateTestDatabase.mdb.db", false, true);
@@ -137,8 +140,9 @@ TEST(Import, AccessFilesArriveWholeWithTheirStoredValuesAndStayUnchanged) {
             "New line\r\nin field");
 
   auto assets = detail::SqliteDatabase::Open(dir.Path() + ".ASampleDatabase.accdb.db", false, true);
-  EXPECT_EQ(Row(*assets, "SELECT Cost FROM \"Asset Items\" WHERE \"Asset No\" = '30050'")[0].ToCurrency(),
-            Currency::FromScaled(19955000));
+  EXPECT_EQ(
+      Row(*assets, "SELECT Cost FROM \"Asset Items\" WHERE \"Asset No\" = '30050'")[0].ToCurrency(),
+      Currency::FromScaled(19955000));
 }
 
 // The way out is named where a user meets it, and a file that is not an
@@ -161,7 +165,8 @@ TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
   EXPECT_NE(run.err.find("nothing was written"), std::string::npos) << run.err;
   EXPECT_FALSE(std::filesystem::exists(target));
   // A password, or pages encrypted with a key of their own: refused.
-  const std::string locked = WithHeader(Fixture("nwind.mdb"), dir.Path() + ".pw.mdb", 0x42, "geheim");
+  const std::string locked =
+      WithHeader(Fixture("nwind.mdb"), dir.Path() + ".pw.mdb", 0x42, "geheim");
   const auto password = Ztk({"import", locked, target, "--all-tables"});
   EXPECT_EQ(password.code, 1);
   EXPECT_NE(password.err.find("password"), std::string::npos) << password.err;
@@ -210,7 +215,8 @@ TEST_P(ImportToServer, NorthwindArrivesWhole) {
     if (ztktest::MustRun(why)) FAIL() << why;
     GTEST_SKIP() << why;
   }
-  const auto run = Ztk({"import", Fixture("nwind.mdb"), "--to-odbc", db.ConnectString(), "--all-tables"});
+  const auto run =
+      Ztk({"import", Fixture("nwind.mdb"), "--to-odbc", db.ConnectString(), "--all-tables"});
   ASSERT_EQ(run.code, 0) << run.err;
   auto server = detail::OdbcDatabase::Open(db.ConnectString(), true);
   const auto& d = server->Dialect();

@@ -20,18 +20,28 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-const std::vector<std::string> kColumns = {"lId",           "stUId",       "AusfDatum",
-                                           "dStunden",      "cuPreisProStd", "stBemerkung",
-                                           "lAuftragId",    "bFremdleistung"};
+const std::vector<std::string> kColumns = {"lId",        "stUId",         "AusfDatum",
+                                           "dStunden",   "cuPreisProStd", "stBemerkung",
+                                           "lAuftragId", "bFremdleistung"};
 
 // Texts a statement's reading could take for something else, were they
 // ever written into one.
 const std::vector<std::string> kTexts = {
-    "x'; DELETE FROM T_Leistung; --", "?", "$1", "a ? b ?", "back\\slash\\", "", "Umsätze €",
-    "/* c */ -- d", "x' || $$'$$ ; --", "line\nbreak\r\n", "`tick`", std::string(3000, 'L'),
+    "x'; DELETE FROM T_Leistung; --",
+    "?",
+    "$1",
+    "a ? b ?",
+    "back\\slash\\",
+    "",
+    "Umsätze €",
+    "/* c */ -- d",
+    "x' || $$'$$ ; --",
+    "line\nbreak\r\n",
+    "`tick`",
+    std::string(3000, 'L'),
 };
 
-const std::vector<Date> kDates = {Date(-657434.0),                 // 01.01.0100
+const std::vector<Date> kDates = {Date(-657434.0),                    // 01.01.0100
                                   Date(2958465.0 + 86399.0 / 86400),  // 31.12.9999 23:59:59
                                   Date(0.0), Date(45000.5), Date(-1.25)};
 
@@ -50,10 +60,13 @@ std::vector<Variant> RowOf(int r, int64_t largest) {
       Variant(r + 1),
       Variant("UID-" + std::to_string(r)),
       Variant(kDates[static_cast<size_t>(r) % kDates.size()]),
-      Variant(r % 3 == 0 ? 0.1 : r % 3 == 1 ? -1e300 : 4.9e-324),
+      Variant(r % 3 == 0   ? 0.1
+              : r % 3 == 1 ? -1e300
+                           : 4.9e-324),
       Variant(Currency::FromScaled(r % 2 ? largest : -largest + r)),
       Variant(kTexts[static_cast<size_t>(r) % kTexts.size()]),
-      Variant(r % 5 == 0 ? std::numeric_limits<int32_t>::min() : std::numeric_limits<int32_t>::max()),
+      Variant(r % 5 == 0 ? std::numeric_limits<int32_t>::min()
+                         : std::numeric_limits<int32_t>::max()),
       Variant(r % 2 == 0),
   };
   for (size_t c = 1; c < row.size(); ++c) {
@@ -170,8 +183,9 @@ TEST_P(InsertRows, ATableWithAValueTheEngineCannotStoreWritesNothing) {
   EXPECT_EQ(Count(), 0);
 
   auto readOnly = Open(true);
-  EXPECT_EQ(ErrorNumberOf([&] { readOnly->InsertRows("T_Leistung", kColumns, {RowOf(1, largest)}); }),
-            errReadOnly);
+  EXPECT_EQ(
+      ErrorNumberOf([&] { readOnly->InsertRows("T_Leistung", kColumns, {RowOf(1, largest)}); }),
+      errReadOnly);
   EXPECT_EQ(Count(), 0);
 }
 

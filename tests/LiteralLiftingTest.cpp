@@ -40,7 +40,8 @@ LiftingRules Server() {
   rules.refuse_question_marks = true;
   // cuKosten: an amount of 19 digits, 4 after the point; dStunden floating.
   rules.decimal_marker = "?";
-  rules.decimal_room = [](const std::string& t, const std::string& c) -> std::optional<DecimalRoom> {
+  rules.decimal_room = [](const std::string& t,
+                          const std::string& c) -> std::optional<DecimalRoom> {
     if (t != "T_Auftrag") return std::nullopt;
     if (c == "dStunden") return DecimalRoom{};
     if (c == "cuKosten") return DecimalRoom{false, 19, 4};
@@ -168,19 +169,22 @@ TEST(LiteralLifting, AStatementWithMoreValuesThanAServerBindsRunsAsText) {
 TEST(LiteralLifting, ABoundDecimalReadsOnSqliteAsItsLiteral) {
   sqlite3* db = nullptr;
   ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(db,
-                         "CREATE TABLE t (stOrt TEXT, cuKosten CURRENCY, dStunden DOUBLE, lNr INTEGER);"
-                         "INSERT INTO t VALUES ('1.50', 1.5, 1.5, 2), ('1.5', 2, 0.1, 3);",
-                         nullptr, nullptr, nullptr),
-            SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(db,
+                   "CREATE TABLE t (stOrt TEXT, cuKosten CURRENCY, dStunden DOUBLE, lNr INTEGER);"
+                   "INSERT INTO t VALUES ('1.50', 1.5, 1.5, 2), ('1.5', 2, 0.1, 3);",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
   const auto rows = [db](const std::string& sql, const std::vector<LiftedValue>* values) {
     sqlite3_stmt* s = nullptr;
     EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &s, nullptr), SQLITE_OK) << sql;
     for (size_t k = 0; values && k < values->size(); ++k) {
       const LiftedValue& v = (*values)[k];
       const int at = static_cast<int>(k) + 1;
-      if (v.kind == LiftedValue::kInteger) sqlite3_bind_int64(s, at, v.integer);
-      else sqlite3_bind_text(s, at, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
+      if (v.kind == LiftedValue::kInteger)
+        sqlite3_bind_int64(s, at, v.integer);
+      else
+        sqlite3_bind_text(s, at, v.text.data(), static_cast<int>(v.text.size()), SQLITE_STATIC);
     }
     std::string out;
     while (sqlite3_step(s) == SQLITE_ROW) {
@@ -209,12 +213,16 @@ TEST(LiteralLifting, ABoundDecimalReadsOnSqliteAsItsLiteral) {
            "SELECT lNr, lNr * 0.1, lNr + 0.30000000000000004441, lNr - -0.0 FROM t WHERE lNr > 0.5",
            "SELECT lNr FROM t WHERE lNr = 2.0 OR stOrt || 0.5 = '1.50.5'",
            "SELECT lNr, 1 / 3.0 FROM t WHERE lNr IN (3.0, 2.000000000000000000001)",
-           "SELECT typeof(x), x FROM (SELECT lNr * 123456789012345.6789 AS x FROM t) WHERE x > 9.999999999999999e22 OR x > 0.1",
+           "SELECT typeof(x), x FROM (SELECT lNr * 123456789012345.6789 AS x FROM t) WHERE x > "
+           "9.999999999999999e22 OR x > 0.1",
            "SELECT lNr FROM t WHERE 2.2250738585072011e-308 < 0.000000000000000000000000000000001",
            "SELECT lNr FROM t WHERE 179769313486231570000000000000000000000000000000000000000000000"
-           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
-           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
-           "0000000000000000000000000000000000000000000000000000000000000000000000000000000000000.9 > 1.1",
+           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
+           "000"
+           "000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
+           "000"
+           "0000000000000000000000000000000000000000000000000000000000000000000000000000000000000."
+           "9 > 1.1",
        }) {
     std::vector<LiftedValue> values;
     const std::string shape = ShapeOf(sql, Sqlite(), &values);

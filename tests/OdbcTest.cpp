@@ -173,10 +173,13 @@ TEST_P(TwoConnections, BadStatementsReportClearErrors) {
   }
   if (db.Which() == ztktest::Engine::kMariaDb) {
     EXPECT_NE(table.Description().find("(native 1146)"), std::string::npos) << table.Description();
-    EXPECT_NE(syntax.Description().find("(native 1064)"), std::string::npos) << syntax.Description();
+    EXPECT_NE(syntax.Description().find("(native 1064)"), std::string::npos)
+        << syntax.Description();
   }
   ztktest::Exec("erster", "INSERT INTO T_Auftrag (stUId) VALUES ('doppelt')");
-  EXPECT_EQ(ErrorNumberOf([] { ztktest::Exec("zweiter", "INSERT INTO T_Auftrag (stUId) VALUES ('doppelt')"); }),
+  EXPECT_EQ(ErrorNumberOf([] {
+              ztktest::Exec("zweiter", "INSERT INTO T_Auftrag (stUId) VALUES ('doppelt')");
+            }),
             3022);
   ztktest::Exec("erster", "DELETE FROM T_Auftrag");
   // Two statements in one text never reach the server.

@@ -243,18 +243,11 @@ TEST_P(ServerReading, ReadOnlyOpensRefuseEveryWrite) {
   // The server's own read-only session, where it has one, refuses too.
   const char* probe = nullptr;
   switch (db.Which()) {
-    case Engine::kPostgres:
-      probe = "SELECT current_setting('transaction_read_only')";
-      break;
-    case Engine::kMariaDb:
-      probe = "SELECT @@SESSION.tx_read_only";
-      break;
-    case Engine::kSqliteOdbc:
-      probe = "SELECT query_only FROM pragma_query_only";
-      break;
+    case Engine::kPostgres: probe = "SELECT current_setting('transaction_read_only')"; break;
+    case Engine::kMariaDb: probe = "SELECT @@SESSION.tx_read_only"; break;
+    case Engine::kSqliteOdbc: probe = "SELECT query_only FROM pragma_query_only"; break;
     case Engine::kSqliteFile:
-    case Engine::kPgBouncer:
-      break;
+    case Engine::kPgBouncer: break;
   }
   if (probe) {
     const std::string value = ztktest::Scalar("ro", probe).ToString();
@@ -440,7 +433,8 @@ TEST_P(ServerReading, ADecimalIsStoredAsItsLiteralWouldBe) {
     const std::string uid = "dec-" + std::to_string(++i);
     const auto found = [&](const std::string& hours, const std::string& amount) {
       return ztktest::Scalar("srv", "SELECT count(*) FROM T_Leistung WHERE stUId = '" + uid +
-                                        "' AND dStunden = " + hours + " AND cuPreisProStd = " + amount)
+                                        "' AND dStunden = " + hours +
+                                        " AND cuPreisProStd = " + amount)
           .ToLong();
     };
     ztktest::Exec("srv", "INSERT INTO T_Leistung (stUId, dStunden, cuPreisProStd) VALUES ('" + uid +

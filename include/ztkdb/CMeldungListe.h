@@ -135,8 +135,7 @@ class ZTKDB_API CMeldungListe : public RecordList<CMeldung> {
   /// \throws ZTkDb::Error 3075 on an embedded database; 6 for a date outside 01.01.0100 to
   ///   31.12.9999; 3129 for times that would make a second statement; 91, 3420 and engine
   ///   errors as for every read.
-  void ReadAllInZeitraumDatumZeit(Date dat, const std::string& timeVon,
-                                  const std::string& timeBis);
+  void ReadAllInZeitraumDatumZeit(Date dat, const std::string& timeVon, const std::string& timeBis);
 
  private:
   MsgSortOrderConstants sort_order_ = msUnsorted;

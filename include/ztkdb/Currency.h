@@ -48,17 +48,25 @@ class ZTKDB_API Currency {
   // Spelled out rather than <=>: the public headers compile as C++17 too,
   // the default of the compilers hosts are built with.
   /// True when both amounts are equal.
-  friend constexpr bool operator==(Currency a, Currency b) noexcept { return a.scaled_ == b.scaled_; }
+  friend constexpr bool operator==(Currency a, Currency b) noexcept {
+    return a.scaled_ == b.scaled_;
+  }
   /// True when the amounts differ.
-  friend constexpr bool operator!=(Currency a, Currency b) noexcept { return a.scaled_ != b.scaled_; }
+  friend constexpr bool operator!=(Currency a, Currency b) noexcept {
+    return a.scaled_ != b.scaled_;
+  }
   /// True when `a` is the smaller amount.
   friend constexpr bool operator<(Currency a, Currency b) noexcept { return a.scaled_ < b.scaled_; }
   /// True when `a` is not larger than `b`.
-  friend constexpr bool operator<=(Currency a, Currency b) noexcept { return a.scaled_ <= b.scaled_; }
+  friend constexpr bool operator<=(Currency a, Currency b) noexcept {
+    return a.scaled_ <= b.scaled_;
+  }
   /// True when `a` is the larger amount.
   friend constexpr bool operator>(Currency a, Currency b) noexcept { return a.scaled_ > b.scaled_; }
   /// True when `a` is not smaller than `b`.
-  friend constexpr bool operator>=(Currency a, Currency b) noexcept { return a.scaled_ >= b.scaled_; }
+  friend constexpr bool operator>=(Currency a, Currency b) noexcept {
+    return a.scaled_ >= b.scaled_;
+  }
 
  private:
   int64_t scaled_ = 0;

@@ -30,8 +30,7 @@ class ZTKDB_API Date {
   /// \param second The second, 0 to 59.
   /// \return That date and time.
   /// \throws ZTkDb::Error 13 for a part out of its range.
-  static Date FromYmd(int year, int month, int day, int hour = 0, int minute = 0,
-                      int second = 0);
+  static Date FromYmd(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
   /// Today's local date without a time part.
   /// \return Today, midnight.
   static Date Today();

@@ -71,8 +71,8 @@ void CTkDb::OpenOdbcDb(const std::string& stClientName, const std::string& stCon
   }
 }
 
-void CTkDb::OpenJetDb(const std::string& stClientName, const std::string& stDbPath,
-                      bool bExclusive, bool bReadOnly) {
+void CTkDb::OpenJetDb(const std::string& stClientName, const std::string& stDbPath, bool bExclusive,
+                      bool bReadOnly) {
   detail::Guard("CTkDb.OpenJetDb", [&] {
     DbDialect::jet = true;
     CloseDb();

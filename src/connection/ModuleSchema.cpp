@@ -65,7 +65,9 @@ bool IsModuleFlag(const std::string& table, const std::string& column) {
   return false;
 }
 
-void CreateModuleDatabase(const std::string& path) { SqliteDatabase::Create(path, SqliteSchemaDdl()); }
+void CreateModuleDatabase(const std::string& path) {
+  SqliteDatabase::Create(path, SqliteSchemaDdl());
+}
 
 void CreateModuleSchemaOdbc(const std::string& connect) {
   auto db = OdbcDatabase::Open(connect, false);

@@ -11,8 +11,10 @@ QueryDef& RecordStorage::GetQueryDef() {
 
 void RecordStorage::SetSql(const std::string& /*queryName*/, Statement sql) {
   recordset_.reset();
-  if (query_) query_->SQL(std::move(sql));
-  else query_ = std::make_unique<QueryDef>(db_, std::move(sql));
+  if (query_)
+    query_->SQL(std::move(sql));
+  else
+    query_ = std::make_unique<QueryDef>(db_, std::move(sql));
 }
 
 void RecordStorage::OpenRecordset(ResultSize size) {

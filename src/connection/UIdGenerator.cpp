@@ -39,7 +39,8 @@ std::string UIdGenerator::NewUId() {
   // may share this process-wide generator; a lock keeps tokens unique.
   std::lock_guard<std::mutex> lock(Guard());
   const auto now = std::chrono::system_clock::now().time_since_epoch();
-  uint64_t micros = static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
+  uint64_t micros =
+      static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
   if (micros < last_micros_) micros = last_micros_;  // the clock was set back
   last_micros_ = micros;
   ++counter_;

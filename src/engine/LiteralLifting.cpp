@@ -10,7 +10,6 @@ namespace {
 
 using Tokens = std::vector<Token>;
 
-
 bool IsComparison(const Token& tok) {
   if (tok.kind == TokenKind::kOperator) {
     return tok.text == "=" || tok.text == "<>" || tok.text == "<" || tok.text == "<=" ||
@@ -21,10 +20,11 @@ bool IsComparison(const Token& tok) {
 
 // Keywords after which an expression's value stands.
 bool IsValueKeyword(const Token& tok) {
-  if (tok.kind != TokenKind::kIdentifier || tok.text.size() < 2 || tok.text.size() > 7) return false;
-  static constexpr std::string_view kWords[] = {"WHERE", "AND",  "OR",   "NOT",  "LIKE",
-                                                "GLOB",  "BETWEEN", "THEN", "ELSE", "WHEN",
-                                                "IS",    "ON",   "HAVING", "CASE"};
+  if (tok.kind != TokenKind::kIdentifier || tok.text.size() < 2 || tok.text.size() > 7)
+    return false;
+  static constexpr std::string_view kWords[] = {"WHERE", "AND",     "OR",     "NOT",  "LIKE",
+                                                "GLOB",  "BETWEEN", "THEN",   "ELSE", "WHEN",
+                                                "IS",    "ON",      "HAVING", "CASE"};
   for (std::string_view k : kWords) {
     if (IsKeyword(tok, k)) return true;
   }
@@ -37,8 +37,9 @@ bool EndsValue(const Tokens& t, long i) {
   if (i < 0) return true;
   const Token& tok = t[static_cast<size_t>(i)];
   return tok.kind == TokenKind::kRParen || tok.kind == TokenKind::kComma ||
-         tok.kind == TokenKind::kSemicolon || (tok.kind == TokenKind::kIdentifier && IsValueKeyword(tok)) ||
-         IsKeyword(tok, "ORDER") || IsKeyword(tok, "GROUP") || IsKeyword(tok, "LIMIT");
+         tok.kind == TokenKind::kSemicolon ||
+         (tok.kind == TokenKind::kIdentifier && IsValueKeyword(tok)) || IsKeyword(tok, "ORDER") ||
+         IsKeyword(tok, "GROUP") || IsKeyword(tok, "LIMIT");
 }
 
 bool StartsValue(const Tokens& t, long i) {
@@ -160,8 +161,10 @@ class Lifter {
         case TokenKind::kIdentifier:
           Clause(i, frame);
           if (frames.size() == 1) {
-            if (IsKeyword(tok, "SET")) assigning_ = true;
-            else if (IsKeyword(tok, "WHERE") || IsKeyword(tok, "FROM")) assigning_ = false;
+            if (IsKeyword(tok, "SET"))
+              assigning_ = true;
+            else if (IsKeyword(tok, "WHERE") || IsKeyword(tok, "FROM"))
+              assigning_ = false;
           }
           break;
         case TokenKind::kString:
@@ -175,16 +178,18 @@ class Lifter {
                 value->integer = -value->integer;
                 out.shape.resize(starts[static_cast<size_t>(sign)]);
               }
-              const bool decimal = value->kind != LiftedValue::kInteger && tok.kind == TokenKind::kNumber;
+              const bool decimal =
+                  value->kind != LiftedValue::kInteger && tok.kind == TokenKind::kNumber;
               out.values.push_back(std::move(*value));
-              if (decimal) out.shape += rules_.decimal_marker;
-              else out.shape += '?';
+              if (decimal)
+                out.shape += rules_.decimal_marker;
+              else
+                out.shape += '?';
               continue;
             }
           }
           break;
-        default:
-          break;
+        default: break;
       }
       out.shape.append(tok.text);
     }
@@ -212,7 +217,14 @@ class Lifter {
     // one of a few letters.
     if (tok.text.size() > 9) return;
     switch (tok.text[0] | 0x20) {
-      case 's': case 'f': case 'i': case 'o': case 'g': case 'l': case 'u': case 'e': break;
+      case 's':
+      case 'f':
+      case 'i':
+      case 'o':
+      case 'g':
+      case 'l':
+      case 'u':
+      case 'e': break;
       default: return;
     }
     if (IsKeyword(tok, "SELECT")) {
@@ -403,8 +415,10 @@ class Lifter {
     if (i < 0 || At(i).kind != TokenKind::kLParen) return;
     std::vector<long> columns;
     for (i = NextSig(t_, i); i >= 0 && At(i).kind != TokenKind::kRParen; i = NextSig(t_, i)) {
-      if (At(i).kind == TokenKind::kIdentifier) columns.push_back(i);
-      else if (At(i).kind != TokenKind::kComma) return;
+      if (At(i).kind == TokenKind::kIdentifier)
+        columns.push_back(i);
+      else if (At(i).kind != TokenKind::kComma)
+        return;
     }
     i = i < 0 ? -1 : NextSig(t_, i);
     if (i < 0 || !IsKeyword(At(i), "VALUES")) return;

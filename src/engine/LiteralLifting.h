@@ -33,9 +33,9 @@ struct DecimalRoom {
 // value can take it while its text is written into a reused buffer.
 struct LiftedScalars {
   enum Kind { kText, kInteger, kTimestamp, kDouble, kDecimal, kNull } kind = kText;
-  double number = 0;    // kDouble
+  double number = 0;     // kDouble
   Kind null_as = kText;  // kNull: the type the Null is bound with
-  int64_t integer = 0;  // kInteger
+  int64_t integer = 0;   // kInteger
   // kTimestamp: the parts of 'YYYY-MM-DD HH:MM:SS'
   int16_t year = 0;
   uint16_t month = 0, day = 0, hour = 0, minute = 0, second = 0;

@@ -1,8 +1,8 @@
 #include "engine/RowSet.h"
 
-#include <cassert>
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <cstring>
 
 namespace ZTkDb::detail {
@@ -71,7 +71,8 @@ size_t RowSet::Columns::FoldedHash::operator()(std::string_view s) const noexcep
   return h;
 }
 
-bool RowSet::Columns::FoldedEqual::operator()(std::string_view a, std::string_view b) const noexcept {
+bool RowSet::Columns::FoldedEqual::operator()(std::string_view a,
+                                              std::string_view b) const noexcept {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
     if (Folded(a[i]) != Folded(b[i])) return false;
@@ -124,7 +125,8 @@ char* RowSet::Reserve(size_t bytes) {
     // Chunks grow from small to kChunkSize, so that the one-row result of a
     // read by key costs a few kilobytes, and are not zeroed: every byte is
     // written before it is read.
-    const size_t grown = chunks_.empty() ? kFirstChunkSize : std::min(kChunkSize, 2 * chunk_capacity_);
+    const size_t grown =
+        chunks_.empty() ? kFirstChunkSize : std::min(kChunkSize, 2 * chunk_capacity_);
     const size_t capacity = std::max(bytes, grown);
     if (chunks_.capacity() == 0 && spares.row_start.capacity() != 0) {
       chunks_ = std::move(spares.chunks);

@@ -15,7 +15,8 @@ const SchemaCache::TableFacts& SchemaCache::Facts(const std::string& table) {
                                  : facts.other_columns;
     set.insert(LowerAscii(column.name));
     if (column.is_float || (column.precision > 0 && column.scale >= 0)) {
-      facts.number_columns[LowerAscii(column.name)] = {column.is_float, column.precision, column.scale};
+      facts.number_columns[LowerAscii(column.name)] = {column.is_float, column.precision,
+                                                       column.scale};
     }
   }
   return tables_.emplace(table, std::move(facts)).first->second;
@@ -35,7 +36,8 @@ ColumnClass SchemaCache::ClassOf(const std::string& table, const std::string& co
   return ColumnClass::kUnknown;
 }
 
-std::optional<DecimalRoom> SchemaCache::RoomOf(const std::string& table, const std::string& column) {
+std::optional<DecimalRoom> SchemaCache::RoomOf(const std::string& table,
+                                               const std::string& column) {
   const TableFacts& facts = Facts(table);
   const auto it = facts.number_columns.find(LowerAscii(column));
   if (it == facts.number_columns.end()) return std::nullopt;

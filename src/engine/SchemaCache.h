@@ -38,9 +38,9 @@ class SchemaCache {
  private:
   struct TableFacts {
     bool exists = false;
-    std::unordered_set<std::string> date_columns;  // lower case
-    std::unordered_set<std::string> text_columns;  // lower case
-    std::unordered_set<std::string> other_columns;  // lower case
+    std::unordered_set<std::string> date_columns;                 // lower case
+    std::unordered_set<std::string> text_columns;                 // lower case
+    std::unordered_set<std::string> other_columns;                // lower case
     std::unordered_map<std::string, DecimalRoom> number_columns;  // lower case
   };
   const TableFacts& Facts(const std::string& table);

@@ -109,23 +109,12 @@ class Scanner {
       return ScanIdentifier(i);
     }
     switch (c) {
-      case ',':
-        kind = TokenKind::kComma;
-        return i + 1;
-      case '(':
-        kind = TokenKind::kLParen;
-        return i + 1;
-      case ')':
-        kind = TokenKind::kRParen;
-        return i + 1;
-      case ';':
-        kind = TokenKind::kSemicolon;
-        return i + 1;
-      case '=':
-        kind = TokenKind::kOperator;
-        return i + (next == '=' ? 2 : 1);
-      default:
-        break;
+      case ',': kind = TokenKind::kComma; return i + 1;
+      case '(': kind = TokenKind::kLParen; return i + 1;
+      case ')': kind = TokenKind::kRParen; return i + 1;
+      case ';': kind = TokenKind::kSemicolon; return i + 1;
+      case '=': kind = TokenKind::kOperator; return i + (next == '=' ? 2 : 1);
+      default: break;
     }
     if (c == '-' && next == '-' && LineCommentAfterDashes(i)) {
       kind = TokenKind::kComment;
@@ -186,11 +175,8 @@ class Scanner {
       case '/':
       case '%':
       case '|':
-      case '&':
-        kind = TokenKind::kOperator;
-        return i + 1;
-      default:
-        return i + 1;
+      case '&': kind = TokenKind::kOperator; return i + 1;
+      default: return i + 1;
     }
   }
 

@@ -15,7 +15,6 @@ namespace {
 
 using Tokens = std::vector<Token>;
 
-
 const Token& At(const Tokens& t, long i) { return t[static_cast<size_t>(i)]; }
 
 [[noreturn]] void RaiseDoubt(const Doubt& doubt) {
@@ -88,10 +87,14 @@ class Adapter {
     for (const auto& r : replacement_) changed_ |= r.has_value();
     if (!changed_) return {};  // the caller keeps the text as it came
     std::string out;
-    out.reserve(t_.empty() ? 0 : static_cast<size_t>(t_.back().text.data() - t_.front().text.data()) + t_.back().text.size() + 64);
+    out.reserve(t_.empty() ? 0
+                           : static_cast<size_t>(t_.back().text.data() - t_.front().text.data()) +
+                                 t_.back().text.size() + 64);
     for (size_t i = 0; i < t_.size(); ++i) {
-      if (replacement_[i]) out += *replacement_[i];
-      else out.append(t_[i].text);
+      if (replacement_[i])
+        out += *replacement_[i];
+      else
+        out.append(t_[i].text);
     }
     return out;
   }
@@ -127,7 +130,8 @@ class Adapter {
   static bool LooksLikeGermanDate(const Token& tok) {
     // 'd.m.yyyy' at the shortest, with a time at the longest: most texts are
     // ruled out by their length and second character alone.
-    if (tok.kind != TokenKind::kString || tok.text.size() < 10 || tok.text.size() > 24) return false;
+    if (tok.kind != TokenKind::kString || tok.text.size() < 10 || tok.text.size() > 24)
+      return false;
     if (tok.text[1] < '0' || tok.text[1] > '9') return false;
     Date ignored;
     return IsGermanDateText(StringValue(tok), ignored);
@@ -172,8 +176,10 @@ class Adapter {
     if (i < 0 || At(t_, i).kind != TokenKind::kLParen) return;
     std::vector<long> columns;
     for (i = NextSig(t_, i); i >= 0 && At(t_, i).kind != TokenKind::kRParen; i = NextSig(t_, i)) {
-      if (At(t_, i).kind == TokenKind::kIdentifier) columns.push_back(i);
-      else if (At(t_, i).kind != TokenKind::kComma) return;
+      if (At(t_, i).kind == TokenKind::kIdentifier)
+        columns.push_back(i);
+      else if (At(t_, i).kind != TokenKind::kComma)
+        return;
     }
     if (i < 0) return;
     i = NextSig(t_, i);
@@ -185,7 +191,8 @@ class Adapter {
     long valueStart = -1, valueCount = 0;
     for (i = NextSig(t_, i); i >= 0; i = NextSig(t_, i)) {
       const Token& tok = At(t_, i);
-      const bool endOfValue = depth == 0 && (tok.kind == TokenKind::kComma || tok.kind == TokenKind::kRParen);
+      const bool endOfValue =
+          depth == 0 && (tok.kind == TokenKind::kComma || tok.kind == TokenKind::kRParen);
       if (endOfValue) {
         // Only a date text is worth asking the schema about its column.
         if (valueCount == 1 && column < columns.size() && LooksLikeGermanDate(At(t_, valueStart)) &&
@@ -269,7 +276,8 @@ class Adapter {
       for (long k = target; k < after; ++k) replacement_[static_cast<size_t>(k)] = "";
       return;
     }
-    if (after >= 0 && !IsKeyword(At(t_, after), "WHERE") && At(t_, after).kind != TokenKind::kSemicolon) {
+    if (after >= 0 && !IsKeyword(At(t_, after), "WHERE") &&
+        At(t_, after).kind != TokenKind::kSemicolon) {
       return;
     }
     replacement_[static_cast<size_t>(target)] = "FROM " + std::string(At(t_, target).text);
@@ -289,8 +297,10 @@ class Adapter {
     bool expectTarget = true;
     for (i = NextSig(t_, i); i >= 0; i = NextSig(t_, i)) {
       const Token& tok = At(t_, i);
-      if (tok.kind == TokenKind::kLParen) ++depth;
-      else if (tok.kind == TokenKind::kRParen) --depth;
+      if (tok.kind == TokenKind::kLParen)
+        ++depth;
+      else if (tok.kind == TokenKind::kRParen)
+        --depth;
       if (depth != 0) continue;
       if (IsKeyword(tok, "WHERE") || tok.kind == TokenKind::kSemicolon) return;
       if (tok.kind == TokenKind::kComma) {

@@ -31,12 +31,10 @@ std::string GermanText(const FillStep& step, int16_t kind) {
 // the text.
 int64_t Magnitude(const FillStep& step) {
   switch (step.kind) {
-    case FillStep::kAmount:
-      return std::llabs(step.integer / 10000);
+    case FillStep::kAmount: return std::llabs(step.integer / 10000);
     case FillStep::kNumber:
       return static_cast<int64_t>(step.number < 0 ? -step.number : step.number);
-    default:
-      return std::llabs(step.integer);
+    default: return std::llabs(step.integer);
   }
 }
 
@@ -95,9 +93,9 @@ std::optional<Param> Match(const LiftedValue& v, const FillStep& step, int16_t k
   const Date date = LiteralDate(step, kind);
   if (v.kind == LiftedValue::kTimestamp) {
     LiftedValue parts;
-    if (!ParseTimestamp(date.IsoText(), parts) || v.year != parts.year ||
-        v.month != parts.month || v.day != parts.day || v.hour != parts.hour ||
-        v.minute != parts.minute || v.second != parts.second) {
+    if (!ParseTimestamp(date.IsoText(), parts) || v.year != parts.year || v.month != parts.month ||
+        v.day != parts.day || v.hour != parts.hour || v.minute != parts.minute ||
+        v.second != parts.second) {
       return std::nullopt;
     }
     p.conversion = Param::kParts;
@@ -210,14 +208,9 @@ bool StatementPlans::Bind(const Statement& sql, LiftedStatement& out, bool& plai
     const FillStep& step = steps[p.step];
     static_cast<LiftedScalars&>(v) = p.value;
     switch (p.conversion) {
-      case Param::kConstant:
-        break;
-      case Param::kInteger:
-        v.integer = Magnitude(step);
-        break;
-      case Param::kNegatedInteger:
-        v.integer = -Magnitude(step);
-        break;
+      case Param::kConstant: break;
+      case Param::kInteger: v.integer = Magnitude(step); break;
+      case Param::kNegatedInteger: v.integer = -Magnitude(step); break;
       case Param::kDecimal:
         v.text = Digits(step);
         if (!p.value.room.Holds(v.text)) return false;

@@ -29,20 +29,13 @@ struct SortColumn {
 // The ORDER BY column of sort orders 1..6; nothing for 0 or out of range.
 std::optional<SortColumn> SortColumnOf(int32_t sortOrder) {
   switch (sortOrder) {
-    case osByOrderNumber:
-      return SortColumn{"T_Auftrag", "lNr"};
-    case osByOrderDate:
-      return SortColumn{"T_Auftrag", "AuftragsDatum"};
-    case osByOrderDoneTillDate:
-      return SortColumn{"T_Auftrag", "ErledBisDatum"};
-    case osByOrderDoneOnDate:
-      return SortColumn{"T_Auftrag", "ErledigtDatum"};
-    case osByOrderReturnOnDate:
-      return SortColumn{"T_Auftrag", "WiederDatum"};
-    case osByMsgId:
-      return SortColumn{"T_AuftragMeldung", "lMeldungId"};
-    default:
-      return std::nullopt;
+    case osByOrderNumber: return SortColumn{"T_Auftrag", "lNr"};
+    case osByOrderDate: return SortColumn{"T_Auftrag", "AuftragsDatum"};
+    case osByOrderDoneTillDate: return SortColumn{"T_Auftrag", "ErledBisDatum"};
+    case osByOrderDoneOnDate: return SortColumn{"T_Auftrag", "ErledigtDatum"};
+    case osByOrderReturnOnDate: return SortColumn{"T_Auftrag", "WiederDatum"};
+    case osByMsgId: return SortColumn{"T_AuftragMeldung", "lMeldungId"};
+    default: return std::nullopt;
   }
 }
 

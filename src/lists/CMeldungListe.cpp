@@ -16,18 +16,12 @@ constexpr const char* kTable = "T_Meldung";
 // The ORDER BY column of sort orders 1..5; nullptr otherwise.
 const char* SortFieldOf(int32_t sortOrder) {
   switch (sortOrder) {
-    case msByMsgNumber:
-      return "lNr";
-    case msbymsgdate:
-      return "MeldeDatum";
-    case msByMsgDoneTillDate:
-      return "ErledBisDatum";
-    case msByMsgDoneOnDate:
-      return "ErledigtDatum";
-    case msByMsgReturnOnDate:
-      return "WiederDatum";
-    default:
-      return nullptr;
+    case msByMsgNumber: return "lNr";
+    case msbymsgdate: return "MeldeDatum";
+    case msByMsgDoneTillDate: return "ErledBisDatum";
+    case msByMsgDoneOnDate: return "ErledigtDatum";
+    case msByMsgReturnOnDate: return "WiederDatum";
+    default: return nullptr;
   }
 }
 

@@ -44,7 +44,9 @@ class IdIndex {
   };
   size_t Home(int32_t id) const {
     // Fibonacci hashing spreads the consecutive ids of a table evenly.
-    return static_cast<size_t>((static_cast<uint64_t>(static_cast<uint32_t>(id)) * 11400714819323198485ull) >> 32) & mask_;
+    return static_cast<size_t>(
+               (static_cast<uint64_t>(static_cast<uint32_t>(id)) * 11400714819323198485ull) >> 32) &
+           mask_;
   }
 
   std::vector<Slot> slots_;

@@ -150,8 +150,10 @@ class ListCursor {
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
       const RowSet::Cell cell = rows.CellAt(rs.AbsolutePosition(), idColumn);
       int32_t id;
-      if (cell.type == vtLong) std::memcpy(&id, cell.data, sizeof id);
-      else id = RowSet::ToVariant(cell).ToLong();
+      if (cell.type == vtLong)
+        std::memcpy(&id, cell.data, sizeof id);
+      else
+        id = RowSet::ToVariant(cell).ToLong();
       if (!index_->Insert(id, rs.AbsolutePosition())) {
         RaiseStandard(errDuplicateKeyInCollection, class_name_);
       }

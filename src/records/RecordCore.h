@@ -29,9 +29,9 @@ enum class NullRule {
 // One column of a record's load order, bound to the field it fills.
 template <typename Fields>
 struct ColumnBinding {
-  using Target = std::variant<int32_t Fields::*, uint8_t Fields::*, bool Fields::*,
-                              double Fields::*, Currency Fields::*, Date Fields::*,
-                              std::string Fields::*>;
+  using Target =
+      std::variant<int32_t Fields::*, uint8_t Fields::*, bool Fields::*, double Fields::*,
+                   Currency Fields::*, Date Fields::*, std::string Fields::*>;
   const char* column;
   Target target;
   NullRule rule = NullRule::kError;

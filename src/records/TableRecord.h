@@ -123,8 +123,10 @@ class TableRecord {
   void Delete(const char* member) {
     const int16_t kind = core.DbKind(member);
     const char* text = "";
-    if (kind == 1) text = statements_.delete_jet;
-    else if (kind == 2 || !statements_.delete_needs_known_kind) text = statements_.delete_other;
+    if (kind == 1)
+      text = statements_.delete_jet;
+    else if (kind == 2 || !statements_.delete_needs_known_kind)
+      text = statements_.delete_other;
     core.ExecutePlain(member, Finish(Begin(text, kind).Long("#lId#", core.F().id)));
     core.ClearFields();
   }

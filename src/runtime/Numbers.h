@@ -1,9 +1,8 @@
 #pragma once
 
-#include <string_view>
-
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace ZTkDb::detail {
 
@@ -26,7 +25,8 @@ bool TryParseNumber(const std::string& text, double& out);
 // without the general date parser (no calendar check); false for any other
 // text.
 inline bool SplitIsoTimestamp(std::string_view t, int (&parts)[6]) {
-  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' || t[16] != ':') {
+  if (t.size() != 19 || t[4] != '-' || t[7] != '-' || t[10] != ' ' || t[13] != ':' ||
+      t[16] != ':') {
     return false;
   }
   constexpr size_t kAt[6] = {0, 5, 8, 11, 14, 17};

@@ -35,8 +35,8 @@ bool ParseBoolText(const std::string& s, bool& out) {
 }  // namespace
 
 VariantType Variant::Type() const noexcept {
-  static constexpr VariantType kTypes[] = {vtEmpty,  vtNull,     vtBoolean, vtByte,  vtInteger,
-                                           vtLong,   vtDouble,   vtCurrency, vtDate, vtString};
+  static constexpr VariantType kTypes[] = {vtEmpty, vtNull,   vtBoolean,  vtByte, vtInteger,
+                                           vtLong,  vtDouble, vtCurrency, vtDate, vtString};
   return kTypes[value_.index()];
 }
 
@@ -44,11 +44,16 @@ double Variant::ToDouble() const {
   return std::visit(
       [](const auto& v) -> double {
         using T = std::decay_t<decltype(v)>;
-        if constexpr (std::is_same_v<T, std::monostate>) return 0.0;
-        else if constexpr (std::is_same_v<T, NullTag>) Fail(errInvalidUseOfNull);
-        else if constexpr (std::is_same_v<T, bool>) return v ? -1.0 : 0.0;
-        else if constexpr (std::is_same_v<T, Currency>) return v.ToDouble();
-        else if constexpr (std::is_same_v<T, Date>) return v.Value();
+        if constexpr (std::is_same_v<T, std::monostate>)
+          return 0.0;
+        else if constexpr (std::is_same_v<T, NullTag>)
+          Fail(errInvalidUseOfNull);
+        else if constexpr (std::is_same_v<T, bool>)
+          return v ? -1.0 : 0.0;
+        else if constexpr (std::is_same_v<T, Currency>)
+          return v.ToDouble();
+        else if constexpr (std::is_same_v<T, Date>)
+          return v.Value();
         else if constexpr (std::is_same_v<T, std::string>) {
           double d = 0;
           bool b = false;
@@ -103,11 +108,16 @@ std::string Variant::ToString() const {
   return std::visit(
       [](const auto& v) -> std::string {
         using T = std::decay_t<decltype(v)>;
-        if constexpr (std::is_same_v<T, std::monostate>) return {};
-        else if constexpr (std::is_same_v<T, NullTag>) Fail(errInvalidUseOfNull);
-        else if constexpr (std::is_same_v<T, bool>) return v ? "True" : "False";
-        else if constexpr (std::is_same_v<T, std::string>) return v;
-        else if constexpr (std::is_same_v<T, Date>) return v.ShortText();
+        if constexpr (std::is_same_v<T, std::monostate>)
+          return {};
+        else if constexpr (std::is_same_v<T, NullTag>)
+          Fail(errInvalidUseOfNull);
+        else if constexpr (std::is_same_v<T, bool>)
+          return v ? "True" : "False";
+        else if constexpr (std::is_same_v<T, std::string>)
+          return v;
+        else if constexpr (std::is_same_v<T, Date>)
+          return v.ShortText();
         else if constexpr (std::is_same_v<T, Currency>) {
           std::string text = v.Text();
           return text[0] == ' ' ? text.substr(1) : text;

@@ -61,28 +61,17 @@ ztk_handle Wrap(std::unique_ptr<Object> o) { return reinterpret_cast<ztk_handle>
 
 Variant ToVariant(const ztk_value& v) {
   switch (v.type) {
-    case ZTK_EMPTY:
-      return Variant();
-    case ZTK_NULL:
-      return Variant::Null();
-    case ZTK_INT16:
-      return Variant(v.v.i16);
-    case ZTK_INT32:
-      return Variant(v.v.i32);
-    case ZTK_DOUBLE:
-      return Variant(v.v.d);
-    case ZTK_CURRENCY:
-      return Variant(ZTkDb::Currency::FromScaled(v.v.cy));
-    case ZTK_DATE:
-      return Variant(ZTkDb::Date(v.v.date));
-    case ZTK_STRING:
-      return Variant(std::string(v.v.s ? v.v.s : ""));
-    case ZTK_BOOL:
-      return Variant(v.v.b != 0);
-    case ZTK_BYTE:
-      return Variant(v.v.by);
-    case ZTK_OBJECT:
-      break;
+    case ZTK_EMPTY: return Variant();
+    case ZTK_NULL: return Variant::Null();
+    case ZTK_INT16: return Variant(v.v.i16);
+    case ZTK_INT32: return Variant(v.v.i32);
+    case ZTK_DOUBLE: return Variant(v.v.d);
+    case ZTK_CURRENCY: return Variant(ZTkDb::Currency::FromScaled(v.v.cy));
+    case ZTK_DATE: return Variant(ZTkDb::Date(v.v.date));
+    case ZTK_STRING: return Variant(std::string(v.v.s ? v.v.s : ""));
+    case ZTK_BOOL: return Variant(v.v.b != 0);
+    case ZTK_BYTE: return Variant(v.v.by);
+    case ZTK_OBJECT: break;
   }
   ZTkDb::detail::Raise(13, "ZTkDb", "Type mismatch (no member takes this kind of value)");
 }
@@ -105,12 +94,8 @@ void Store(Out&& out, ztk_value* result) {
   }
   const Variant& x = out.value;
   switch (x.Type()) {
-    case ZTkDb::vtEmpty:
-      v.type = ZTK_EMPTY;
-      break;
-    case ZTkDb::vtNull:
-      v.type = ZTK_NULL;
-      break;
+    case ZTkDb::vtEmpty: v.type = ZTK_EMPTY; break;
+    case ZTkDb::vtNull: v.type = ZTK_NULL; break;
     case ZTkDb::vtInteger:
       v.type = ZTK_INT16;
       v.v.i16 = x.ToInteger();

@@ -40,8 +40,9 @@ namespace {
   const bool iso = text.size() >= 10 && digits(0, 4) && text[4] == '-' && digits(5, 2) &&
                    text[7] == '-' && digits(8, 2);
   if (!german && !iso) return false;
-  return text.size() == 10 || (text.size() == 19 && text[10] == ' ' && digits(11, 2) &&
-                               text[13] == ':' && digits(14, 2) && text[16] == ':' && digits(17, 2));
+  return text.size() == 10 ||
+         (text.size() == 19 && text[10] == ' ' && digits(11, 2) && text[13] == ':' &&
+          digits(14, 2) && text[16] == ':' && digits(17, 2));
 }
 
 }  // namespace

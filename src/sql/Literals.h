@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "runtime/Storable.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
-#include "runtime/Storable.h"
 
 namespace ZTkDb::detail {
 

@@ -125,8 +125,10 @@ Statement& Statement::Raw(Placeholder p, std::string_view text) {
   // value; any other is part of the statement's shape.
   // Any other goes as text: it could change the statement's shape, and a
   // plan learnt for each such text would only crowd out the others.
-  if (IsInert(text)) step.cls = FillStep::kPlain;
-  else bindable_ = false;
+  if (IsInert(text))
+    step.cls = FillStep::kPlain;
+  else
+    bindable_ = false;
   return *this;
 }
 
@@ -203,22 +205,14 @@ Statement& Statement::FilterDate(Placeholder p, const Date& value) {
 std::string Statement::LiteralOf(const FillStep& step) const {
   switch (step.kind) {
     case FillStep::kName:
-    case FillStep::kRaw:
-      return step.text;
-    case FillStep::kText:
-      return TextValue(step.text);
-    case FillStep::kLong:
-      return LongLiteral(step.integer);
-    case FillStep::kFlag:
-      return FlagLiteral(step.integer != 0, kind_);
-    case FillStep::kNumber:
-      return NumberLiteral(step.number);
-    case FillStep::kAmount:
-      return Currency::FromScaled(step.integer).Text();
-    case FillStep::kDate:
-      return RecordDateText(Date(step.number));
-    case FillStep::kFilterDate:
-      return FilterDateLiteral(Date(step.number), kind_);
+    case FillStep::kRaw: return step.text;
+    case FillStep::kText: return TextValue(step.text);
+    case FillStep::kLong: return LongLiteral(step.integer);
+    case FillStep::kFlag: return FlagLiteral(step.integer != 0, kind_);
+    case FillStep::kNumber: return NumberLiteral(step.number);
+    case FillStep::kAmount: return Currency::FromScaled(step.integer).Text();
+    case FillStep::kDate: return RecordDateText(Date(step.number));
+    case FillStep::kFilterDate: return FilterDateLiteral(Date(step.number), kind_);
   }
   return {};
 }
@@ -267,8 +261,7 @@ FillStep Statement::StandIn(const FillStep& step, size_t index, int set) const {
   const bool negative = step.cls == FillStep::kNegative || step.cls == FillStep::kNegativeFraction;
   const bool fraction = step.cls == FillStep::kFraction || step.cls == FillStep::kNegativeFraction;
   switch (step.kind) {
-    case FillStep::kName:
-      break;
+    case FillStep::kName: break;
     case FillStep::kRaw:
     case FillStep::kText:
       if (step.IsValue()) s.text = (set ? "zSbb" : "zSa") + std::to_string(index) + "z";

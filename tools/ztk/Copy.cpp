@@ -42,8 +42,8 @@ struct Copied {
 
 // Copies one table and checks it: the rows it holds now, and (when it was
 // empty) the checksum of every value read back.
-Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target,
-                 const std::string& name, const std::string& table, int64_t before) {
+Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target, const std::string& name,
+                 const std::string& table, int64_t before) {
   const std::vector<std::string> columns = TargetColumns(*rows, *target.db, table);
   RowWriter writer(target, table, columns);
   const FlagForms flags(target, table, columns);
@@ -93,8 +93,10 @@ void Copy(const CopyOptions& options) {
   }
   NewTargetFile newFile(options.init ? options.to.db : std::string());
   if (options.init) {
-    if (!options.to.db.empty()) ZTkDb::detail::CreateModuleDatabase(options.to.db);
-    else ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
+    if (!options.to.db.empty())
+      ZTkDb::detail::CreateModuleDatabase(options.to.db);
+    else
+      ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
   } else if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
     throw Failure(
         Say(_("'{1}' does not exist (--init creates it with the module's tables)"), options.to.db));

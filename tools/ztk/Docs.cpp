@@ -23,9 +23,12 @@ std::vector<const CLI::App*> Commands(const CLI::App& app) {
 std::string Roff(const std::string& text) {
   std::string out;
   for (char c : text) {
-    if (c == '\\') out += "\\e";
-    else if (c == '-') out += "\\-";
-    else out += c;
+    if (c == '\\')
+      out += "\\e";
+    else if (c == '-')
+      out += "\\-";
+    else
+      out += c;
   }
   if (!out.empty() && (out[0] == '.' || out[0] == '\'')) out.insert(0, "\\&");
   return out;
@@ -55,12 +58,12 @@ void Describe(const CLI::App& app, const std::string& prefix, std::string& page)
 }  // namespace
 
 std::string ManPage(const CLI::App& app) {
-  std::string page =
-      ".TH ZTK 1 \"\" \"ztk " ZTKDB_VERSION "\" \"User Commands\"\n"
-      ".SH NAME\nztk \\- the help-desk module database from a terminal\n"
-      ".SH SYNOPSIS\n.B ztk\n[\\fIOPTIONS\\fR] \\fICOMMAND\\fR ...\n"
-      ".SH DESCRIPTION\n" +
-      Roff(app.get_description()) + "\n.SH OPTIONS\n";
+  std::string page = ".TH ZTK 1 \"\" \"ztk " ZTKDB_VERSION
+                     "\" \"User Commands\"\n"
+                     ".SH NAME\nztk \\- the help-desk module database from a terminal\n"
+                     ".SH SYNOPSIS\n.B ztk\n[\\fIOPTIONS\\fR] \\fICOMMAND\\fR ...\n"
+                     ".SH DESCRIPTION\n" +
+                     Roff(app.get_description()) + "\n.SH OPTIONS\n";
   Options(app, page);
   page += ".SH COMMANDS\n";
   Describe(app, "", page);

@@ -201,9 +201,7 @@ bool ParseValue(FieldKind kind, const std::string& text, FieldValue& out, std::s
       why = Say(_("expected a number such as 1,5 or 1.5, got '{1}'"), text);
       return false;
     }
-    case FieldKind::kText:
-      out = text;
-      return true;
+    case FieldKind::kText: out = text; return true;
   }
   return false;
 }
@@ -224,12 +222,9 @@ std::string ExactMoneyText(const Currency& c) {
 std::string VariantText(const ZTkDb::Variant& v) {
   if (v.IsNull() || v.IsEmpty()) return "";
   switch (v.Type()) {
-    case ZTkDb::vtDate:
-      return DeskText(FieldValue(v.ToDate()));
-    case ZTkDb::vtCurrency:
-      return DeskText(FieldValue(v.ToCurrency()));
-    case ZTkDb::vtBoolean:
-      return DeskText(FieldValue(v.ToBool()));
+    case ZTkDb::vtDate: return DeskText(FieldValue(v.ToDate()));
+    case ZTkDb::vtCurrency: return DeskText(FieldValue(v.ToCurrency()));
+    case ZTkDb::vtBoolean: return DeskText(FieldValue(v.ToBool()));
     default: return v.ToString();
   }
 }

@@ -94,16 +94,20 @@ class JetTable {
     const unsigned char* p = mdb_->pg_buf + col->cur_value_start;
     switch (col->col_type) {
       case MDB_BYTE: return Variant(static_cast<uint8_t>(p[0]));
-      case MDB_INT: return Variant(static_cast<int16_t>(mdb_get_int16(mdb_->pg_buf, col->cur_value_start)));
-      case MDB_LONGINT: return Variant(static_cast<int32_t>(mdb_get_int32(mdb_->pg_buf, col->cur_value_start)));
+      case MDB_INT:
+        return Variant(static_cast<int16_t>(mdb_get_int16(mdb_->pg_buf, col->cur_value_start)));
+      case MDB_LONGINT:
+        return Variant(static_cast<int32_t>(mdb_get_int32(mdb_->pg_buf, col->cur_value_start)));
       case MDB_MONEY: {
         int64_t scaled = 0;
         std::memcpy(&scaled, p, sizeof scaled);  // little-endian, as the file and this machine
         return Variant(ZTkDb::Currency::FromScaled(scaled));
       }
-      case MDB_FLOAT: return Variant(static_cast<double>(mdb_get_single(mdb_->pg_buf, col->cur_value_start)));
+      case MDB_FLOAT:
+        return Variant(static_cast<double>(mdb_get_single(mdb_->pg_buf, col->cur_value_start)));
       case MDB_DOUBLE: return Variant(mdb_get_double(mdb_->pg_buf, col->cur_value_start));
-      case MDB_DATETIME: return Variant(ZTkDb::Date(mdb_get_double(mdb_->pg_buf, col->cur_value_start)));
+      case MDB_DATETIME:
+        return Variant(ZTkDb::Date(mdb_get_double(mdb_->pg_buf, col->cur_value_start)));
       case MDB_NUMERIC: return Variant(std::strtod(bound, nullptr));
       default: break;
     }
@@ -154,8 +158,8 @@ std::string ModuleName(const std::string& table) {
 }
 
 struct Planned {
-  std::string source;  // as the file names it
-  std::string target;  // as the statements name it on the target
+  std::string source;                       // as the file names it
+  std::string target;                       // as the statements name it on the target
   std::vector<unsigned> columns;            // the file's columns copied
   std::vector<std::string> target_columns;  // as the statements name them
   bool created = false;

@@ -145,12 +145,8 @@ template <typename List, typename Sort>
 void Read(List& list, Query query, const ListFilter& f, Sort sort) {
   const int32_t days = f.days;
   switch (query) {
-    case Query::kAll:
-      list.ReadAll(sort);
-      break;
-    case Query::kObj:
-      list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ));
-      break;
+    case Query::kAll: list.ReadAll(sort); break;
+    case Query::kObj: list.ReadByObj(f.obj, static_cast<ZTkDb::TkObjTypes>(f.typ)); break;
     case Query::kPeriod:
       list.ReadAllInZeitraum(ParseDateOption("--from", f.from), ParseDateOption("--to", f.to));
       break;

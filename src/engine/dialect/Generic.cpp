@@ -78,25 +78,16 @@ std::string IsoDateLiteral(const Date& date) { return "'" + date.IsoText() + "'"
 const char* ServerDialect::ColumnType(DaoFieldType type) const {
   const ColumnTypes& t = Types();
   switch (type) {
-    case dbBoolean:
-      return t.flag;
-    case dbByte:
-      return t.byte;
-    case dbInteger:
-      return t.integer;
-    case dbLong:
-      return t.long_integer;
-    case dbCurrency:
-      return t.currency;
+    case dbBoolean: return t.flag;
+    case dbByte: return t.byte;
+    case dbInteger: return t.integer;
+    case dbLong: return t.long_integer;
+    case dbCurrency: return t.currency;
     case dbSingle:
-    case dbDouble:
-      return t.floating;
-    case dbDate:
-      return t.date;
-    case dbMemo:
-      return t.memo;
-    case dbText:
-      return t.text;
+    case dbDouble: return t.floating;
+    case dbDate: return t.date;
+    case dbMemo: return t.memo;
+    case dbText: return t.text;
   }
   return t.text;
 }

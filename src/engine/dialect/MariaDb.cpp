@@ -55,25 +55,16 @@ class MariaDb final : public ServerDialect {
   long ErrorNumber(const std::string& /*state*/, long native,
                    const std::string& /*message*/) const override {
     switch (native) {
-      case 1062:
-        return errDuplicateValue;  // duplicate entry
-      case 1064:
-        return errSyntax;  // parse error
-      case 1146:
-        return errTableNotFound;  // no such table
-      case 1054:
-        return errTooFewParameters;  // unknown column
-      case 1205:                     // lock wait timeout
-      case 1213:
-        return errLocked;  // deadlock
-      case 1048:
-        return 3314;  // column cannot be null
-      case 1406:
-        return 3163;  // data too long for the column
-      case 1792:
-        return errReadOnly;  // read-only transaction
-      default:
-        return 0;
+      case 1062: return errDuplicateValue;    // duplicate entry
+      case 1064: return errSyntax;            // parse error
+      case 1146: return errTableNotFound;     // no such table
+      case 1054: return errTooFewParameters;  // unknown column
+      case 1205:                              // lock wait timeout
+      case 1213: return errLocked;            // deadlock
+      case 1048: return 3314;                 // column cannot be null
+      case 1406: return 3163;                 // data too long for the column
+      case 1792: return errReadOnly;          // read-only transaction
+      default: return 0;
     }
   }
 

@@ -223,11 +223,10 @@ class Postgres final : public ServerDialect {
     // psqlodbc reports a session that died under a prepared statement as a
     // general error carrying libpq's words; whether the statement ran is
     // not known then.
-    if (state == "HY000" && (message.find("server closed the connection unexpectedly") !=
-                                 std::string::npos ||
-                             message.find("terminating connection due to administrator command") !=
-                                 std::string::npos ||
-                             message.find("no connection to the server") != std::string::npos)) {
+    if (state == "HY000" &&
+        (message.find("server closed the connection unexpectedly") != std::string::npos ||
+         message.find("terminating connection due to administrator command") != std::string::npos ||
+         message.find("no connection to the server") != std::string::npos)) {
       return Loss::kSessionLost;
     }
     return ServerDialect::SessionLoss(state, native, message);

@@ -81,9 +81,8 @@ void BlockFetcher::Bind(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool n
   }
 }
 
-void BlockFetcher::Read(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool narrow,
-                        RowSet& rows, const std::function<void(const char*)>& fail,
-                        uint64_t keep) {
+void BlockFetcher::Read(SQLHSTMT stmt, const std::vector<Fetch>& fetches, bool narrow, RowSet& rows,
+                        const std::function<void(const char*)>& fail, uint64_t keep) {
   if (fetches.empty()) return;
   Unbind unbind{stmt};
   if (keep == 0 || keep != bound_ || fetches != bound_fetches_) {
@@ -143,8 +142,7 @@ void BlockFetcher::AppendCell(SQLHSTMT stmt, SQLUSMALLINT column, size_t row, Fe
       return AppendTimestamp(rows, ts);
     }
     case Fetch::kCurrency:
-    case Fetch::kText:
-      break;
+    case Fetch::kText: break;
   }
   const SQLLEN unit = c.c_type == SQL_C_WCHAR ? static_cast<SQLLEN>(sizeof(SQLWCHAR)) : 1;
   if (indicator == SQL_NO_TOTAL || indicator > c.width - unit) {
@@ -158,7 +156,8 @@ void BlockFetcher::AppendCell(SQLHSTMT stmt, SQLUSMALLINT column, size_t row, Fe
     }
   } else if (c.c_type == SQL_C_WCHAR) {
     text_.clear();
-    AppendUtf8(text_, reinterpret_cast<const SQLWCHAR*>(cell), static_cast<size_t>(indicator) / sizeof(SQLWCHAR));
+    AppendUtf8(text_, reinterpret_cast<const SQLWCHAR*>(cell),
+               static_cast<size_t>(indicator) / sizeof(SQLWCHAR));
   } else {
     text_.assign(cell, static_cast<size_t>(indicator));
   }

@@ -163,7 +163,10 @@ auto OdbcDatabase::OnLiveSession(bool idempotent, Run&& run) -> decltype(run()) 
 }
 
 OdbcDatabase::OdbcDatabase(OdbcEnv env, OdbcDbc dbc, std::string connect, bool readOnly)
-    : env_(std::move(env)), dbc_(std::move(dbc)), connect_(std::move(connect)), read_only_(readOnly) {
+    : env_(std::move(env)),
+      dbc_(std::move(dbc)),
+      connect_(std::move(connect)),
+      read_only_(readOnly) {
   dbms_ = GetInfoText(dbc_.Get(), SQL_DBMS_NAME);
   dialect_ = &DialectForDbms(dbms_);
   narrow_ = dialect_->NarrowText();
@@ -298,7 +301,8 @@ SQLHDBC OdbcDatabase::Handle() {
 OdbcStmt OdbcDatabase::NewStatement() {
   SQLHANDLE raw = SQL_NULL_HANDLE;
   SQLHDBC dbc = Handle();
-  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &raw))) Fail(SQL_HANDLE_DBC, dbc, "SQLAllocHandle");
+  if (!Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &raw)))
+    Fail(SQL_HANDLE_DBC, dbc, "SQLAllocHandle");
   return OdbcStmt(raw);
 }
 
@@ -445,7 +449,8 @@ std::shared_ptr<const RowSet> OdbcDatabase::RunQuery(const std::string& text, bo
     schema_version_ = std::move(now);
   }
   OdbcStmt stmt = NewStatement();
-  if (ExecDirect(stmt, text) == SQL_NO_DATA) return std::make_shared<RowSet>(std::vector<std::string>{});
+  if (ExecDirect(stmt, text) == SQL_NO_DATA)
+    return std::make_shared<RowSet>(std::vector<std::string>{});
   return ReadResult(stmt.Get(), nullptr);
 }
 
@@ -473,8 +478,8 @@ std::vector<std::string> OdbcDatabase::TableNames() {
 
 void OdbcDatabase::AddColumn(const std::string& table, const NewColumn& column) {
   if (read_only_) RaiseReadOnly(kSource);
-  std::string sql = "ALTER TABLE " + table + " ADD " + column.name + " " +
-                    dialect_->ColumnType(column.type);
+  std::string sql =
+      "ALTER TABLE " + table + " ADD " + column.name + " " + dialect_->ColumnType(column.type);
   if (!column.default_value.IsEmpty() && !column.default_value.IsNull()) {
     sql += " DEFAULT " + column.default_value.ToString();
   } else if (column.required) {

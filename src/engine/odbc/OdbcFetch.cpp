@@ -64,30 +64,21 @@ Fetch FetchFor(SQLSMALLINT type, SQLSMALLINT digits, const std::string& typeName
   if (TypeNameSays(typeName, "currency") || TypeNameSays(typeName, "money"))
     return Fetch::kCurrency;
   switch (type) {
-    case SQL_BIT:
-      return Fetch::kBool;
-    case SQL_TINYINT:
-      return Fetch::kByte;
-    case SQL_SMALLINT:
-      return Fetch::kShort;
-    case SQL_INTEGER:
-      return Fetch::kLong;
-    case SQL_BIGINT:
-      return Fetch::kBigint;
+    case SQL_BIT: return Fetch::kBool;
+    case SQL_TINYINT: return Fetch::kByte;
+    case SQL_SMALLINT: return Fetch::kShort;
+    case SQL_INTEGER: return Fetch::kLong;
+    case SQL_BIGINT: return Fetch::kBigint;
     case SQL_REAL:
     case SQL_FLOAT:
-    case SQL_DOUBLE:
-      return Fetch::kDouble;
+    case SQL_DOUBLE: return Fetch::kDouble;
     case SQL_NUMERIC:
-    case SQL_DECIMAL:
-      return digits <= 4 ? Fetch::kCurrency : Fetch::kDouble;
+    case SQL_DECIMAL: return digits <= 4 ? Fetch::kCurrency : Fetch::kDouble;
     case SQL_TYPE_DATE:
     case SQL_TYPE_TIMESTAMP:
     case SQL_DATE:
-    case SQL_TIMESTAMP:
-      return Fetch::kDate;
-    default:
-      break;
+    case SQL_TIMESTAMP: return Fetch::kDate;
+    default: break;
   }
   if (TypeNameSays(typeName, "date") || TypeNameSays(typeName, "time")) return Fetch::kDate;
   if (TypeNameSays(typeName, "bit") || TypeNameSays(typeName, "bool")) return Fetch::kBool;
@@ -157,7 +148,8 @@ void AppendCurrencyText(RowSet& rows, const std::string& text) {
 
 void AppendTimestamp(RowSet& rows, const SQL_TIMESTAMP_STRUCT& ts) {
   try {
-    rows.AppendDate(Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
+    rows.AppendDate(
+        Date::FromYmd(ts.year, ts.month, ts.day, ts.hour, ts.minute, ts.second).Value());
   } catch (const Error&) {
     // No calendar date (a server's zero date): the field that reads it raises.
     rows.AppendText(std::to_string(ts.year) + "-" + std::to_string(ts.month) + "-" +
@@ -253,15 +245,9 @@ ColumnDescription Describe(SQLHSTMT stmt, SQLUSMALLINT column, bool narrow, bool
   d.type = static_cast<SQLSMALLINT>(type);
   if (type == SQL_DATETIME) {
     switch (NumberAttribute(stmt, column, SQL_DESC_DATETIME_INTERVAL_CODE)) {
-      case SQL_CODE_DATE:
-        d.type = SQL_TYPE_DATE;
-        break;
-      case SQL_CODE_TIME:
-        d.type = SQL_TYPE_TIME;
-        break;
-      default:
-        d.type = SQL_TYPE_TIMESTAMP;
-        break;
+      case SQL_CODE_DATE: d.type = SQL_TYPE_DATE; break;
+      case SQL_CODE_TIME: d.type = SQL_TYPE_TIME; break;
+      default: d.type = SQL_TYPE_TIMESTAMP; break;
     }
   }
   d.digits = static_cast<SQLSMALLINT>(NumberAttribute(stmt, column, SQL_DESC_SCALE));

@@ -191,8 +191,10 @@ bool OdbcDatabase::ExecutePrepared(Prepared& p, const LiftedStatement& lifted) {
         params.narrow.push_back(v.text);
         params.lengths.push_back(static_cast<SQLLEN>(v.text.size()));
         const size_t dot = v.text.find('.');
-        const size_t digits = v.text.size() - (v.text.starts_with('-') ? 1 : 0) - (dot != std::string::npos);
-        const auto scale = static_cast<SQLSMALLINT>(dot == std::string::npos ? 0 : v.text.size() - dot - 1);
+        const size_t digits =
+            v.text.size() - (v.text.starts_with('-') ? 1 : 0) - (dot != std::string::npos);
+        const auto scale =
+            static_cast<SQLSMALLINT>(dot == std::string::npos ? 0 : v.text.size() - dot - 1);
         rc = SQLBindParameter(s, k, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_DECIMAL,
                               std::max<SQLULEN>(digits, 1), scale, params.narrow.back().data(),
                               params.lengths.back(), &params.lengths.back());
@@ -323,8 +325,7 @@ int64_t OdbcDatabase::InsertBound(const std::string& head, size_t width,
       break;
     }
   }
-  const size_t perStatement =
-      std::clamp<size_t>(lifting_.max_values / width, 1, kRowsPerInsert);
+  const size_t perStatement = std::clamp<size_t>(lifting_.max_values / width, 1, kRowsPerInsert);
   LiftedStatement lifted;
   for (size_t first = 0; first < rows.size(); first += perStatement) {
     const size_t count = std::min(perStatement, rows.size() - first);
@@ -440,13 +441,15 @@ std::shared_ptr<const RowSet> OdbcDatabase::RunInChunks(const std::string& text,
 
 // A block of rows at a time where the driver allows it, else row by row,
 // each cell read with SQLGetData into its kind.
-std::shared_ptr<const RowSet> OdbcDatabase::FetchRows(SQLHSTMT stmt, const std::vector<Fetch>& fetches,
+std::shared_ptr<const RowSet> OdbcDatabase::FetchRows(SQLHSTMT stmt,
+                                                      const std::vector<Fetch>& fetches,
                                                       std::shared_ptr<RowSet> rows, uint64_t keep) {
   const auto columns = static_cast<SQLUSMALLINT>(fetches.size());
   if (columns == 0) return rows;
   if (blocks_) {
-    blocks_->Read(stmt, fetches, narrow_, *rows,
-                  [&](const char* what) { Fail(SQL_HANDLE_STMT, stmt, what); }, keep);
+    blocks_->Read(
+        stmt, fetches, narrow_, *rows, [&](const char* what) { Fail(SQL_HANDLE_STMT, stmt, what); },
+        keep);
     return rows;
   }
   for (;;) {

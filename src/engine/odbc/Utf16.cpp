@@ -56,15 +56,9 @@ std::basic_string<SQLWCHAR> ToUtf16(std::string_view utf8) {
     };
     char32_t cp = 0;
     switch (len) {
-      case 1:
-        cp = b(0);
-        break;
-      case 2:
-        cp = ((b(0) & 0x1F) << 6) | (b(1) & 0x3F);
-        break;
-      case 3:
-        cp = ((b(0) & 0x0F) << 12) | ((b(1) & 0x3F) << 6) | (b(2) & 0x3F);
-        break;
+      case 1: cp = b(0); break;
+      case 2: cp = ((b(0) & 0x1F) << 6) | (b(1) & 0x3F); break;
+      case 3: cp = ((b(0) & 0x0F) << 12) | ((b(1) & 0x3F) << 6) | (b(2) & 0x3F); break;
       default:
         cp = ((b(0) & 0x07) << 18) | ((b(1) & 0x3F) << 12) | ((b(2) & 0x3F) << 6) | (b(3) & 0x3F);
     }

@@ -19,7 +19,6 @@
 namespace ZTkDb::detail {
 namespace {
 
-
 ColumnKind ClassifyDeclared(const std::string& declared) {
   std::string d = declared;
   for (char& c : d) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
@@ -51,10 +50,11 @@ bool ParseStoredDate(std::string_view t, double& ole) {
 }
 
 void AppendInteger64(RowSet& rows, sqlite3_int64 v) {
-  if (v >= INT32_MIN && v <= INT32_MAX) rows.AppendLong(static_cast<int32_t>(v));
-  else rows.AppendDouble(static_cast<double>(v));
+  if (v >= INT32_MIN && v <= INT32_MAX)
+    rows.AppendLong(static_cast<int32_t>(v));
+  else
+    rows.AppendDouble(static_cast<double>(v));
 }
-
 
 }  // namespace
 
@@ -80,7 +80,8 @@ std::string_view ValueText(sqlite3_value* v) {
 
 std::string_view ColumnText(sqlite3_stmt* s, int i) {
   const auto* p = reinterpret_cast<const char*>(sqlite3_column_text(s, i));
-  return p ? std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i))) : std::string_view();
+  return p ? std::string_view(p, static_cast<size_t>(sqlite3_column_bytes(s, i)))
+           : std::string_view();
 }
 
 void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind, DateMemo* memo) {
@@ -93,7 +94,8 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind, DateMemo*
     // The column stores every number as its text: the text (or a blob's
     // bytes) is the value, without asking for its type first.
     const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(cell));
-    if (p) return rows.AppendText(std::string_view(p, static_cast<size_t>(sqlite3_value_bytes(cell))));
+    if (p)
+      return rows.AppendText(std::string_view(p, static_cast<size_t>(sqlite3_value_bytes(cell))));
     if (sqlite3_value_type(cell) == SQLITE_NULL) return rows.AppendNull();
     // A value with bytes but no text: SQLite ran out of memory making one.
     if (sqlite3_value_bytes(cell) > 0) Raise(7, "ZTkDb.Recordset", "Out of memory");
@@ -145,7 +147,8 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind, DateMemo*
       if (type == SQLITE_TEXT) {
         const std::string_view text = ValueText(cell);
         const bool memorable = memo && text.size() == sizeof memo->text;
-        if (memorable && memo->valid && std::memcmp(memo->text, text.data(), sizeof memo->text) == 0) {
+        if (memorable && memo->valid &&
+            std::memcmp(memo->text, text.data(), sizeof memo->text) == 0) {
           return rows.AppendDate(memo->ole);
         }
         double stored = 0;
@@ -169,8 +172,7 @@ void AppendCell(RowSet& rows, sqlite3_stmt* s, int i, ColumnKind kind, DateMemo*
     case ColumnKind::kLong:
     case ColumnKind::kText:
     case ColumnKind::kStoredText:
-    case ColumnKind::kAuto:
-      break;
+    case ColumnKind::kAuto: break;
   }
   // What the declared type does not explain is delivered as it is stored.
   if (type == SQLITE_INTEGER) return AppendInteger64(rows, sqlite3_value_int64(cell));

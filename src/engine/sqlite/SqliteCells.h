@@ -15,7 +15,16 @@ class RowSet;
 // kStoredText: a column of TEXT affinity (CHAR, TEXT, CLOB), which holds
 // only texts, blobs and Nulls; kText also MEMO, which may hold numbers.
 enum class ColumnKind {
-  kAuto, kBool, kByte, kInteger, kLong, kDouble, kCurrency, kDate, kText, kStoredText
+  kAuto,
+  kBool,
+  kByte,
+  kInteger,
+  kLong,
+  kDouble,
+  kCurrency,
+  kDate,
+  kText,
+  kStoredText
 };
 
 ColumnKind KindFromDeclared(const char* declared);

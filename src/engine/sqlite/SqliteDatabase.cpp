@@ -144,7 +144,9 @@ std::string FileUri(const std::string& path, bool readOnly) {
   bool ignored = false;
   const bool writerFiles = FileExists(path + "-wal", ignored) && FileExists(path + "-shm", ignored);
   const size_t slash = path.rfind('/');
-  const std::string dir = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+  const std::string dir = slash == std::string::npos ? "."
+                          : slash == 0               ? "/"
+                                                     : path.substr(0, slash);
   const bool mayWrite = ::access(path.c_str(), W_OK) == 0 && ::access(dir.c_str(), W_OK) == 0;
   return uri + (writerFiles || mayWrite ? "?mode=ro" : "?immutable=1");
 }
@@ -270,7 +272,8 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
   if (path.empty() || !FileExists(path, isDirectory, &size)) {
     Raise(errFileNotFound, kSource, "Could not find file '" + path + "'.");
   }
-  if (isDirectory) Raise(errCannotOpenFile, kSource, "'" + path + "' is a folder, not a database file.");
+  if (isDirectory)
+    Raise(errCannotOpenFile, kSource, "'" + path + "' is a folder, not a database file.");
   // SQLite would take an empty file for a new database and make it one.
   if (size == 0) {
     Raise(errCannotOpenFile, kSource,
@@ -286,8 +289,8 @@ std::shared_ptr<SqliteDatabase> SqliteDatabase::Open(const std::string& path, bo
   sqlite3* raw = nullptr;
   // No per-call mutex: a connection serves the thread that opened it, and
   // the library takes no locks of its own either.
-  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX |
-                    SQLITE_OPEN_URI;
+  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
+                    SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
   const int rc = sqlite3_open_v2(FileUri(path, readOnly).c_str(), &raw, flags, nullptr);
   std::unique_ptr<sqlite3, SqliteCloser> db(raw);
   if (rc != SQLITE_OK) {
@@ -324,9 +327,9 @@ void SqliteDatabase::Create(const std::string& path, const std::string& ddl) {
     Raise(3204, kSource, "Database '" + path + "' already exists.");
   }
   sqlite3* raw = nullptr;
-  const int rc = sqlite3_open_v2(path.c_str(), &raw,
-                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE,
-                                 nullptr);
+  const int rc =
+      sqlite3_open_v2(path.c_str(), &raw,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_EXCLUSIVE, nullptr);
   std::unique_ptr<sqlite3, SqliteCloser> db(raw);
   if (rc != SQLITE_OK) {
     Raise(errCannotOpenFile, kSource,
@@ -364,7 +367,8 @@ std::string SqliteDatabase::Adapt(const std::string& sql, StatementFacts* facts)
 // one will open again; they are refused instead.
 void SqliteDatabase::RefuseIfMoved() {
   int moved = 0;
-  if (sqlite3_file_control(Handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK && moved) {
+  if (sqlite3_file_control(Handle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK &&
+      moved) {
     Raise(errCannotOpenFile, kSource,
           "The database file '" + path_ +
               "' was moved or deleted after it was opened; nothing was written. Open it again "
@@ -414,7 +418,8 @@ int64_t SqliteDatabase::Execute(const std::string& sql) {
 
 // One prepared single-row INSERT stepped per row: SQLite has no round trip
 // to save, and a statement of many rows would only parse longer.
-int64_t SqliteDatabase::InsertRows(const std::string& table, const std::vector<std::string>& columns,
+int64_t SqliteDatabase::InsertRows(const std::string& table,
+                                   const std::vector<std::string>& columns,
                                    const std::vector<std::vector<Variant>>& rows) {
   sqlite3* db = Handle();
   if (read_only_) RaiseReadOnly();

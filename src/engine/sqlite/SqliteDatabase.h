@@ -34,7 +34,7 @@ class SqliteDatabase final : public Database {
   // process. Writes into a file that was moved or deleted while open are
   // refused (3051).
   ZTKDB_TOOL static std::shared_ptr<SqliteDatabase> Open(const std::string& path, bool exclusive,
-                                              bool readOnly);
+                                                         bool readOnly);
   // Creates a new database file from `ddl`; refuses an existing file (3204).
   static void Create(const std::string& path, const std::string& ddl);
 
