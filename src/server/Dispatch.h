@@ -145,7 +145,7 @@ Out Result(T&& value) {
     out.value = Variant(static_cast<int32_t>(value));
   } else if constexpr (requires { typename V::element_type; }) {
     out.is_object = true;
-    if (value) out.object = Box(std::move(value));
+    if (value) out.object = Box(std::forward<T>(value));
   } else {
     out.value = Variant(V(value));
   }

@@ -42,6 +42,7 @@ std::vector<std::string> RowCsv(const std::vector<Field<R>>& fields, const R& re
 template <typename R>
 Table CsvTable(const std::vector<Field<R>>& fields) {
   std::vector<std::string> names;
+  names.reserve(fields.size());
   for (const auto& f : fields) names.push_back(f.name);
   return Table(names);
 }

@@ -29,6 +29,7 @@ std::vector<std::string> TargetColumns(const RowSet& source, Database& target,
                                        const std::string& table) {
   const auto columns = target.Columns(table);
   std::vector<std::string> out;
+  out.reserve(static_cast<size_t>(source.ColumnCount()));
   for (int32_t i = 0; i < source.ColumnCount(); ++i) {
     out.push_back(TargetColumn(columns, source.Name(i), table));
   }
@@ -141,7 +142,7 @@ void Copy(const CopyOptions& options) {
     // The next table is read from the source while this one is written:
     // the two ends are different connections, each used by one thread at
     // a time.
-    auto read = [&source](std::string table) {
+    auto read = [&source](const std::string& table) {
       return source.db->Query("SELECT * FROM " + table, ZTkDb::detail::ResultSize::kMany);
     };
     std::future<std::shared_ptr<const RowSet>> next;

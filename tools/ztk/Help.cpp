@@ -157,7 +157,7 @@ std::string Nearest(const std::string& typed, const std::vector<std::string>& kn
 }
 
 std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
-  const std::string what = e.what();
+  std::string what = e.what();
   if (what.find("At Most 1 required but received") != std::string::npos) {
     return Say(_("{1} was given more than once"), what.substr(0, what.find(':')));
   }

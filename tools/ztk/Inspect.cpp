@@ -51,6 +51,7 @@ void Query(Session& session, const std::string& sql, const OutputOptions& out) {
   ZTkDb::Recordset rs(db, sql, db->Query(sql));
   const int32_t count = rs.FieldCount();
   std::vector<std::string> names;
+  names.reserve(static_cast<size_t>(count));
   for (int32_t i = 0; i < count; ++i) names.push_back(rs.FieldName(i));
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
   std::vector<std::vector<std::string>> lines;
@@ -61,7 +62,7 @@ void Query(Session& session, const std::string& sql, const OutputOptions& out) {
       nlohmann::ordered_json row = nlohmann::ordered_json::object();
       std::vector<std::string> cells;
       for (int32_t i = 0; i < count; ++i) {
-        const ZTkDb::Variant v = rs.Fields(i);
+        const ZTkDb::Variant& v = rs.Fields(i);
         const auto at = static_cast<size_t>(i);
         cells.push_back(out.csv && !out.local ? MachineCell(v) : VariantText(v));
         row[names[at]] = VariantJson(v);

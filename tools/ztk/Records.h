@@ -172,6 +172,7 @@ void PrintList(List& list, const OutputOptions& out, Keep keep = nullptr) {
   for (auto item = list.MoveFirst(); item; item = list.MoveNext()) {
     if (!Kept(keep, *item)) continue;
     std::vector<std::string> row;
+    row.reserve(columns.size());
     for (const auto& c : columns) row.push_back(c.cell(*item));
     table.Add(std::move(row));
   }
