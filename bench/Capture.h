@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/Database.h"
 
 namespace bench {
@@ -20,7 +20,7 @@ class Capturing : public ZTkDb::detail::Database {
   Capturing(std::shared_ptr<ZTkDb::detail::Database> inner,
             std::function<std::string(const std::string&)> adapt)
       : inner_(std::move(inner)), adapt_(std::move(adapt)) {}
-  int16_t Kind() const override { return inner_->Kind(); }
+  ZTkDb::detail::StorageKind Kind() const override { return inner_->Kind(); }
   int64_t LargestAmount() const override { return inner_->LargestAmount(); }
   const std::string& Path() const override { return inner_->Path(); }
   int64_t Execute(const std::string& sql) override {

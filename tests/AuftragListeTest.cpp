@@ -171,7 +171,7 @@ TEST_P(AuftragListen, PeriodsAndTheTwoMeaningsOfOrdersWithoutReport) {
   // Embedded: unlinked, raised up to datBis and not done before datVon (3
   // was raised before the period and done inside it). ODBC: unlinked and
   // raised in the period, or still open and raised before it.
-  const bool embedded = db.Kind() == 1;
+  const bool embedded = db.Jet();
   list.ReadAllInZeitNoMsg(t.AddDays(-45), t);
   EXPECT_EQ(Walk(), embedded ? (Nrs{3, 6, 4, 7, 5}) : (Nrs{6, 4, 7, 5}));
   for (auto item = list.MoveFirst(); item; item = list.MoveNext()) EXPECT_EQ(item->MeldungId(), 0);

@@ -7,7 +7,7 @@
 #include "Engines.h"
 #include "RecordingDatabase.h"
 #include "TestSupport.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "ztkdb/CLeistung.h"
 #include "ztkdb/CLeistungListe.h"
 #include "ztkdb/CMaterial.h"
@@ -249,9 +249,9 @@ TEST_P(Buchungen, ListsByOrderAndRecipient) {
 
   leistungen.ReadAllRechEmpfNotEmpty();  // '' and Null both left out
   EXPECT_EQ(leistungen.Count(), 2);
-  detail::DbDialect::oracle = true;
+  detail::ProcessFlags::oracle = true;
   leistungen.ReadAllRechEmpfNotEmpty();  // only Null left out
-  detail::DbDialect::oracle = false;
+  detail::ProcessFlags::oracle = false;
   EXPECT_EQ(leistungen.Count(), 3);
   leistungen.ReadAll();
   EXPECT_EQ(leistungen.Count(), 4);
@@ -337,9 +337,9 @@ TEST(BuchungStatements, LiteralFormsPerKind) {
   EXPECT_EQ(odbc.db->statements.back(),
             "SELECT T_Leistung.* FROM T_Leistung WHERE T_Leistung.lAuftragId = 4 ORDER BY "
             "T_Leistung.lId");
-  detail::DbDialect::oracle = true;
+  detail::ProcessFlags::oracle = true;
   leistungen.ReadAllRechEmpfNotEmpty();
-  detail::DbDialect::oracle = false;
+  detail::ProcessFlags::oracle = false;
   EXPECT_EQ(odbc.db->statements.back(),
             "SELECT T_Leistung.* FROM T_Leistung WHERE NOT T_Leistung.stRechnEmpf IS NULL");
   leistungen.ReadAllRechEmpfNotEmpty();

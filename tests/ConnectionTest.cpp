@@ -8,8 +8,9 @@
 #include "TestData.h"
 #include "TestSupport.h"
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
 #include "connection/UIdGenerator.h"
+#include "connection/WorkspaceNames.h"
+#include "engine/RecordsetAccess.h"
 #include "engine/TableDef.h"
 #include "engine/sqlite/SqliteDatabase.h"
 #include "ztkdb/CAuftrag.h"
@@ -19,7 +20,7 @@
 
 using namespace ZTkDb;
 using detail::DbConnectionRegistry;
-using detail::DbDialect;
+using detail::ProcessFlags;
 
 namespace {
 
@@ -30,12 +31,12 @@ detail::DbConnection* Registered(const std::string& client) {
 }  // namespace
 
 TEST(CTkDb, WorkspaceNameFollowsTheJetFlagAtTheMomentOfTheCall) {
-  const bool saved = DbDialect::jet;
-  DbDialect::jet = true;
+  const bool saved = ProcessFlags::jet_workspace_names;
+  ProcessFlags::jet_workspace_names = true;
   EXPECT_EQ(detail::WorkspaceName("Haus"), "Haus_ZTk");
-  DbDialect::jet = false;
+  ProcessFlags::jet_workspace_names = false;
   EXPECT_EQ(detail::WorkspaceName("Haus"), "Haus_Zanto");
-  DbDialect::jet = saved;
+  ProcessFlags::jet_workspace_names = saved;
 }
 
 TEST(CTkDb, OwnerClosesBorrowerDoesNot) {
@@ -43,7 +44,7 @@ TEST(CTkDb, OwnerClosesBorrowerDoesNot) {
   {
     CTkDb first;
     first.OpenJetDb("own", temp.Path(), false, false);
-    EXPECT_TRUE(DbDialect::jet);
+    EXPECT_TRUE(ProcessFlags::jet_workspace_names);
     ASSERT_NE(Registered("own"), nullptr);
     EXPECT_EQ(first.DbPath(), temp.Path());
     ASSERT_NE(first.Ws(), nullptr);
@@ -102,11 +103,11 @@ TEST(CTkDb, FailedJetOpenRaisesAndLeavesNoEntry) {
 
 TEST(CTkDb, OdbcFailureShowsTheBoxAndSetsTheFlags) {
   ztktest::CapturedBoxes boxes;
-  DbDialect::jet = true;
+  ProcessFlags::jet_workspace_names = true;
   CTkDb tkdb;
   EXPECT_NO_THROW(tkdb.OpenOdbcDb("ora", "DSN=nirgends;zantooracle=1", false, false));
-  EXPECT_FALSE(DbDialect::jet);
-  EXPECT_TRUE(DbDialect::oracle);
+  EXPECT_FALSE(ProcessFlags::jet_workspace_names);
+  EXPECT_TRUE(ProcessFlags::oracle);
   ASSERT_EQ(boxes.boxes.size(), 1u);
   EXPECT_TRUE(boxes.boxes[0].critical);
   EXPECT_EQ(boxes.boxes[0].title, "ZTkDb");
@@ -117,8 +118,8 @@ TEST(CTkDb, OdbcFailureShowsTheBoxAndSetsTheFlags) {
   // The Oracle flag survives a later Jet open.
   ztktest::TempDb temp;
   tkdb.OpenJetDb("danach", temp.Path(), false, false);
-  EXPECT_TRUE(DbDialect::oracle);
-  DbDialect::oracle = false;  // process-wide: leave it as other tests expect
+  EXPECT_TRUE(ProcessFlags::oracle);
+  ProcessFlags::oracle = false;  // process-wide: leave it as other tests expect
 }
 
 TEST(CTkDb, UpgradeAddsOrderTypeToOldDatabasesOnce) {
@@ -135,8 +136,8 @@ TEST(CTkDb, UpgradeAddsOrderTypeToOldDatabasesOnce) {
   auto field = detail::Fields(db, "T_Auftrag").Item("byAuftragstyp");
   EXPECT_EQ(field.declared_type, "TINYINT");
   auto rows = db->Query("SELECT byAuftragstyp FROM T_Auftrag");
-  Recordset rs(db, "", rows);
-  EXPECT_EQ(rs.Fields("byAuftragstyp").ToByte(), 0);
+  auto rs = detail::RecordsetAccess::Make(db, "", rows);
+  EXPECT_EQ(rs->Fields("byAuftragstyp").ToByte(), 0);
 
   // A second open, also a borrowing one, adds nothing.
   CTkDb again;
@@ -156,9 +157,10 @@ TEST(CTkDb, WorkspaceTransactionsCommitAndRollBack) {
   ws->BeginTrans();
   db->Execute("INSERT INTO T_MsgOrderDokument (stUId) VALUES ('bleibt')");
   ws->CommitTrans();
-  Recordset rs(db, "", db->Query("SELECT stUId FROM T_MsgOrderDokument"));
-  ASSERT_EQ(rs.RecordCount(), 1);
-  EXPECT_EQ(rs.Fields("stUId").ToString(), "bleibt");
+  auto rs =
+      detail::RecordsetAccess::Make(db, "", db->Query("SELECT stUId FROM T_MsgOrderDokument"));
+  ASSERT_EQ(rs->RecordCount(), 1);
+  EXPECT_EQ(rs->Fields("stUId").ToString(), "bleibt");
   tkdb.CloseDb();
   try {
     ws->BeginTrans();

@@ -5,7 +5,7 @@
 #include "Engines.h"
 #include "TestSupport.h"
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "ztkdb/CMsgOrderDokument.h"
 #include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"

@@ -123,8 +123,10 @@ TEST_F(SqliteEngine, CloneHasItsOwnPositionAndRequerySeesNewRows) {
 TEST_F(SqliteEngine, ARecordsetKeepsItsStatementForRequery) {
   InsertDocs(3);
   // A query given a new statement leaves its recordsets the old one.
-  QueryDef q(db, detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#", 1));
-  q.SQL(std::move(detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#", 1)
+  QueryDef q(db, detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#",
+                                   detail::StorageKind::Jet));
+  q.SQL(std::move(detail::Statement("SELECT lMsgId FROM T_MsgOrderDokument WHERE lMsgId = #a#",
+                                    detail::StorageKind::Jet)
                       .Long("#a#", 3)));
   auto three = q.OpenRecordset();
   q.SQL(detail::Statement::Text("SELECT lMsgId FROM T_MsgOrderDokument"));

@@ -51,14 +51,14 @@ class EngineDb {
 
   Engine Which() const { return engine_; }
   // The storage kind the records see: 1 embedded, 2 ODBC.
-  int16_t Kind() const { return engine_ == Engine::kSqliteFile ? 1 : 2; }
+  bool Jet() const { return engine_ == Engine::kSqliteFile; }
   // A server reached through a Unicode ODBC driver (PostgreSQL, MariaDB):
   // text travels as UTF-16, and amounts are stored exactly (DECIMAL(19,4)).
   bool IsServer() const { return engine_ >= Engine::kPostgres; }
   // PostgreSQL, directly or through the pooler.
   bool IsPostgres() const { return engine_ == Engine::kPostgres || engine_ == Engine::kPgBouncer; }
   // How a true flag is stored and compared in raw statements.
-  const char* TrueText() const { return Kind() == 1 ? "-1" : "1"; }
+  const char* TrueText() const { return Jet() ? "-1" : "1"; }
   // The database's name on its server (PostgreSQL, MariaDB), once created.
   const std::string& ServerDatabase() const {
     return engine_ == Engine::kMariaDb ? maria_database_ : pg_database_;

@@ -158,12 +158,12 @@ TEST(IntegrityTemplate, FillingStopsAtItsLimitWithOutOfMemory) {
     for (int i = 0; i < 30; ++i) out += name;
     return out;
   };
-  detail::Statement sql("INSERT INTO t VALUES ('#a#')", 2);
+  detail::Statement sql("INSERT INTO t VALUES ('#a#')", detail::StorageKind::Odbc);
   sql.Raw("#a#", times("#b#")).Raw("#b#", times("#c#")).Raw("#c#", times("#d#"));
   sql.Raw("#d#", times("#e#")).Raw("#e#", times("#f#")).Raw("#f#", "xxxxx");
   EXPECT_EQ(ErrorNumberOf([&] { (void)sql.Render(); }), 7);
   // A large text that fits is filled as usual.
-  detail::Statement big("SELECT '#a#'", 2);
+  detail::Statement big("SELECT '#a#'", detail::StorageKind::Odbc);
   big.Text("#a#", std::string(8 << 20, 'x'));
   EXPECT_EQ(big.Render().size(), (8u << 20) + 9);
 }

@@ -3,8 +3,8 @@
 #include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
-#include "connection/DbDialect.h"
 #include "connection/ModuleSchema.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CMsgOrderDokument.h"
@@ -215,18 +215,18 @@ TEST(Odbc, FailedOpensShowTheBoxAndLeaveNoConnection) {
 TEST(Odbc, OracleMarkerInAnyCaseSetsTheFlagForGood) {
   const std::string pg = ztktest::PostgresConnectString("ztk_template");
   if (pg.empty()) GTEST_SKIP() << "no PostgreSQL cluster";
-  detail::DbDialect::oracle = false;
+  detail::ProcessFlags::oracle = false;
   {
     CTkDb tkdb;
     tkdb.OpenOdbcDb("orakel", pg + "zantoOracle=1;", false, true);
     EXPECT_NE(tkdb.DbPath(), "");
   }
-  EXPECT_TRUE(detail::DbDialect::oracle);
+  EXPECT_TRUE(detail::ProcessFlags::oracle);
   ztktest::TempDb file;
   CTkDb jet;
   jet.OpenJetDb("jet", file.Path(), false, false);
-  EXPECT_TRUE(detail::DbDialect::oracle);
-  detail::DbDialect::oracle = false;
+  EXPECT_TRUE(detail::ProcessFlags::oracle);
+  detail::ProcessFlags::oracle = false;
 }
 
 TEST(Odbc, ModuleSchemaOnAnEmptyServerDatabaseAllOrNothing) {

@@ -6,6 +6,7 @@
 #include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
+#include "engine/RecordsetAccess.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "ztkdb/CAuftragListe.h"
 #include "ztkdb/CTkDb.h"
@@ -41,7 +42,7 @@ class Reconnect : public ::testing::TestWithParam<Engine> {
              : "SELECT count(*) FROM information_schema.processlist WHERE id = " +
                    std::to_string(id);
       auto rows = admin->Query(probe);
-      if (Recordset(admin, "", rows).Fields(0).ToLong() == 0) return;
+      if (detail::RecordsetAccess::Make(admin, "", rows)->Fields(0).ToLong() == 0) return;
       usleep(20000);
     }
   }

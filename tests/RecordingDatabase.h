@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/Database.h"
 #include "engine/RowSet.h"
 
@@ -15,10 +15,11 @@ namespace ztktest {
 // rows a test put in `next_rows`.
 class RecordingDatabase : public ZTkDb::detail::Database {
  public:
-  explicit RecordingDatabase(int16_t kind) : kind_(kind) {}
+  // Any number, as a host's engine could report one.
+  explicit RecordingDatabase(int16_t kind) : kind_(static_cast<ZTkDb::detail::StorageKind>(kind)) {}
   using ZTkDb::detail::Database::Execute;
   using ZTkDb::detail::Database::Query;
-  int16_t Kind() const override { return kind_; }
+  ZTkDb::detail::StorageKind Kind() const override { return kind_; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override {
     statements.push_back(sql);
@@ -50,7 +51,7 @@ class RecordingDatabase : public ZTkDb::detail::Database {
   std::shared_ptr<ZTkDb::detail::RowSet> next_rows;
 
  private:
-  int16_t kind_;
+  ZTkDb::detail::StorageKind kind_;
   std::string path_ = "recording";
 };
 

@@ -9,6 +9,7 @@
 #include "Engines.h"
 #include "TestData.h"
 #include "TestSupport.h"
+#include "engine/RecordsetAccess.h"
 #include "engine/odbc/OdbcDatabase.h"
 #include "ztkdb/CAuftrag.h"
 #include "ztkdb/CAuftragListe.h"
@@ -90,7 +91,7 @@ class ServerReading : public ::testing::TestWithParam<Engine> {
         [&] {
           reports.ReadByDoneAndSoListe({"1", bare}, false);
         },
-        [&] { reports.ReadAllInZeitraumDatumZeit(day, db.Kind() == 1 ? bare : payload, "12:00"); },
+        [&] { reports.ReadAllInZeitraumDatumZeit(day, db.Jet() ? bare : payload, "12:00"); },
     };
     for (const auto& call : calls) {
       const long number = ErrorNumberOf(call);
@@ -374,13 +375,13 @@ TEST_P(ServerReading, ReadsOfDifferentShapesInTurnGiveEachItsOwnValues) {
       const std::string sql =
           std::string(textFirst ? "SELECT stAuftrag, lNr, lId" : "SELECT lNr, stAuftrag, lId") +
           " FROM T_Auftrag WHERE lNr > " + std::to_string(round - 5) + " ORDER BY lNr";
-      Recordset rs(engine, "", engine->Query(sql, size));
-      for (int32_t nr = 1; nr <= 4; ++nr, rs.MoveNext()) {
-        ASSERT_FALSE(rs.Eof());
-        EXPECT_EQ(rs.Fields(textFirst ? 1 : 0).ToLong(), nr);
-        EXPECT_EQ(rs.Fields(textFirst ? 0 : 1).ToString(), texts[static_cast<size_t>(nr - 1)]);
+      auto rs = detail::RecordsetAccess::Make(engine, "", engine->Query(sql, size));
+      for (int32_t nr = 1; nr <= 4; ++nr, rs->MoveNext()) {
+        ASSERT_FALSE(rs->Eof());
+        EXPECT_EQ(rs->Fields(textFirst ? 1 : 0).ToLong(), nr);
+        EXPECT_EQ(rs->Fields(textFirst ? 0 : 1).ToString(), texts[static_cast<size_t>(nr - 1)]);
       }
-      EXPECT_TRUE(rs.Eof());
+      EXPECT_TRUE(rs->Eof());
     }
   }
 }
@@ -392,8 +393,10 @@ TEST_P(ServerReading, ASnapshotSeesOneMomentWhateverOthersCommit) {
   db.OpenAgain(second, "srv2");
   const auto engine = ztktest::EngineOf("srv");
   const auto count = [&](const char* table) {
-    Recordset rs(engine, "", engine->Query(std::string("SELECT count(*) FROM ") + table));
-    return rs.Fields(0).ToLong();
+    return detail::RecordsetAccess::Make(
+               engine, "", engine->Query(std::string("SELECT count(*) FROM ") + table))
+        ->Fields(0)
+        .ToLong();
   };
   engine->BeginSnapshot();
   ASSERT_EQ(count("T_Auftrag"), 1);

@@ -19,38 +19,39 @@ std::string KeyOf(const Statement& s) {
 }  // namespace
 
 TEST(Statement, ReplacesEveryOccurrenceCaseSensitively) {
-  Statement t("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId# AND #tabelle#", 2);
+  Statement t("SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId# AND #tabelle#",
+              detail::StorageKind::Odbc);
   t.Name("#Tabelle#", "T_Auftrag").Long("#lId#", 7);
   EXPECT_EQ(t.Render(), "SELECT T_Auftrag.* FROM T_Auftrag WHERE T_Auftrag.lId = 7 AND #tabelle#");
 }
 
 TEST(Statement, ALaterStepReplacesPlaceholdersInsideEarlierValues) {
-  Statement t("VALUES ('#stBemerkung#', '#stKST#')", 2);
+  Statement t("VALUES ('#stBemerkung#', '#stKST#')", detail::StorageKind::Odbc);
   t.Text("#stBemerkung#", "#stKST#").Text("#stKST#", "K'1");
   EXPECT_EQ(t.Render(), "VALUES ('K''1', 'K''1')");
   // Such a value cannot be bound for its literal.
   EXPECT_FALSE(t.Bindable());
   // A step does not rescan what it inserted itself.
-  Statement self("#a#", 2);
+  Statement self("#a#", detail::StorageKind::Odbc);
   self.Raw("#a#", "x#a#");
   EXPECT_EQ(self.Render(), "x#a#");
   // A placeholder filled twice keeps the first value.
-  Statement twice("#a# #a#", 2);
+  Statement twice("#a# #a#", detail::StorageKind::Odbc);
   twice.Long("#a#", 1).Long("#a#", 2);
   EXPECT_EQ(twice.Render(), "1 1");
 }
 
 TEST(Statement, LiteralFormsFollowTheKind) {
   const Date d = Date::FromYmd(2026, 11, 15, 9, 7, 1);
-  Statement jet("#f# #d# #r# #c# #n# #t#", 1);
+  Statement jet("#f# #d# #r# #c# #n# #t#", detail::StorageKind::Jet);
   jet.Flag("#f#", true).FilterDate("#d#", d).RecordDate("#r#", d);
   jet.Amount("#c#", Currency::FromScaled(-5000), INT64_MAX).Number("#n#", 2.5).Text("#t#", "a'b");
   EXPECT_EQ(jet.Render(), "-1 #2026-11-15 09:07:01# 15.11.2026 09:07:01 -0.5  2.5 a''b");
-  Statement other("#f# #d#", 2);
+  Statement other("#f# #d#", detail::StorageKind::Odbc);
   other.Flag("#f#", true).FilterDate("#d#", d);
   EXPECT_EQ(other.Render(), "1 15.11.2026");
   // Values the storage cannot give back are refused as they are added.
-  Statement bad("#d#", 2);
+  Statement bad("#d#", detail::StorageKind::Odbc);
   EXPECT_THROW(bad.RecordDate("#d#", Date(3e6)), Error);
   EXPECT_THROW(bad.Amount("#c#", Currency::FromScaled(INT64_MAX), 1000), Error);
 }
@@ -58,7 +59,7 @@ TEST(Statement, LiteralFormsFollowTheKind) {
 TEST(Statement, TheKeyHoldsTheShapeAndTheClassesOfValues) {
   auto make = [](int64_t id, const std::string& text, const char* table, const std::string& raw) {
     static const char* const kText = "SELECT * FROM #T# WHERE a = #a# AND b = '#b#' AND c = #c#";
-    Statement s(kText, 2);
+    Statement s(kText, detail::StorageKind::Odbc);
     s.Name("#T#", table).Long("#a#", id).Text("#b#", text).Raw("#c#", raw);
     return s;
   };
@@ -76,7 +77,7 @@ TEST(Statement, TheKeyHoldsTheShapeAndTheClassesOfValues) {
 }
 
 TEST(Statement, StandInsKeepEachValuesClassAndDiffer) {
-  Statement s("#a# #b# #c# #d# #e#", 1);
+  Statement s("#a# #b# #c# #d# #e#", detail::StorageKind::Jet);
   s.Long("#a#", -7).Amount("#b#", Currency::FromScaled(12345), INT64_MAX).Flag("#c#", true);
   s.RecordDate("#d#", Date::FromYmd(2026, 1, 2)).Text("#e#", "x");
   std::vector<FillStep> a = s.Steps(), b = s.Steps();
@@ -92,13 +93,13 @@ TEST(Statement, StandInsKeepEachValuesClassAndDiffer) {
 }
 
 TEST(Literals, FlagsPerKind) {
-  EXPECT_EQ(FlagLiteral(true, 1), "-1");
-  EXPECT_EQ(FlagLiteral(true, 2), "1");
-  EXPECT_EQ(FlagLiteral(true, 3), "1");
-  EXPECT_EQ(FlagLiteral(false, 1), "0");
-  EXPECT_EQ(FlagLiteral(false, 2), "0");
-  EXPECT_EQ(TrueLiteral(1), "-1");
-  EXPECT_EQ(TrueLiteral(2), "1");
+  EXPECT_EQ(FlagLiteral(true, StorageKind::Jet), "-1");
+  EXPECT_EQ(FlagLiteral(true, StorageKind::Odbc), "1");
+  EXPECT_EQ(FlagLiteral(true, static_cast<StorageKind>(3)), "1");
+  EXPECT_EQ(FlagLiteral(false, StorageKind::Jet), "0");
+  EXPECT_EQ(FlagLiteral(false, StorageKind::Odbc), "0");
+  EXPECT_EQ(TrueLiteral(StorageKind::Jet), "-1");
+  EXPECT_EQ(TrueLiteral(StorageKind::Odbc), "1");
 }
 
 TEST(Literals, NumbersAndMoney) {
@@ -106,16 +107,16 @@ TEST(Literals, NumbersAndMoney) {
   EXPECT_EQ(LongLiteral(-1), "-1");
   EXPECT_EQ(NumberLiteral(2.5), " 2.5");
   EXPECT_EQ(NumberLiteral(-3), "-3");
-  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(12.5), 2), " 12.5");
-  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(-0.5), 1), "-0.5");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(12.5), StorageKind::Odbc), " 12.5");
+  EXPECT_EQ(CurrencyLiteral(Currency::FromDouble(-0.5), StorageKind::Jet), "-0.5");
 }
 
 TEST(Literals, DatesPerKindAndForRecords) {
   const Date d = Date::FromYmd(2026, 11, 15);
-  EXPECT_EQ(FilterDateLiteral(d, 1), "#2026-11-15 00:00:00#");
-  EXPECT_EQ(FilterDateLiteral(d, 2), "15.11.2026");
+  EXPECT_EQ(FilterDateLiteral(d, StorageKind::Jet), "#2026-11-15 00:00:00#");
+  EXPECT_EQ(FilterDateLiteral(d, StorageKind::Odbc), "15.11.2026");
   // The filter form of other kinds is the date alone, even with a time part.
-  EXPECT_EQ(FilterDateLiteral(Date::FromYmd(2026, 3, 5, 9, 0, 0), 2), "05.03.2026");
+  EXPECT_EQ(FilterDateLiteral(Date::FromYmd(2026, 3, 5, 9, 0, 0), StorageKind::Odbc), "05.03.2026");
   EXPECT_EQ(SqlValueFormatter::Instance().DateLiteral(Date::FromYmd(2026, 3, 5, 9, 7, 1)),
             "#2026-03-05 09:07:01#");
   EXPECT_EQ(RecordDateText(d), "15.11.2026");

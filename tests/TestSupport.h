@@ -11,9 +11,10 @@
 #include <vector>
 
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
 #include "connection/ModuleSchema.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/Database.h"
+#include "engine/RecordsetAccess.h"
 #include "ztkdb/Date.h"
 #include "ztkdb/Error.h"
 #include "ztkdb/MessageBox.h"
@@ -65,8 +66,7 @@ inline void Exec(const std::string& client, const std::string& sql) {
 // The first column of the first row of `sql`.
 inline ZTkDb::Variant Scalar(const std::string& client, const std::string& sql) {
   auto db = EngineOf(client);
-  ZTkDb::Recordset rs(db, "", db->Query(sql));
-  return rs.Fields(0);
+  return ZTkDb::detail::RecordsetAccess::Make(db, "", db->Query(sql))->Fields(0);
 }
 
 // The numbers (Nr) of a list's rows in cursor order, walked from the first.

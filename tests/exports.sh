@@ -6,7 +6,7 @@ lib=$1
 symbols=$(nm -D --defined-only -C "$lib" | cut -d' ' -f3-)
 # The internals the ztk tool links against (marked ZTKDB_TOOL), and nothing
 # else of them.
-tool='^ZTkDb::detail::(CreateModuleDatabase|CreateModuleSchemaOdbc|IsModuleFlag|ModuleFlags|LowerAscii|SqliteDialect|WorkspaceName|DbConnection::GetDatabase|DbConnectionRegistry::(Instance|Item)|RowSet::DecodeRow|ServerDialect::ColumnType|SqliteDatabase::Open|OdbcDatabase::Open)(\[abi:cxx11\])?\('
+tool='^ZTkDb::detail::(CreateModuleDatabase|CreateModuleSchemaOdbc|IsModuleFlag|ModuleFlags|LowerAscii|SqliteDialect|WorkspaceName|DbConnection::GetDatabase|DbConnectionRegistry::(Instance|Item)|RecordsetAccess::Make|RowSet::DecodeRow|ServerDialect::ColumnType|SqliteDatabase::Open|OdbcDatabase::Open)(\[abi:cxx11\])?\('
 bad=$(grep -v -E '^(ztk_[a-z_]+|ZTkDb::[A-Z]|(typeinfo|typeinfo name|vtable) for ZTkDb::[A-Z])' <<<"$symbols" |
   grep -v -E "$tool" || true)
 internal=$(grep -E '^ZTkDb::detail::|^ZTkDb::server::|for ZTkDb::(detail|server)::' <<<"$symbols" |

@@ -31,12 +31,6 @@ struct RecordsetAccess;
 /// result.
 class ZTKDB_API Recordset {
  public:
-  /// \cond INTERNAL
-  Recordset(std::shared_ptr<detail::Database> db, std::string sql,
-            std::shared_ptr<const detail::RowSet> rows);
-  Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const detail::Statement> sql,
-            detail::ResultSize size, std::shared_ptr<const detail::RowSet> rows);
-  /// \endcond
   /// Releases this cursor; clones and the list keep the rows.
   ~Recordset();
   /// Not copyable: Clone gives a second cursor.
@@ -116,8 +110,11 @@ class ZTKDB_API Recordset {
   int32_t FieldIndex(const std::string& name) const;
 
  private:
-  // The record procedures read rows without building Variants.
+  // Only the engine makes recordsets; the record procedures read rows
+  // without building Variants.
   friend struct detail::RecordsetAccess;
+  Recordset(std::shared_ptr<detail::Database> db, std::shared_ptr<const detail::Statement> sql,
+            detail::ResultSize size, std::shared_ptr<const detail::RowSet> rows);
   void CheckCurrent() const;
   const std::vector<Variant>& CurrentRow() const;
 

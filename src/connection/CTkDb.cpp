@@ -4,7 +4,7 @@
 #include <cctype>
 
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/TableDef.h"
 #include "runtime/Guard.h"
 #include "runtime/Messages.h"
@@ -12,7 +12,7 @@
 namespace ZTkDb {
 
 using detail::DbConnectionRegistry;
-using detail::DbDialect;
+using detail::ProcessFlags;
 using detail::WorkspaceName;
 
 CTkDb::CTkDb() = default;
@@ -43,11 +43,11 @@ void CTkDb::OpenOdbcDb(const std::string& stClientName, const std::string& stCon
                        bool bExclusive, bool bReadOnly) {
   try {
     detail::Guard("CTkDb.OpenOdbcDb", [&] {
-      DbDialect::jet = false;
+      ProcessFlags::jet_workspace_names = false;
       std::string upper = stConnStr;
       std::transform(upper.begin(), upper.end(), upper.begin(),
                      [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-      if (upper.find("ZANTOORACLE") != std::string::npos) DbDialect::oracle = true;
+      if (upper.find("ZANTOORACLE") != std::string::npos) ProcessFlags::oracle = true;
       const std::string ws = WorkspaceName(stClientName);
       auto& registry = DbConnectionRegistry::Instance();
       bool openedHere = false;
@@ -74,7 +74,7 @@ void CTkDb::OpenOdbcDb(const std::string& stClientName, const std::string& stCon
 void CTkDb::OpenJetDb(const std::string& stClientName, const std::string& stDbPath, bool bExclusive,
                       bool bReadOnly) {
   detail::Guard("CTkDb.OpenJetDb", [&] {
-    DbDialect::jet = true;
+    ProcessFlags::jet_workspace_names = true;
     CloseDb();
     const std::string ws = WorkspaceName(stClientName);
     auto& registry = DbConnectionRegistry::Instance();

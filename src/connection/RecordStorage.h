@@ -22,7 +22,7 @@ class RecordStorage {
   // The prepared statement; raises 91 when none is prepared.
   QueryDef& GetQueryDef();
   // 1 = Jet (the embedded engine), 2 = ODBC.
-  int16_t DbKind() const { return db_->Kind(); }
+  StorageKind DbKind() const { return db_->Kind(); }
   // The largest amount (scaled) the engine gives back exactly.
   int64_t LargestAmount() const { return db_->LargestAmount(); }
   // Prepares a temporary statement; the query name is always empty.

@@ -59,7 +59,7 @@ class Database {
   virtual ~Database() = default;
 
   // 1 = the embedded (Jet-kind) engine, 2 = ODBC.
-  virtual int16_t Kind() const = 0;
+  virtual StorageKind Kind() const = 0;
   // The largest amount (scaled by 10,000) the engine gives back exactly.
   virtual int64_t LargestAmount() const { return std::numeric_limits<int64_t>::max(); }
   virtual const std::string& Path() const = 0;

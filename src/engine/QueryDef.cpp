@@ -1,5 +1,7 @@
 #include "engine/QueryDef.h"
 
+#include "engine/RecordsetAccess.h"
+
 namespace ZTkDb::detail {
 
 QueryDef::QueryDef(std::shared_ptr<Database> db, Statement sql)
@@ -17,7 +19,7 @@ void QueryDef::Execute() {
 
 std::unique_ptr<Recordset> QueryDef::OpenRecordset(ResultSize size) const {
   auto rows = db_->Query(*sql_, size);
-  return std::make_unique<Recordset>(db_, sql_, size, std::move(rows));
+  return RecordsetAccess::Make(db_, sql_, size, std::move(rows));
 }
 
 }  // namespace ZTkDb::detail

@@ -1,6 +1,7 @@
 #include "ztkdb/Recordset.h"
 
 #include "engine/Database.h"
+#include "engine/RecordsetAccess.h"
 #include "engine/RowSet.h"
 #include "runtime/Raise.h"
 #include "sql/Statement.h"
@@ -10,12 +11,6 @@ namespace {
 constexpr const char* kSource = "DAO.Recordset";
 }
 
-Recordset::Recordset(std::shared_ptr<detail::Database> db, std::string sql,
-                     std::shared_ptr<const detail::RowSet> rows)
-    : Recordset(std::move(db),
-                std::make_shared<const detail::Statement>(detail::Statement::Text(std::move(sql))),
-                detail::ResultSize::kFew, std::move(rows)) {}
-
 Recordset::Recordset(std::shared_ptr<detail::Database> db,
                      std::shared_ptr<const detail::Statement> sql, detail::ResultSize size,
                      std::shared_ptr<const detail::RowSet> rows)
@@ -24,6 +19,14 @@ Recordset::Recordset(std::shared_ptr<detail::Database> db,
 }
 
 Recordset::~Recordset() = default;
+
+namespace detail {
+std::unique_ptr<Recordset> RecordsetAccess::Make(std::shared_ptr<Database> db, std::string text,
+                                                 std::shared_ptr<const RowSet> rows) {
+  return Make(std::move(db), std::make_shared<const Statement>(Statement::Text(std::move(text))),
+              ResultSize::kFew, std::move(rows));
+}
+}  // namespace detail
 
 int32_t Recordset::RecordCount() const { return static_cast<int32_t>(rows_->RowCount()); }
 
@@ -66,7 +69,7 @@ void Recordset::Move(int32_t rows) {
 }
 
 std::unique_ptr<Recordset> Recordset::Clone() const {
-  auto clone = std::make_unique<Recordset>(db_, sql_, size_, rows_);
+  std::unique_ptr<Recordset> clone(new Recordset(db_, sql_, size_, rows_));
   // A DAO clone starts without a current record; MoveFirst or a bookmark
   // positions it. We start it on the first row, which is what callers do next.
   return clone;

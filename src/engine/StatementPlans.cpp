@@ -16,13 +16,13 @@ bool IsDate(const FillStep& step) {
 
 // The date a date step's literal names: a record's to the second, a
 // filter's on servers without its time (dd.mm.yyyy).
-Date LiteralDate(const FillStep& step, int16_t kind) {
+Date LiteralDate(const FillStep& step, StorageKind kind) {
   const Date d(step.number);
-  return step.kind == FillStep::kFilterDate && kind != 1 ? d.DatePart() : d;
+  return step.kind == FillStep::kFilterDate && kind != StorageKind::Jet ? d.DatePart() : d;
 }
 
 // The characters between a date literal's quotes where it is German text.
-std::string GermanText(const FillStep& step, int16_t kind) {
+std::string GermanText(const FillStep& step, StorageKind kind) {
   const std::string text = LiteralDate(step, kind).ShortText();
   return step.kind == FillStep::kFilterDate ? text.substr(0, 10) : text;
 }
@@ -59,7 +59,7 @@ bool Around(const std::string& text, const std::string& content, Param& p) {
 }
 
 // How `v` came from the value `step` (a stand-in), if it did.
-std::optional<Param> Match(const LiftedValue& v, const FillStep& step, int16_t kind) {
+std::optional<Param> Match(const LiftedValue& v, const FillStep& step, StorageKind kind) {
   Param p;
   p.value = v;
   p.value.text.clear();

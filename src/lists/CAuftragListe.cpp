@@ -12,6 +12,7 @@ namespace ZTkDb {
 namespace {
 
 using detail::Statement;
+using detail::StorageKind;
 
 constexpr const char* kTable = "T_Auftrag";
 constexpr const char* kLinkTable = "T_AuftragMeldung";
@@ -52,7 +53,7 @@ std::string ByOrder(int32_t sortOrder, const char* tail, const char* sortedTail)
 // Fills the table, the caller's values (`values`), then the link table and
 // the sort column, as every read but the done family does.
 template <typename Values>
-Statement Fill(std::string text, int16_t kind, int32_t sortOrder, Values&& values) {
+Statement Fill(std::string text, StorageKind kind, int32_t sortOrder, Values&& values) {
   Statement sql(std::move(text), kind);
   sql.Name("#Tabelle#", kTable);
   values(sql);
@@ -62,7 +63,7 @@ Statement Fill(std::string text, int16_t kind, int32_t sortOrder, Values&& value
   }
   return sql;
 }
-Statement Fill(std::string text, int16_t kind, int32_t sortOrder = osUnsorted) {
+Statement Fill(std::string text, StorageKind kind, int32_t sortOrder = osUnsorted) {
   return Fill(std::move(text), kind, sortOrder, [](Statement&) {});
 }
 
@@ -163,15 +164,15 @@ struct DoneFilter {
 };
 
 Statement DoneStatement(const DoneTails& tails, bool bDone, int32_t sortOrder, int32_t days,
-                        int16_t kind, const DoneFilter& filter) {
+                        StorageKind kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
   if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
   const char* tail = nullptr;
   if (sortOrder == osUnsorted)
-    tail = kind == 1 ? tails.jet_unsorted : tails.other_unsorted;
+    tail = kind == StorageKind::Jet ? tails.jet_unsorted : tails.other_unsorted;
   else if (IsSorted(sortOrder))
-    tail = kind == 1 ? tails.jet_sorted : tails.other_sorted;
+    tail = kind == StorageKind::Jet ? tails.jet_sorted : tails.other_sorted;
   else
     return Statement("", kind);
   Statement sql(std::string(kJoin) + tail, kind);
@@ -250,76 +251,84 @@ CAuftragListe::CAuftragListe() : RecordList("CAuftragListe") {}
 OrderSortOrderConstants CAuftragListe::SortOrder() const { return sort_order_; }
 
 void CAuftragListe::ReadAll(OrderSortOrderConstants eSortOrder) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAll", eSortOrder,
-          [&](int16_t kind) { return Fill(ByOrder(eSortOrder, "", kOrderBy), kind, eSortOrder); });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAll", eSortOrder, [&](StorageKind kind) {
+    return Fill(ByOrder(eSortOrder, "", kOrderBy), kind, eSortOrder);
+  });
 }
 
 void CAuftragListe::ReadAllWithAuftragstyp() {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllWithAuftragstyp", osUnsorted,
-          [&](int16_t kind) { return Statement(kWithAuftragstyp, kind); });
+          [&](StorageKind kind) { return Statement(kWithAuftragstyp, kind); });
 }
 
 void CAuftragListe::ReadAllInZeitraum(Date datVon, Date datBis) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitraum", osUnsorted, [&](int16_t kind) {
-    return Fill(
-        std::string(kJoin) + (kind == 1 ? kInZeitraumJet : kInZeitraumOther), kind, osUnsorted,
-        [&](Statement& sql) { sql.FilterDate("#datVon#", datVon).FilterDate("#datBis#", datBis); });
-  });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitraum", osUnsorted,
+          [&](StorageKind kind) {
+            return Fill(
+                std::string(kJoin) + (kind == StorageKind::Jet ? kInZeitraumJet : kInZeitraumOther),
+                kind, osUnsorted, [&](Statement& sql) {
+                  sql.FilterDate("#datVon#", datVon).FilterDate("#datBis#", datBis);
+                });
+          });
 }
 
 void CAuftragListe::ReadAllInZeitNoMsg(Date datVon, Date datBis) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitNoMsg", osUnsorted, [&](int16_t kind) {
-    Statement sql(kind == 1 ? kInZeitNoMsgJet : kInZeitNoMsgOther, kind);
-    sql.Name("#Tabelle#", kTable)
-        .FilterDate("#datVon#", datVon)
-        .FilterDate("#datBis#", datBis)
-        .Name("#DetailTabelle#", kLinkTable)
-        .Name("#SortTabelle#", kTable)
-        .Name("#SortField#", "AuftragsDatum")
-        .Name("#SortField2#", "lNr");
-    return sql;
-  });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllInZeitNoMsg", osUnsorted,
+          [&](StorageKind kind) {
+            Statement sql(kind == StorageKind::Jet ? kInZeitNoMsgJet : kInZeitNoMsgOther, kind);
+            sql.Name("#Tabelle#", kTable)
+                .FilterDate("#datVon#", datVon)
+                .FilterDate("#datBis#", datBis)
+                .Name("#DetailTabelle#", kLinkTable)
+                .Name("#SortTabelle#", kTable)
+                .Name("#SortField#", "AuftragsDatum")
+                .Name("#SortField2#", "lNr");
+            return sql;
+          });
 }
 
 void CAuftragListe::ReadByMsgId(int32_t lMsgId, OrderSortOrderConstants eSortOrder) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgId", eSortOrder, [&](int16_t kind) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgId", eSortOrder, [&](StorageKind kind) {
     return Fill(ByOrder(eSortOrder, kByMsgId, kByMsgIdSorted), kind, eSortOrder,
                 [&](Statement& sql) { sql.Long("#lMeldungId#", lMsgId); });
   });
 }
 
 void CAuftragListe::ReadByMsgIdStatus(int32_t lMsgId, bool bErledigt) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgIdStatus", osUnsorted, [&](int16_t kind) {
-    return Fill(std::string(kJoin) + kByMsgIdStatus, kind, osUnsorted, [&](Statement& sql) {
-      sql.Long("#lMeldungId#", lMsgId).Flag("#bErledigt#", bErledigt);
-    });
-  });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByMsgIdStatus", osUnsorted,
+          [&](StorageKind kind) {
+            return Fill(std::string(kJoin) + kByMsgIdStatus, kind, osUnsorted, [&](Statement& sql) {
+              sql.Long("#lMeldungId#", lMsgId).Flag("#bErledigt#", bErledigt);
+            });
+          });
 }
 
 void CAuftragListe::ReadByDone(bool bDone, OrderSortOrderConstants eSortOrder,
                                int32_t iShowingDays) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDone", eSortOrder, [&](int16_t kind) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDone", eSortOrder, [&](StorageKind kind) {
     return DoneStatement(kReadByDone, bDone, eSortOrder, iShowingDays, kind, {});
   });
 }
 
 void CAuftragListe::ReadWithMsgConn(bool bWithMsgConn, OrderSortOrderConstants eSortOrder) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadWithMsgConn", eSortOrder, [&](int16_t kind) {
-    // With sort 0 the text has no #WHERE#: the flag then changes nothing.
-    return Fill(ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), kind, eSortOrder,
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadWithMsgConn", eSortOrder,
+          [&](StorageKind kind) {
+            // With sort 0 the text has no #WHERE#: the flag then changes nothing.
+            return Fill(
+                ByOrder(eSortOrder, kWithMsgConn, kWithMsgConnSorted), kind, eSortOrder,
                 [&](Statement& sql) { sql.Name("#WHERE#", bWithMsgConn ? "WHERE" : "WHERE Not"); });
-  });
+          });
 }
 
 void CAuftragListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObj", osUnsorted, [&](int16_t kind) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObj", osUnsorted, [&](StorageKind kind) {
     return Fill(std::string(kJoin) + kByObj, kind, osUnsorted,
                 [&](Statement& sql) { sql.Long("#lObjId#", lObjId).Long("#byObjTyp#", eTyp); });
   });
 }
 
 void CAuftragListe::ReadByNr(int32_t lNr) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByNr", osUnsorted, [&](int16_t kind) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByNr", osUnsorted, [&](StorageKind kind) {
     return Fill(std::string(kJoin) + kByNr, kind, osUnsorted,
                 [&](Statement& sql) { sql.Long("#lNr#", lNr); });
   });
@@ -327,14 +336,15 @@ void CAuftragListe::ReadByNr(int32_t lNr) {
 
 void CAuftragListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, OrderSortOrderConstants eSortOrder,
                                     int32_t iShowingDays) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSo", eSortOrder, [&](int16_t kind) {
-    return DoneStatement(kReadByDoneAndSo, bDone, eSortOrder, iShowingDays, kind,
-                         {.vorsatz = nullptr, .so_id = lSoId, .so_list = nullptr});
-  });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSo", eSortOrder,
+          [&](StorageKind kind) {
+            return DoneStatement(kReadByDoneAndSo, bDone, eSortOrder, iShowingDays, kind,
+                                 {.vorsatz = nullptr, .so_id = lSoId, .so_list = nullptr});
+          });
 }
 
 void CAuftragListe::ReadAllBySo(int32_t lSoId) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllBySo", osUnsorted, [&](int16_t kind) {
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadAllBySo", osUnsorted, [&](StorageKind kind) {
     return Fill(kAllBySo, kind, osUnsorted, [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
   });
 }
@@ -342,24 +352,27 @@ void CAuftragListe::ReadAllBySo(int32_t lSoId) {
 void CAuftragListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdListe, bool bDone,
                                          OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
   RunRead(
-      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListe", eSortOrder, [&](int16_t kind) {
+      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListe", eSortOrder,
+      [&](StorageKind kind) {
         return DoneStatement(kReadByDoneAndSoListe, bDone, eSortOrder, iShowingDays, kind,
                              {.vorsatz = nullptr, .so_id = std::nullopt, .so_list = &stSoIdListe});
       });
 }
 
 void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
-  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObjAndAufg", osUnsorted, [&](int16_t kind) {
-    return Fill(kByObjAndAufg, kind, osUnsorted, [&](Statement& sql) {
-      sql.Long("#lObjektId#", lObjId).Long("#lTechObjTerminId#", lAufgId);
-    });
-  });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByObjAndAufg", osUnsorted,
+          [&](StorageKind kind) {
+            return Fill(kByObjAndAufg, kind, osUnsorted, [&](Statement& sql) {
+              sql.Long("#lObjektId#", lObjId).Long("#lTechObjTerminId#", lAufgId);
+            });
+          });
 }
 
 void CAuftragListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVorsatz,
                                          OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
   RunRead(
-      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndVorsatz", eSortOrder, [&](int16_t kind) {
+      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndVorsatz", eSortOrder,
+      [&](StorageKind kind) {
         return DoneStatement(kReadByDoneAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                              {.vorsatz = &stNrVorsatz, .so_id = std::nullopt, .so_list = nullptr});
       });
@@ -370,7 +383,7 @@ void CAuftragListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
                                               OrderSortOrderConstants eSortOrder,
                                               int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoAndVorsatz", eSortOrder,
-          [&](int16_t kind) {
+          [&](StorageKind kind) {
             return DoneStatement(kReadByDoneAndSoAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                                  {.vorsatz = &stNrVorsatz, .so_id = lSoId, .so_list = nullptr});
           });
@@ -381,7 +394,7 @@ void CAuftragListe::ReadByDoneAndSoListeAndVorsatz(const std::vector<std::string
                                                    OrderSortOrderConstants eSortOrder,
                                                    int32_t iShowingDays) {
   RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListeAndVorsatz", eSortOrder,
-          [&](int16_t kind) {
+          [&](StorageKind kind) {
             return DoneStatement(
                 kReadByDoneAndSoListeAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                 {.vorsatz = &stNrVorsatz, .so_id = std::nullopt, .so_list = &stSoIdListe});

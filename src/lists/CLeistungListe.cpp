@@ -1,12 +1,14 @@
 #include "ztkdb/CLeistungListe.h"
 
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "lists/ListCursor.h"
 #include "lists/ListStatements.h"
 #include "runtime/Guard.h"
 
 namespace ZTkDb {
 namespace {
+
+using detail::StorageKind;
 
 constexpr const char* kTable = "T_Leistung";
 
@@ -17,7 +19,7 @@ CLeistungListe::CLeistungListe() : RecordList("CLeistungListe") {}
 void CLeistungListe::ReadAll() {
   constexpr const char* kMember = "CLeistungListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t kind) {
+    Cursor().Read(kMember, [](StorageKind kind) {
       return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kind, kTable);
     });
   });
@@ -26,7 +28,7 @@ void CLeistungListe::ReadAll() {
 void CLeistungListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CLeistungListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId(
           "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# ORDER BY "
           "#Tabelle#.lId",
@@ -38,10 +40,10 @@ void CLeistungListe::ReadByOrderId(int32_t lOrderId) {
 void CLeistungListe::ReadAllRechEmpfNotEmpty() {
   constexpr const char* kMember = "CLeistungListe.ReadAllRechEmpfNotEmpty";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t kind) {
+    Cursor().Read(kMember, [](StorageKind kind) {
       // The process-wide flag decides, not the storage's kind.
       return detail::FillTableAndId(
-          detail::DbDialect::oracle
+          detail::ProcessFlags::oracle
               ? "SELECT #Tabelle#.* FROM #Tabelle# WHERE NOT #Tabelle#.stRechnEmpf IS NULL"
               : "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.stRechnEmpf <>''",
           kind, kTable);

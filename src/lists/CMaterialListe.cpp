@@ -7,6 +7,8 @@
 namespace ZTkDb {
 namespace {
 
+using detail::StorageKind;
+
 constexpr const char* kTable = "T_AMaterial";
 
 }  // namespace
@@ -16,7 +18,7 @@ CMaterialListe::CMaterialListe() : RecordList("CMaterialListe") {}
 void CMaterialListe::ReadAll() {
   constexpr const char* kMember = "CMaterialListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [](int16_t kind) {
+    Cursor().Read(kMember, [](StorageKind kind) {
       return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#", kind, kTable);
     });
   });
@@ -25,7 +27,7 @@ void CMaterialListe::ReadAll() {
 void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId(
           "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId#", kind, kTable,
           "#lOrderId#", lOrderId);
@@ -36,7 +38,7 @@ void CMaterialListe::ReadByOrderId(int32_t lOrderId) {
 void CMaterialListe::ReadMaterialByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadMaterialByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       // The constant 0 serves every kind.
       return detail::FillTableAndId(
           "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
@@ -49,7 +51,7 @@ void CMaterialListe::ReadMaterialByOrderId(int32_t lOrderId) {
 void CMaterialListe::ReadFremdByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMaterialListe.ReadFremdByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId(
                  "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lAuftragId = #lOrderId# AND "
                  "#Tabelle#.bFremdleistung = #TRUE#",

@@ -10,6 +10,7 @@ namespace ZTkDb {
 namespace {
 
 using detail::Statement;
+using detail::StorageKind;
 
 constexpr const char* kTable = "T_Meldung";
 
@@ -35,7 +36,7 @@ const char* BySortOrder(int32_t sortOrder, const char* unsorted, const char* sor
 
 // Table first, then the caller's values, then the sort column.
 template <typename Values>
-Statement Fill(const char* text, int16_t kind, int32_t sortOrder, Values&& values) {
+Statement Fill(const char* text, StorageKind kind, int32_t sortOrder, Values&& values) {
   Statement sql(text, kind);
   sql.Name("#Tabelle#", kTable);
   values(sql);
@@ -141,11 +142,11 @@ struct DoneFilter {
 };
 
 Statement DoneStatement(const DoneTexts& texts, bool bDone, int32_t sortOrder, int32_t days,
-                        int16_t kind, const DoneFilter& filter) {
+                        StorageKind kind, const DoneFilter& filter) {
   // iShowingDays is a 16-bit parameter: a value it cannot hold is an
   // overflow at the call, never a wrapped number of days.
   if (days < INT16_MIN || days > INT16_MAX) detail::RaiseStandard(errOverflow, "ZTkDb.Integer");
-  const bool jet = kind == 1;
+  const bool jet = kind == StorageKind::Jet;
   const char* text = BySortOrder(sortOrder, jet ? texts.jet_unsorted : texts.other_unsorted,
                                  jet ? texts.jet_sorted : texts.other_sorted);
   return Fill(text, kind, sortOrder, [&](Statement& sql) {
@@ -199,7 +200,7 @@ MsgSortOrderConstants CMeldungListe::SortOrder() const { return sort_order_; }
 void CMeldungListe::ReadAll(MsgSortOrderConstants eSortOrder) {
   constexpr const char* kMember = "CMeldungListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return Fill(BySortOrder(eSortOrder, kAll, kAllSorted), kind, eSortOrder, NoValues);
     });
   });
@@ -208,8 +209,8 @@ void CMeldungListe::ReadAll(MsgSortOrderConstants eSortOrder) {
 void CMeldungListe::ReadAllInZeitraum(Date datVon, Date datBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraum";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kInZeitraumJet : kInZeitraumOther, kind, msUnsorted,
+    Cursor().Read(kMember, [&](StorageKind kind) {
+      return Fill(kind == StorageKind::Jet ? kInZeitraumJet : kInZeitraumOther, kind, msUnsorted,
                   [&](Statement& sql) {
                     sql.FilterDate("#datVon#", datVon).FilterDate("#datBis#", datBis);
                   });
@@ -220,9 +221,9 @@ void CMeldungListe::ReadAllInZeitraum(Date datVon, Date datBis) {
 void CMeldungListe::ReadAllInZeitAndOpen(Date datVon, Date datBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitAndOpen";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
-      return Fill(kind == 1 ? kInZeitAndOpenJet : kInZeitAndOpenOther, kind, msUnsorted,
-                  [&](Statement& sql) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
+      return Fill(kind == StorageKind::Jet ? kInZeitAndOpenJet : kInZeitAndOpenOther, kind,
+                  msUnsorted, [&](Statement& sql) {
                     sql.FilterDate("#datBis#", datBis).FilterDate("#datVon#", datVon);
                   });
     });
@@ -232,7 +233,7 @@ void CMeldungListe::ReadAllInZeitAndOpen(Date datVon, Date datBis) {
 void CMeldungListe::ReadByDone(bool bDone, MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDone";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDone, bDone, eSortOrder, iShowingDays, kind, {});
     });
   });
@@ -242,7 +243,7 @@ void CMeldungListe::ReadByObj(int32_t lObjId, TkObjTypes eTyp) {
   constexpr const char* kMember = "CMeldungListe.ReadByObj";
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return Fill(kByObj, kind, msUnsorted,
                   [&](Statement& sql) { sql.Long("#lObjId#", lObjId).Long("#byObjTyp#", eTyp); });
     });
@@ -253,7 +254,7 @@ void CMeldungListe::ReadByDoneAndSo(int32_t lSoId, bool bDone, MsgSortOrderConst
                                     int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSo";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDoneAndSo, bDone, eSortOrder, iShowingDays, kind,
                            {.vorsatz = nullptr, .so_id = &lSoId, .so_list = nullptr});
     });
@@ -264,7 +265,7 @@ void CMeldungListe::ReadAllBySo(int32_t lSoId) {
   constexpr const char* kMember = "CMeldungListe.ReadAllBySo";
   detail::Guard(kMember, [&] {
     sort_order_ = msUnsorted;
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return Fill(kAllBySo, kind, msUnsorted, [&](Statement& sql) { sql.Long("#lSoId#", lSoId); });
     });
   });
@@ -274,7 +275,7 @@ void CMeldungListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdL
                                          MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoListe";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDoneAndSoListe, bDone, eSortOrder, iShowingDays, kind,
                            {.vorsatz = nullptr, .so_id = nullptr, .so_list = &stSoIdListe});
     });
@@ -285,7 +286,7 @@ void CMeldungListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVors
                                          MsgSortOrderConstants eSortOrder, int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndVorsatz";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDoneAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                            {.vorsatz = &stNrVorsatz, .so_id = nullptr, .so_list = nullptr});
     });
@@ -298,7 +299,7 @@ void CMeldungListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,
                                               int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoAndVorsatz";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDoneAndSoAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                            {.vorsatz = &stNrVorsatz, .so_id = &lSoId, .so_list = nullptr});
     });
@@ -311,7 +312,7 @@ void CMeldungListe::ReadByDoneAndSoListeAndVorsatz(const std::vector<std::string
                                                    int32_t iShowingDays) {
   constexpr const char* kMember = "CMeldungListe.ReadByDoneAndSoListeAndVorsatz";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return DoneStatement(kReadByDoneAndSoListeAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
                            {.vorsatz = &stNrVorsatz, .so_id = nullptr, .so_list = &stSoIdListe});
     });
@@ -322,9 +323,10 @@ void CMeldungListe::ReadAllInZeitraumDatumZeit(Date dat, const std::string& time
                                                const std::string& timeBis) {
   constexpr const char* kMember = "CMeldungListe.ReadAllInZeitraumDatumZeit";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return Fill(
-          kind == 1 ? kDatumZeitJet : kDatumZeitOther, kind, msUnsorted, [&](Statement& sql) {
+          kind == StorageKind::Jet ? kDatumZeitJet : kDatumZeitOther, kind, msUnsorted,
+          [&](Statement& sql) {
             sql.FilterDate("#dat#", dat).Raw("#timeVon#", timeVon).Raw("#timeBis#", timeBis);
           });
     });

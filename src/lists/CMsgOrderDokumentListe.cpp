@@ -7,6 +7,8 @@
 namespace ZTkDb {
 namespace {
 
+using detail::StorageKind;
+
 constexpr const char* kTable = "T_MsgOrderDokument";
 
 }  // namespace
@@ -16,7 +18,7 @@ CMsgOrderDokumentListe::CMsgOrderDokumentListe() : RecordList("CMsgOrderDokument
 void CMsgOrderDokumentListe::ReadAll() {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadAll";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId("SELECT #Tabelle#.* FROM #Tabelle#;", kind, kTable);
     });
   });
@@ -25,7 +27,7 @@ void CMsgOrderDokumentListe::ReadAll() {
 void CMsgOrderDokumentListe::ReadByOrderId(int32_t lOrderId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByOrderId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId(
           "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lOrderId = #lOrderId#", kind, kTable,
           "#lOrderId#", lOrderId);
@@ -36,7 +38,7 @@ void CMsgOrderDokumentListe::ReadByOrderId(int32_t lOrderId) {
 void CMsgOrderDokumentListe::ReadByMsgId(int32_t lMsgId) {
   constexpr const char* kMember = "CMsgOrderDokumentListe.ReadByMsgId";
   detail::Guard(kMember, [&] {
-    Cursor().Read(kMember, [&](int16_t kind) {
+    Cursor().Read(kMember, [&](StorageKind kind) {
       return detail::FillTableAndId(
           "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lMsgId = #lMsgId#", kind, kTable,
           "#lMsgId#", lMsgId);

@@ -63,7 +63,7 @@ class ListCursor {
   }
 
   // The storage's connection kind; raises 91 while unconnected.
-  int16_t DbKind(const char* member) const {
+  StorageKind DbKind(const char* member) const {
     if (!storage_) RaiseStandard(errObjectNotSet, member);
     return storage_->DbKind();
   }

@@ -13,6 +13,7 @@ namespace {
 using detail::ColumnBinding;
 using detail::NullRule;
 using detail::Statement;
+using detail::StorageKind;
 using detail::ValueSlot;
 
 struct AuftragFields {

@@ -1,7 +1,7 @@
 #include "records/RecordCore.h"
 
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "runtime/Messages.h"
 
 namespace ZTkDb::detail {
@@ -19,7 +19,7 @@ std::unique_ptr<RecordStorage> StorageForClient(const std::string& clientName) {
   thread_local Last last;
   DbConnectionRegistry& registry = DbConnectionRegistry::Instance();
   const uint64_t generation = registry.Generation();
-  const bool jet = DbDialect::jet;
+  const bool jet = ProcessFlags::jet_workspace_names;
   if (last.generation != generation || last.jet != jet || last.client != clientName ||
       generation == 0) {
     last.connection = registry.Item(WorkspaceName(clientName));

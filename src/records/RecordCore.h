@@ -66,7 +66,7 @@ class RecordCore {
   bool Connected() const { return storage_ != nullptr; }
   // The storage; raises 91 while unconnected.
   RecordStorage& Storage(const char* member);
-  int16_t DbKind(const char* member) { return Storage(member).DbKind(); }
+  StorageKind DbKind(const char* member) { return Storage(member).DbKind(); }
   int64_t LargestAmount(const char* member) { return Storage(member).LargestAmount(); }
 
   void ClearFields();

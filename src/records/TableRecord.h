@@ -62,7 +62,7 @@ class TableRecord {
   // The table names go in first and the joined table last, after every
   // value (see Finish): a value naming #DetailTabelle# is filled with it,
   // one naming #Tabelle# is not (the order of filling).
-  Statement Begin(const char* text, int16_t kind) const {
+  Statement Begin(const char* text, StorageKind kind) const {
     Statement sql(text, kind);
     sql.Name("#Tabelle#", statements_.table);
     return sql;
@@ -79,7 +79,7 @@ class TableRecord {
   // was inserted) and loads the new row back by that UId.
   void Create(const char* member, const Fields& row) {
     core.ClearFields();
-    const int16_t kind = core.DbKind(member);
+    const StorageKind kind = core.DbKind(member);
     const int64_t largest = core.LargestAmount(member);
     const std::string uid = UIdGenerator::Instance().NewUId();
     Statement sql = Begin(statements_.insert, kind);
@@ -106,7 +106,7 @@ class TableRecord {
   // Update fails too until the record is read again.
   void Update(const char* member) {
     Fields& f = core.F();
-    const int16_t kind = core.DbKind(member);
+    const StorageKind kind = core.DbKind(member);
     const int64_t largest = core.LargestAmount(member);
     const std::string newUid = UIdGenerator::Instance().NewUId();
     Statement sql = Begin(statements_.update, kind);
@@ -121,11 +121,11 @@ class TableRecord {
 
   // Deletes the row whatever its version; then clears the record.
   void Delete(const char* member) {
-    const int16_t kind = core.DbKind(member);
+    const StorageKind kind = core.DbKind(member);
     const char* text = "";
-    if (kind == 1)
+    if (kind == StorageKind::Jet)
       text = statements_.delete_jet;
-    else if (kind == 2 || !statements_.delete_needs_known_kind)
+    else if (kind == StorageKind::Odbc || !statements_.delete_needs_known_kind)
       text = statements_.delete_other;
     core.ExecutePlain(member, Finish(Begin(text, kind).Long("#lId#", core.F().id)));
     core.ClearFields();

@@ -28,10 +28,11 @@ bool Beyond(int64_t scaled, int64_t largest) {
 
 }  // namespace
 
-void CheckStorableCurrency(const Currency& value, int16_t kind, int64_t largest) {
+void CheckStorableCurrency(const Currency& value, StorageKind kind, int64_t largest) {
   // REAL storage resolves 0.0001 up to 2^39; beyond it an amount would come
   // back different, so it is not written at all.
-  if (kind == 1 && (value.Scaled() > kLargestJetAmount || value.Scaled() < -kLargestJetAmount)) {
+  if (kind == StorageKind::Jet &&
+      (value.Scaled() > kLargestJetAmount || value.Scaled() < -kLargestJetAmount)) {
     Raise(errOverflow, "ZTkDb.Currency",
           "Overflow: the embedded engine cannot store " + value.Text() +
               " exactly (amounts up to ±549,755,813,888 are kept to the 0.0001).");

@@ -4,6 +4,7 @@
 #include <limits>
 #include <vector>
 
+#include "runtime/StorageKind.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 #include "ztkdb/Variant.h"
@@ -26,7 +27,7 @@ constexpr bool IsStorableDateValue(double v) {
 // embedded engine (kind 1) beyond ±2^39 (its REAL storage), elsewhere
 // beyond ±`largest` (scaled; a data source that says how far it reaches
 // exactly). Refused before any statement.
-void CheckStorableCurrency(const Currency& value, int16_t kind,
+void CheckStorableCurrency(const Currency& value, StorageKind kind,
                            int64_t largest = std::numeric_limits<int64_t>::max());
 
 // The largest amount (scaled by 10,000) the embedded engine's REAL

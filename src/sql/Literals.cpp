@@ -12,14 +12,14 @@ namespace ZTkDb::detail {
 
 std::string LongLiteral(int64_t value) { return std::to_string(value); }
 
-std::string FlagLiteral(bool value, int16_t kind) {
+std::string FlagLiteral(bool value, StorageKind kind) {
   if (!value) return "0";
-  return kind == 1 ? "-1" : "1";
+  return kind == StorageKind::Jet ? "-1" : "1";
 }
 
 std::string NumberLiteral(double value) { return InvariantNumberText(value); }
 
-std::string CurrencyLiteral(const Currency& value, int16_t kind, int64_t largest) {
+std::string CurrencyLiteral(const Currency& value, StorageKind kind, int64_t largest) {
   CheckStorableCurrency(value, kind, largest);
   return value.Text();
 }
@@ -47,9 +47,9 @@ namespace {
 
 }  // namespace
 
-std::string FilterDateLiteral(const Date& value, int16_t kind) {
+std::string FilterDateLiteral(const Date& value, StorageKind kind) {
   CheckStorableDate(value);
-  if (kind == 1) {
+  if (kind == StorageKind::Jet) {
     std::string text = SqlValueFormatter::Instance().DateLiteral(value);
     assert(text.size() >= 12 && WellFormed(text.substr(1, text.size() - 2)));
     return text;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "runtime/Storable.h"
+#include "runtime/StorageKind.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 
@@ -17,18 +18,18 @@ namespace ZTkDb::detail {
 // Decimal digits, '-' when negative: "4711", "-1".
 std::string LongLiteral(int64_t value);
 // A flag in a comparison or a written column: "-1"/"0" on Jet, "1"/"0" otherwise.
-std::string FlagLiteral(bool value, int16_t kind);
+std::string FlagLiteral(bool value, StorageKind kind);
 // What #TRUE# becomes.
-inline std::string TrueLiteral(int16_t kind) { return FlagLiteral(true, kind); }
+inline std::string TrueLiteral(StorageKind kind) { return FlagLiteral(true, kind); }
 // " 2.5", "-3": invariant, with a leading blank when not negative.
 std::string NumberLiteral(double value);
 // Raises 6 for an amount the storage cannot give back exactly (see
 // CheckStorableCurrency): refused before any statement.
-std::string CurrencyLiteral(const Currency& value, int16_t kind,
+std::string CurrencyLiteral(const Currency& value, StorageKind kind,
                             int64_t largest = std::numeric_limits<int64_t>::max());
 // A date in a filter: DateLiteral (unquoted slot) on Jet, "dd.mm.yyyy"
 // (quoted slot) otherwise. Raises 6 for a date outside the storable range.
-std::string FilterDateLiteral(const Date& value, int16_t kind);
+std::string FilterDateLiteral(const Date& value, StorageKind kind);
 // A date written by a record into a quoted slot: the short date text.
 // Raises 6 for a date outside the storable range.
 std::string RecordDateText(const Date& value);

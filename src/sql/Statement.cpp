@@ -153,7 +153,7 @@ Statement& Statement::Long(Placeholder p, int64_t value) {
 Statement& Statement::Flag(Placeholder p, bool value) {
   FillStep& step = Add(p, FillStep::kFlag);
   step.integer = value ? 1 : 0;
-  step.cls = value && kind_ == 1 ? FillStep::kNegative : FillStep::kPlain;
+  step.cls = value && kind_ == StorageKind::Jet ? FillStep::kNegative : FillStep::kPlain;
   return *this;
 }
 
@@ -198,7 +198,7 @@ Statement& Statement::FilterDate(Placeholder p, const Date& value) {
   CheckStorableDate(value);
   FillStep& step = Add(p, FillStep::kFilterDate);
   step.number = value.Value();
-  step.cls = kind_ == 1 ? FillStep::kDateTime : FillStep::kDateOnly;
+  step.cls = kind_ == StorageKind::Jet ? FillStep::kDateTime : FillStep::kDateOnly;
   return *this;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "runtime/StorageKind.h"
 #include "ztkdb/Currency.h"
 #include "ztkdb/Date.h"
 
@@ -88,9 +89,9 @@ class Statement {
   // A template that is a constant of the program, alive as long as it: it
   // is known by its address (two texts at one address would share what an
   // engine learnt of the first).
-  Statement(const char* constant, int16_t kind) : constant_(constant), kind_(kind) {}
+  Statement(const char* constant, StorageKind kind) : constant_(constant), kind_(kind) {}
   // A template put together at run time (a list's join and its tail).
-  Statement(std::string text, int16_t kind) : owned_(std::move(text)), kind_(kind) {}
+  Statement(std::string text, StorageKind kind) : owned_(std::move(text)), kind_(kind) {}
   // A finished text from a host or a tool: no steps, never bound.
   static Statement Text(std::string text);
 
@@ -109,7 +110,7 @@ class Statement {
   Statement& RecordDate(Placeholder p, const Date& value);
   Statement& FilterDate(Placeholder p, const Date& value);
 
-  int16_t Kind() const { return kind_; }
+  StorageKind Kind() const { return kind_; }
   const std::vector<FillStep>& Steps() const { return steps_; }
   bool IsHostText() const { return host_text_; }
   std::string_view Template() const { return constant_ ? std::string_view(constant_) : owned_; }
@@ -147,7 +148,7 @@ class Statement {
 
   const char* constant_ = nullptr;
   std::string owned_;
-  int16_t kind_ = 2;
+  StorageKind kind_ = StorageKind::Odbc;
   bool host_text_ = false;
   bool bindable_ = true;
   std::vector<FillStep> steps_;

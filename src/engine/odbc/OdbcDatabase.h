@@ -46,7 +46,7 @@ class OdbcDatabase final : public Database {
 
   ~OdbcDatabase() override;
 
-  int16_t Kind() const override { return 2; }
+  StorageKind Kind() const override { return StorageKind::Odbc; }
   int64_t LargestAmount() const override;
   const std::string& Path() const override { return connect_; }
   int64_t Execute(const std::string& sql) override;

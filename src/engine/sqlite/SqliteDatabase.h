@@ -43,7 +43,7 @@ class SqliteDatabase final : public Database {
 
   ~SqliteDatabase() override;
 
-  int16_t Kind() const override { return 1; }
+  StorageKind Kind() const override { return StorageKind::Jet; }
   int64_t LargestAmount() const override { return kLargestJetAmount; }
   const std::string& Path() const override { return path_; }
   int64_t Execute(const std::string& sql) override;
