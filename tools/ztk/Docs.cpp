@@ -2,10 +2,15 @@
 // written from the command tree the tool parses with.
 #include "Docs.h"
 
+#include <cstdio>
 #include <functional>
 #include <map>
 #include <set>
 #include <vector>
+
+#include "Commands.h"
+#include "Help.h"
+#include "Text.h"
 
 namespace ztk {
 namespace {
@@ -135,6 +140,44 @@ std::string BashCompletion(const CLI::App& app) {
          "  return 0\n"
          "}\n"
          "complete -F _ztk ztk\n";
+}
+
+void AddDocCommands(CLI::App& app, Context& ctx) {
+  // `help [COMMAND…]` is answered before parsing (ShowHelp): the words
+  // after it name a command, they are not parsed as one.
+  app.add_subcommand("help", _("this help, or a command's: ztk help auftrag list"));
+  auto* man = app.add_subcommand("man", _("print the manual page (roff; man -l <(ztk man))"));
+  man->callback([&app, &ctx] { ctx.action = [&app] { std::printf("%s", ManPage(app).c_str()); }; });
+  auto* completion =
+      app.add_subcommand("completion", _("print the bash completion (source <(ztk completion))"));
+  completion->callback(
+      [&app, &ctx] { ctx.action = [&app] { std::printf("%s", BashCompletion(app).c_str()); }; });
+}
+
+int ShowHelp(CLI::App& app, int argc, char** argv) {
+  CLI::App* topic = &app;
+  for (int i = 0; i < argc; ++i) {
+    if (argv[i][0] == '-') continue;  // ztk help --help, ztk help auftrag -h
+    CLI::App* sub = nullptr;
+    std::vector<std::string> names;
+    for (auto* candidate : topic->get_subcommands([](CLI::App*) { return true; })) {
+      if (candidate->get_name() == argv[i]) sub = candidate;
+      names.push_back(candidate->get_name());
+    }
+    if (!sub) {
+      const std::string nearest = Nearest(argv[i], names);
+      std::fprintf(stderr, "ztk: %s\n",
+                   (nearest.empty() ? Say(_("no command '{1}' to show help for"), argv[i])
+                                    : Say(_("no command '{1}' to show help for; did you mean "
+                                            "'{2}'?"),
+                                          argv[i], nearest))
+                       .c_str());
+      return kUsage;
+    }
+    topic = sub;
+  }
+  std::printf("%s", topic->help().c_str());
+  return kOk;
 }
 
 }  // namespace ztk

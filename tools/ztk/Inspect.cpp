@@ -5,8 +5,9 @@
 #include "Fields.h"
 #include "Text.h"
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/Database.h"
+#include "engine/RecordsetAccess.h"
 
 namespace ztk {
 
@@ -35,9 +36,12 @@ void Tables(Session& session, const OutputOptions& out) {
   Table table(out.csv ? Table(std::vector<std::string>{"Table", "Rows"})
                       : Table({Column{_("Table")}, Column{_("Rows"), 1, true}}));
   for (const auto& name : db->TableNames()) {
-    ZTkDb::Recordset rs(db, "", db->Query("SELECT count(*) AS n FROM " + name));
-    doc[name] = rs.Fields("n").ToLong();
-    table.Add({name, std::to_string(rs.Fields("n").ToLong())});
+    const int32_t rows =
+        ZTkDb::detail::RecordsetAccess::Make(db, "", db->Query("SELECT count(*) AS n FROM " + name))
+            ->Fields("n")
+            .ToLong();
+    doc[name] = rows;
+    table.Add({name, std::to_string(rows)});
   }
   if (out.json) return PrintJson(doc);
   table.Print(stdout, out);
@@ -48,7 +52,8 @@ void Query(Session& session, const std::string& sql, const OutputOptions& out) {
     throw UsageError(_("query needs a statement: ztk query \"SELECT …\""));
   }
   auto db = Opened(session);
-  ZTkDb::Recordset rs(db, sql, db->Query(sql));
+  const auto result = ZTkDb::detail::RecordsetAccess::Make(db, sql, db->Query(sql));
+  ZTkDb::Recordset& rs = *result;
   const int32_t count = rs.FieldCount();
   std::vector<std::string> names;
   names.reserve(static_cast<size_t>(count));

@@ -6,8 +6,9 @@
 
 #include "Text.h"
 #include "connection/DbConnectionRegistry.h"
-#include "connection/DbDialect.h"
+#include "connection/WorkspaceNames.h"
 #include "engine/Database.h"
+#include "engine/RecordsetAccess.h"
 
 namespace ztk {
 namespace {
@@ -70,7 +71,8 @@ int32_t ResolveRef(Session& session, const std::string& word, const std::string&
                 ->GetDatabase();
   const std::string sql = "SELECT lId, stNrVorsatz FROM " + table +
                           " WHERE lNr = " + std::to_string(nr) + " ORDER BY lId";
-  ZTkDb::Recordset rs(db, sql, db->Query(sql));
+  const auto result = ZTkDb::detail::RecordsetAccess::Make(db, sql, db->Query(sql));
+  ZTkDb::Recordset& rs = *result;
   std::vector<int32_t> exact, folded;
   if (rs.RecordCount() > 0) {
     for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {

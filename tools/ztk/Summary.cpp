@@ -1,11 +1,10 @@
-#include "Summary.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <map>
 
 #include "Columns.h"
+#include "Commands.h"
 #include "Fields.h"
 #include "Lists.h"
 #include "Text.h"
@@ -121,21 +120,20 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
 
 }  // namespace
 
-void AddSummaryCommand(CLI::App& app, DbOptions& db, const OutputOptions& out,
-                       std::function<void()>& action) {
+void AddSummaryCommand(CLI::App& app, Context& ctx) {
   static std::string from, to;
   auto* summary = app.add_subcommand(
       "summary", _("per site, for a period: orders opened, done, overdue now, hours and costs"));
   summary->add_option("--from", from, _("first day (default: 30 days ago)"));
   summary->add_option("--to", to, _("last day (default: today)"));
-  summary->callback([&] {
-    action = [&] {
+  summary->callback([&ctx] {
+    ctx.action = [&ctx] {
       const ZTkDb::Date today = ZTkDb::Date::Today();
       const ZTkDb::Date first = from.empty() ? today.AddDays(-30) : ParseDateOption("--from", from);
       const ZTkDb::Date last = to.empty() ? today : ParseDateOption("--to", to);
       if (last < first) throw UsageError(_("--to lies before --from"));
-      Session session(db);
-      Summarize(session, first.DatePart(), last.DatePart(), out);
+      Session session(ctx.db);
+      Summarize(session, first.DatePart(), last.DatePart(), ctx.out);
     };
   });
 }
