@@ -1,5 +1,7 @@
 #include "connection/SqlValueFormatter.h"
 
+#include "runtime/Quoting.h"
+
 namespace ZTkDb::detail {
 
 SqlValueFormatter& SqlValueFormatter::Instance() {
@@ -19,14 +21,7 @@ std::string SqlValueFormatter::TextLiteral(const std::string& text) const {
 }
 
 void SqlValueFormatter::AppendTextLiteral(std::string& out, std::string_view text) const {
-  // Runs between quotes copied whole: most texts hold none.
-  size_t from = 0;
-  for (size_t q = text.find('\''); q != std::string_view::npos; q = text.find('\'', from)) {
-    out.append(text.substr(from, q + 1 - from));
-    out += '\'';
-    from = q + 1;
-  }
-  out.append(text.substr(from));
+  AppendDoubled(out, text, '\'');
 }
 
 }  // namespace ZTkDb::detail

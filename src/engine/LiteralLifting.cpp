@@ -10,12 +10,11 @@ namespace {
 
 using Tokens = std::vector<Token>;
 
+// A LIKE pattern stands beside its column as a compared value does, and is
+// bound as one. (Only the date rewrite leaves LIKE out: a pattern is no
+// date.)
 bool IsComparison(const Token& tok) {
-  if (tok.kind == TokenKind::kOperator) {
-    return tok.text == "=" || tok.text == "<>" || tok.text == "<" || tok.text == "<=" ||
-           tok.text == ">" || tok.text == ">=" || tok.text == "!=";
-  }
-  return IsKeyword(tok, "LIKE");
+  return IsComparisonOperator(tok) || IsKeyword(tok, "LIKE");
 }
 
 // Keywords after which an expression's value stands.

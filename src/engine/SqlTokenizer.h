@@ -149,6 +149,14 @@ inline long PrevSig(const std::vector<Token>& t, long i) {
 
 // Case-insensitive comparison of an identifier token with a keyword (given
 // in upper case). Inline: every pass over a statement asks it of each word.
+// The operators that set a value against a column: "=", "<>", "!=", "<",
+// "<=", ">", ">=".
+inline bool IsComparisonOperator(const Token& t) {
+  if (t.kind != TokenKind::kOperator) return false;
+  return t.text == "=" || t.text == "<>" || t.text == "<" || t.text == "<=" || t.text == ">" ||
+         t.text == ">=" || t.text == "!=";
+}
+
 inline bool IsKeyword(const Token& t, std::string_view keyword) {
   if (t.kind != TokenKind::kIdentifier || t.text.size() != keyword.size()) return false;
   for (size_t i = 0; i < keyword.size(); ++i) {

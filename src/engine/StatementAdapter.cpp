@@ -8,6 +8,7 @@
 
 #include "engine/SqlTokenizer.h"
 #include "runtime/Raise.h"
+#include "sql/Literals.h"
 #include "ztkdb/Date.h"
 
 namespace ZTkDb::detail {
@@ -61,9 +62,7 @@ void RefuseSecondStatement(const Tokens& tokens) {
 bool IsGermanDateText(const std::string& value, Date& out) {
   // Only dd.mm.yyyy (with an optional time) is ours to rewrite; any other
   // text in a date position is left to the engine.
-  const size_t dot = value.find('.');
-  if (dot == std::string::npos || dot == 0 || dot > 2) return false;
-  return Date::TryParse(value, out);
+  return MayBeGermanDate(value) && Date::TryParse(value, out);
 }
 
 class Adapter {
@@ -212,11 +211,6 @@ class Adapter {
     }
   }
 
-  static bool IsComparison(const Token& tok) {
-    if (tok.kind != TokenKind::kOperator) return false;
-    return tok.text == "=" || tok.text == "<>" || tok.text == "<" || tok.text == "<=" ||
-           tok.text == ">" || tok.text == ">=" || tok.text == "!=";
-  }
 
   // The column at `i` going left (skipping the closing brackets that wrap it).
   long ColumnLeftOf(long op) const {
@@ -244,7 +238,7 @@ class Adapter {
     for (long i = 0; i < static_cast<long>(t_.size()); ++i) {
       if (!LooksLikeGermanDate(At(t_, i))) continue;
       long op = PrevSig(t_, i);
-      if (op >= 0 && IsComparison(At(t_, op))) {
+      if (op >= 0 && IsComparisonOperator(At(t_, op))) {
         long col = ColumnLeftOf(op);
         if (col >= 0 && IsDateColumn(At(t_, col), updateTable)) {
           RewriteDateString(i);
@@ -252,7 +246,7 @@ class Adapter {
         }
       }
       op = NextSig(t_, i);
-      if (op >= 0 && IsComparison(At(t_, op))) {
+      if (op >= 0 && IsComparisonOperator(At(t_, op))) {
         long col = ColumnRightOf(op);
         if (col >= 0 && IsDateColumn(At(t_, col), updateTable)) RewriteDateString(i);
       }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "runtime/Storable.h"
@@ -37,6 +38,14 @@ std::string RecordDateText(const Date& value);
 std::string TextValue(const std::string& value);
 // The same appended to `out`.
 void AppendTextValue(std::string& out, std::string_view value);
+// Whether the engine's date rewrite could read `text` as a German date
+// (dd.mm.yyyy and its shorter forms): its first '.' comes after one or two
+// characters. Only such texts are rewritten, so only they cannot be bound
+// as plain text.
+inline bool MayBeGermanDate(std::string_view text) {
+  const size_t dot = text.find('.');
+  return dot == 1 || dot == 2;
+}
 // "IN(" + the elements as they stand, comma-separated + ")". An empty list
 // gives "IN)": the removed last character is then the opening bracket.
 std::string IdListLiteral(const std::vector<std::string>& ids);

@@ -91,8 +91,7 @@ FillStep::Class IntegerClass(int64_t value) {
 // column's place is rewritten as a date.
 bool Statement::TextBindable(std::string_view text) {
   if (text.find_first_of(std::string_view("#\\?\0", 4)) != std::string_view::npos) return false;
-  const size_t dot = text.find('.');
-  return dot == std::string_view::npos || dot == 0 || dot > 2;
+  return !MayBeGermanDate(text);
 }
 
 Statement Statement::Text(std::string text) {

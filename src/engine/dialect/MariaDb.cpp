@@ -99,11 +99,7 @@ class MariaDb final : public ServerDialect {
   // the bound digits with the same conversion of its text.
   const char* BoundDecimal() const override { return "?"; }
   // "..." is a string here.
-  std::string QuoteName(const std::string& name) const override {
-    std::string out = "`";
-    for (char c : name) out += c == '`' ? std::string("``") : std::string(1, c);
-    return out + "`";
-  }
+  std::string QuoteName(const std::string& name) const override { return Quoted(name, '`'); }
 
  private:
   Lexicon lexicon_ = MakeLexicon();

@@ -6,6 +6,7 @@
 
 #include "engine/Database.h"
 #include "engine/SqlTokenizer.h"
+#include "runtime/Quoting.h"
 #include "runtime/ToolExport.h"
 
 namespace ZTkDb {
@@ -166,11 +167,7 @@ class ServerDialect {
   virtual std::string FoldedName(const std::string& name) const { return name; }
   // A table or column name as the server reads it, whatever it holds
   // (blanks, umlauts, its own quote).
-  virtual std::string QuoteName(const std::string& name) const {
-    std::string out = "\"";
-    for (char c : name) out += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return out + "\"";
-  }
+  virtual std::string QuoteName(const std::string& name) const { return Quoted(name, '"'); }
   // Queries that move an identity column's next value past the rows written
   // with explicit ids (none where the server does that by itself).
   virtual std::vector<std::string> IdentityAdvance(const std::string& /*table*/,
