@@ -201,7 +201,7 @@ TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
   ASSERT_TRUE(std::filesystem::exists(target));
   auto db = detail::SqliteDatabase::Open(target, false, false);
   EXPECT_EQ(Row(*db, "SELECT count(*) FROM T_Meldung")[0].ToLong(), 0);
-  EXPECT_TRUE(db->FindTable("Orders").empty());
+  EXPECT_FALSE(db->FindTable("Orders"));
 }
 
 // On the servers: names with blanks and umlauts quoted as each reads them,

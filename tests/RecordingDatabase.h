@@ -37,7 +37,7 @@ class RecordingDatabase : public ZTkDb::detail::Database {
     statements.push_back("INSERT INTO " + table + " (" + std::to_string(rows.size()) + " rows)");
     return static_cast<int64_t>(rows.size());
   }
-  std::string FindTable(const std::string&) override { return {}; }
+  std::optional<std::string> FindTable(const std::string&) override { return std::nullopt; }
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string&) override { return {}; }
   void AddColumn(const std::string&, const ZTkDb::detail::NewColumn&) override {}
   std::vector<std::string> TableNames() override { return {}; }

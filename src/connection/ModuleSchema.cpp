@@ -81,7 +81,7 @@ void CreateModuleSchemaOdbc(const std::string& connect) {
             "No module schema for the DBMS '" + db->DbmsName() +
                 "'; create the tables from the PostgreSQL DDL adapted to this server.");
   }
-  if (!db->FindTable("T_Auftrag").empty()) {
+  if (db->FindTable("T_Auftrag")) {
     Raise(3204, "ZTkDb.Schema", "The data source already holds the module tables (T_Auftrag).");
   }
   std::string script = ddl;

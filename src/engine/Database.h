@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,7 +59,7 @@ class Database {
  public:
   virtual ~Database() = default;
 
-  // 1 = the embedded (Jet-kind) engine, 2 = ODBC.
+  // Jet for the embedded engine, Odbc for every ODBC data source.
   virtual StorageKind Kind() const = 0;
   // The largest amount (scaled by 10,000) the engine gives back exactly.
   virtual int64_t LargestAmount() const { return std::numeric_limits<int64_t>::max(); }
@@ -87,8 +88,9 @@ class Database {
   virtual int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
                              const std::vector<std::vector<Variant>>& rows) = 0;
 
-  // Table names as the engine spells them; empty when there is no such table.
-  virtual std::string FindTable(const std::string& name) = 0;
+  // The table's name as the engine spells it (found without regard to
+  // case); nothing when there is no such table.
+  virtual std::optional<std::string> FindTable(const std::string& name) = 0;
   virtual std::vector<ColumnInfo> Columns(const std::string& table) = 0;
   virtual void AddColumn(const std::string& table, const NewColumn& column) = 0;
   virtual std::vector<std::string> TableNames() = 0;

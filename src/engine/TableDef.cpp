@@ -24,9 +24,9 @@ TableDef::TableDef(std::shared_ptr<Database> db, std::string name)
     : db_(std::move(db)), name_(std::move(name)) {}
 
 std::unique_ptr<TableDef> TableDefs::Item(const std::string& name) const {
-  std::string found = db_->FindTable(name);
-  if (found.empty()) return nullptr;
-  return std::make_unique<TableDef>(db_, found);
+  std::optional<std::string> found = db_->FindTable(name);
+  if (!found) return nullptr;
+  return std::make_unique<TableDef>(db_, std::move(*found));
 }
 
 }  // namespace ZTkDb::detail

@@ -6,7 +6,7 @@
 #include "Session.h"
 #include "Text.h"
 #include "Transfer.h"
-#include "connection/ModuleSchema.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 
@@ -20,9 +20,10 @@ void Check(const Endpoint& where, bool repair) {
     int64_t rows;
   };
   std::vector<Finding> found;
-  for (const auto& [name, column] : ZTkDb::detail::ModuleFlags()) {
-    const std::string table = engine.db->FindTable(name);
-    if (table.empty()) continue;
+  for (const auto& [name, column] : ZTkDb::tool::ModuleFlags()) {
+    const std::optional<std::string> spelled = engine.db->FindTable(name);
+    if (!spelled) continue;
+    const std::string& table = *spelled;
     const std::string stray =
         " WHERE " + column + " IS NOT NULL AND " + column + " <> 0 AND " + column + " <> " + truth;
     const int64_t rows = CountRows(*engine.db, table + stray);
@@ -59,7 +60,7 @@ void Check(const Endpoint& where, bool repair) {
   engine.db->BeginTrans();
   try {
     for (const Finding& f : found) {
-      const std::string table = engine.db->FindTable(f.table);
+      const std::string table = engine.db->FindTable(f.table).value_or(f.table);
       engine.db->Execute("UPDATE " + table + " SET " + f.column + " = " + truth + " WHERE " +
                          f.column + " IS NOT NULL AND " + f.column + " <> 0 AND " + f.column +
                          " <> " + truth);

@@ -10,15 +10,14 @@
 #include "Session.h"
 #include "Text.h"
 #include "Transfer.h"
-#include "connection/ModuleSchema.h"
-#include "engine/RowSet.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 namespace {
 
 using ZTkDb::Variant;
-using ZTkDb::detail::Database;
-using ZTkDb::detail::RowSet;
+using ZTkDb::tool::Database;
+using ZTkDb::tool::RowSet;
 
 // Parents before children: a link never names a row that is not there yet.
 constexpr const char* kTables[] = {"T_Meldung",  "T_Auftrag",   "T_AuftragMeldung",
@@ -76,13 +75,7 @@ Copied CopyTable(const std::shared_ptr<const RowSet>& rows, Engine& target, cons
   return {name, writer.Written()};
 }
 
-}  // namespace
-
-void Endpoint::RequireOne(const std::string& message) const {
-  if (db.empty() == odbc.empty()) throw UsageError(message);
-}
-
-void Copy(const CopyOptions& options) {
+void CheckEnds(const CopyOptions& options) {
   options.from.RequireOne(
       _("copy: give the source as either a SQLite file (--from-db) or an ODBC "
         "connection string (--from-odbc)"));
@@ -92,33 +85,38 @@ void Copy(const CopyOptions& options) {
   if (!options.from.db.empty() && options.from.db == options.to.db) {
     throw UsageError(_("copy: the source and the target are the same file"));
   }
-  NewTargetFile newFile(options.init ? options.to.db : std::string());
+}
+
+void PrepareTarget(const CopyOptions& options) {
   if (options.init) {
     if (!options.to.db.empty())
-      ZTkDb::detail::CreateModuleDatabase(options.to.db);
+      ZTkDb::tool::CreateModuleDatabase(options.to.db);
     else
-      ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
+      ZTkDb::tool::CreateModuleSchemaOdbc(options.to.odbc);
   } else if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
     throw Failure(
         Say(_("'{1}' does not exist (--init creates it with the module's tables)"), options.to.db));
   }
-  Engine source = OpenEngine(options.from, false);
-  Engine target = OpenEngine(options.to, true);
-  struct Planned {
-    std::string name, table;
-    int64_t before;
-  };
+}
+
+struct Planned {
+  std::string name, table;
+  int64_t before;
+};
+
+std::vector<Planned> PlanTables(Engine& source, Engine& target, bool append) {
   std::vector<Planned> plan;
   for (const char* name : kTables) {
-    if (source.db->FindTable(name).empty()) continue;
-    const std::string table = target.db->FindTable(name);
-    if (table.empty()) {
+    if (!source.db->FindTable(name)) continue;
+    const std::optional<std::string> found = target.db->FindTable(name);
+    if (!found) {
       throw Failure(Say(_("the target has no table {1} (--init creates the module's tables); "
                           "nothing was written"),
                         name));
     }
+    const std::string& table = *found;
     const int64_t before = CountRows(*target.db, table);
-    if (before > 0 && !options.append) {
+    if (before > 0 && !append) {
       throw Failure(
           // TRANSLATORS: {2} is a table.
           SayCount("the target's {2} already holds {1} row (--append adds to it, refusing "
@@ -129,36 +127,49 @@ void Copy(const CopyOptions& options) {
     }
     plan.push_back({name, table, before});
   }
+  return plan;
+}
+
+struct EndSnapshot {
+  Database& db;
+  ~EndSnapshot() { RollbackQuietly(db); }
+};
+
+std::vector<Copied> CopyTables(Engine& source, Engine& target, const std::vector<Planned>& plan) {
+  // The next table is read from the source while this one is written:
+  // the two ends are different connections, each used by one thread at
+  // a time.
+  auto read = [&source](const std::string& table) {
+    return source.db->Query("SELECT * FROM " + table, ZTkDb::tool::ResultSize::kMany);
+  };
   std::vector<Copied> copied;
-  // Every table as one moment of the source left them, however busy it is:
-  // no link copied without the order it names.
-  source.db->BeginSnapshot();
-  struct EndSnapshot {
-    ZTkDb::detail::Database& db;
-    ~EndSnapshot() { RollbackQuietly(db); }
-  } endSnapshot{*source.db};
+  std::future<std::shared_ptr<const RowSet>> next;
+  if (!plan.empty()) next = std::async(std::launch::async, read, plan[0].table);
+  for (size_t i = 0; i < plan.size(); ++i) {
+    auto rows = next.get();
+    if (i + 1 < plan.size()) next = std::async(std::launch::async, read, plan[i + 1].table);
+    copied.push_back(CopyTable(rows, target, plan[i].name, plan[i].table, plan[i].before));
+  }
+  return copied;
+}
+
+// The target's next ids follow the copied ones.
+void AdvanceIds(Engine& target, const std::vector<Planned>& plan) {
+  for (const Planned& p : plan) {
+    if (p.name == std::string("T_AuftragMeldung")) continue;  // no id of its own
+    for (const std::string& step : target.dialect->IdentityAdvance(p.table, "lId")) {
+      target.db->Query(step);
+    }
+  }
+}
+
+std::vector<Copied> CopyInTransaction(Engine& source, Engine& target,
+                                      const std::vector<Planned>& plan) {
+  std::vector<Copied> copied;
   target.db->BeginTrans();
   try {
-    // The next table is read from the source while this one is written:
-    // the two ends are different connections, each used by one thread at
-    // a time.
-    auto read = [&source](const std::string& table) {
-      return source.db->Query("SELECT * FROM " + table, ZTkDb::detail::ResultSize::kMany);
-    };
-    std::future<std::shared_ptr<const RowSet>> next;
-    if (!plan.empty()) next = std::async(std::launch::async, read, plan[0].table);
-    for (size_t i = 0; i < plan.size(); ++i) {
-      auto rows = next.get();
-      if (i + 1 < plan.size()) next = std::async(std::launch::async, read, plan[i + 1].table);
-      copied.push_back(CopyTable(rows, target, plan[i].name, plan[i].table, plan[i].before));
-    }
-    // The target's next ids follow the copied ones.
-    for (const Planned& p : plan) {
-      if (p.name == std::string("T_AuftragMeldung")) continue;  // no id of its own
-      for (const std::string& step : target.dialect->IdentityAdvance(p.table, "lId")) {
-        target.db->Query(step);
-      }
-    }
+    copied = CopyTables(source, target, plan);
+    AdvanceIds(target, plan);
     target.db->CommitTrans();
   } catch (const ZTkDb::Error& e) {
     RollbackQuietly(*target.db);
@@ -173,7 +184,10 @@ void Copy(const CopyOptions& options) {
     RollbackQuietly(*target.db);
     throw;
   }
-  newFile.Keep();
+  return copied;
+}
+
+void PrintCopied(const std::vector<Copied>& copied) {
   for (const Copied& c : copied) {
     // The count keeps its column: it is padded before it goes in.
     char count[24];
@@ -185,6 +199,28 @@ void Copy(const CopyOptions& options) {
             count);
     std::printf("%-20s %s\n", c.name.c_str(), line.c_str());
   }
+}
+
+}  // namespace
+
+void Endpoint::RequireOne(const std::string& message) const {
+  if (db.empty() == odbc.empty()) throw UsageError(message);
+}
+
+void Copy(const CopyOptions& options) {
+  CheckEnds(options);
+  NewTargetFile newFile(options.init ? options.to.db : std::string());
+  PrepareTarget(options);
+  Engine source = OpenEngine(options.from, false);
+  Engine target = OpenEngine(options.to, true);
+  const std::vector<Planned> plan = PlanTables(source, target, options.append);
+  // Every table as one moment of the source left them, however busy it is:
+  // no link copied without the order it names.
+  source.db->BeginSnapshot();
+  EndSnapshot endSnapshot{*source.db};
+  const std::vector<Copied> copied = CopyInTransaction(source, target, plan);
+  newFile.Keep();
+  PrintCopied(copied);
 }
 
 }  // namespace ztk

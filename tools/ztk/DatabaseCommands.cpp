@@ -11,7 +11,7 @@
 #include "Interrupt.h"
 #include "Text.h"
 #include "Transfer.h"
-#include "connection/ModuleSchema.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 namespace {
@@ -44,10 +44,10 @@ void AddInit(CLI::App& app, Context& ctx) {
         throw UsageError(_("init takes a PATH or --odbc \"CONNSTR\" (one of them)"));
       }
       if (!path.empty()) {
-        ZTkDb::detail::CreateModuleDatabase(path);
+        ZTkDb::tool::CreateModuleDatabase(path);
         std::printf("%s\n", Say(_("created {1}"), path).c_str());
       } else {
-        ZTkDb::detail::CreateModuleSchemaOdbc(ctx.db.odbc);
+        ZTkDb::tool::CreateModuleSchemaOdbc(ctx.db.odbc);
         std::printf("%s\n", _("created the module tables on the ODBC data source"));
       }
     };
@@ -118,9 +118,9 @@ void RunDemo(Context& ctx, const std::string& path, int reports) {
   // Declared first, so that the session is closed when the file goes.
   NewTargetFile newFile(ctx.db.odbc.empty() ? path : std::string());
   if (!ctx.db.odbc.empty()) {
-    ZTkDb::detail::CreateModuleSchemaOdbc(ctx.db.odbc);
+    ZTkDb::tool::CreateModuleSchemaOdbc(ctx.db.odbc);
   } else {
-    ZTkDb::detail::CreateModuleDatabase(path);
+    ZTkDb::tool::CreateModuleDatabase(path);
     ctx.db.db = path;
   }
   Session session(ctx.db);

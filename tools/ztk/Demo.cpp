@@ -79,12 +79,122 @@ std::string Time(int minutes) {
   return buf;
 }
 
+// The same draws every run: the data set is the same for the same day.
+class Dice {
+ public:
+  int operator()(int n) { return static_cast<int>(rng_() % static_cast<unsigned>(n)); }
+
+ private:
+  std::mt19937 rng_{20261122};
+};
+
+// The records the data set is written through.
+struct DemoRecords {
+  ZTkDb::CMeldung& meldung;
+  ZTkDb::CAuftrag& auftrag;
+  ZTkDb::CLeistung& leistung;
+  ZTkDb::CMaterial& material;
+  ZTkDb::CMsgOrderDokument& dokument;
+};
+
+// What the orders raised from a report take from it.
+struct Report {
+  const Site& site;
+  const Fault& fault;
+  int room;
+  int minute;
+  Date reported;
+  bool done;
+  Date done_on;
+  std::string text;
+};
+
+// Report `i` of `reports`, spread over the last 75 days.
+Report AddReport(const DemoRecords& records, Dice& pick, const Date& today, int i, int reports) {
+  const Site& site = kSites[static_cast<size_t>(pick(4))];
+  const Fault& fault = kFaults[static_cast<size_t>(pick(12))];
+  const int room = 100 * (1 + pick(4)) + 1 + pick(30);
+  const Date reported = today.AddDays(-(reports - 1 - i) * 75 / reports);
+  const int minute = 7 * 60 + pick(10 * 60);
+  // Older reports are mostly done, recent ones mostly open.
+  const bool done = reported < today.AddDays(-10) ? pick(10) < 7 : pick(10) < 2;
+  const Date doneOn = done ? std::min(today, reported.AddDays(1 + pick(6))) : ZTkDb::NoDate;
+  const std::string text = WithRoom(fault.text, room);
+  const int32_t nr = records.meldung.GetLastNrVorsatz("M") + 1;
+  records.meldung.CreateNew4(
+      nr, kMelder[static_cast<size_t>(pick(6))], 0, "0711 " + std::to_string(2000 + pick(8000)),
+      reported, Time(minute), 1000 + room, ZTkDb::sotRoom, text, reported.AddDays(3), "16:00",
+      ZTkDb::NoDate, "", done, doneOn, done ? Time(minute + 120) : "", 2, site.id * 10, site.id,
+      ZTkDb::hetTikora, "M", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0", site.ort,
+      site.objekt, "", "", fault.leistungsart, "Facility Management");
+  if (pick(10) < 3) {
+    records.dokument.CreateNew(records.meldung.Id(), 0,
+                               "/srv/helpdesk/fotos/" + std::to_string(reported.Year()),
+                               "meldung-" + std::to_string(nr) + ".jpg");
+  }
+  return {site, fault, room, minute, reported, done, doneOn, text};
+}
+
+// An order raised from the report just written, with its bookings.
+void AddOrder(const DemoRecords& records, Dice& pick, const Date& today, const Report& report,
+              int32_t& nextOrder) {
+  const Site& site = report.site;
+  const Fault& fault = report.fault;
+  const Date raised = std::min(today, report.reported.AddDays(pick(2)));
+  const bool orderDone = report.done || pick(10) < 2;
+  const Date orderDoneOn =
+      orderDone ? (report.done ? report.done_on : std::min(today, raised.AddDays(1 + pick(5))))
+                : ZTkDb::NoDate;
+  records.auftrag.CreateNew7(
+      nextOrder++, 7 + pick(5), raised, Time(report.minute + 30), 1000 + report.room,
+      ZTkDb::sotRoom, report.text, raised.AddDays(5), "", ZTkDb::NoDate, "", orderDone, orderDoneOn,
+      orderDone ? Time(report.minute + 180) : "", 0, 0, 0, 31, 2, site.id * 10, site.id,
+      ZTkDb::hetTikora, "A", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0",
+      "Facility Management", 0, "FM-100", site.ort, site.objekt,
+      "KST-" + std::to_string(400 + site.id), fault.auftragnehmer, false, "", fault.leistungsart,
+      Currency::FromScaled(fault.preis * (1 + pick(3))), fault.leistungsart, "Herr Brandt");
+  records.auftrag.Connect2Msg(records.meldung.Id());
+  for (int b = pick(3); b > 0; --b) {
+    records.leistung.CreateNew1(
+        records.auftrag.Id(), 7, raised.AddDays(pick(3)), Time(8 * 60 + pick(480)), 1,
+        0.5 * (1 + pick(8)), Currency::FromScaled(685000), 1.0, 4.0 * pick(10),
+        Currency::FromScaled(4500), "", 9, "Lohn", 31, "KST-" + std::to_string(400 + site.id),
+        fault.auftragnehmer, kMelder[static_cast<size_t>(pick(6))], fault.leistungsart,
+        "Facility Management", pick(4) == 0);
+  }
+  if (pick(10) < 6) {
+    records.material.CreateNew3(records.auftrag.Id(), fault.leistungsart, fault.material,
+                                1 + pick(4), Currency::FromScaled(fault.preis / 4), 1.0, 9,
+                                "Material", "KST-" + std::to_string(400 + site.id), fault.einheit,
+                                "Facility Management", pick(3) == 0);
+  }
+  if (pick(10) < 2) {
+    records.dokument.CreateNew(0, records.auftrag.Id(), "/srv/helpdesk/angebote",
+                               "angebot-A" + std::to_string(records.auftrag.Nr()) + ".pdf");
+  }
+}
+
+// Planned maintenance raised by the technical-equipment module, no report.
+void AddMaintenance(ZTkDb::CAuftrag& auftrag, Dice& pick, const Date& today, int reports,
+                    int32_t& nextOrder) {
+  for (int m = 0; m < reports / 10; ++m) {
+    const Site& site = kSites[static_cast<size_t>(pick(4))];
+    const Date raised = today.AddDays(-pick(40));
+    auftrag.CreateNew7(nextOrder++, 11, raised, "07:00", 5000 + m, ZTkDb::sotTechObj,
+                       "Wartung Lüftungsanlage nach Plan", raised.AddDays(14), "", ZTkDb::NoDate,
+                       "", false, ZTkDb::NoDate, "", 300 + m, 0, 1, 31, 2, site.id * 10, site.id,
+                       ZTkDb::hetTechnik, "A", "Schulz", "0711 100-0", "Technik", 0, "FM-200",
+                       site.ort, site.objekt, "KST-" + std::to_string(400 + site.id),
+                       "Kältetechnik Roth", false, "", "Wartung", Currency::FromScaled(1500000),
+                       "Wartung", "Herr Brandt");
+  }
+}
+
 }  // namespace
 
 void BuildDemoData(Session& session, int reports) {
   const std::string& client = session.Client();
-  std::mt19937 rng(20261122);
-  auto pick = [&](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
+  Dice pick;
   const Date today = Date::Today();
   Progress progress(_("Demo data"), static_cast<size_t>(reports));
 
@@ -99,81 +209,17 @@ void BuildDemoData(Session& session, int reports) {
     material.ConnectStorage(client);
     ZTkDb::CMsgOrderDokument dokument;
     dokument.ConnectStorage(client);
+    const DemoRecords records{meldung, auftrag, leistung, material, dokument};
     int32_t nextOrder = auftrag.GetLastNr() + 1;
 
     for (int i = 0; i < reports; ++i) {
-      const Site& site = kSites[static_cast<size_t>(pick(4))];
-      const Fault& fault = kFaults[static_cast<size_t>(pick(12))];
-      const int room = 100 * (1 + pick(4)) + 1 + pick(30);
-      const Date reported = today.AddDays(-(reports - 1 - i) * 75 / reports);
-      const int minute = 7 * 60 + pick(10 * 60);
-      // Older reports are mostly done, recent ones mostly open.
-      const bool done = reported < today.AddDays(-10) ? pick(10) < 7 : pick(10) < 2;
-      const Date doneOn = done ? std::min(today, reported.AddDays(1 + pick(6))) : ZTkDb::NoDate;
-      const std::string text = WithRoom(fault.text, room);
-      const int32_t nr = meldung.GetLastNrVorsatz("M") + 1;
-      meldung.CreateNew4(
-          nr, kMelder[static_cast<size_t>(pick(6))], 0, "0711 " + std::to_string(2000 + pick(8000)),
-          reported, Time(minute), 1000 + room, ZTkDb::sotRoom, text, reported.AddDays(3), "16:00",
-          ZTkDb::NoDate, "", done, doneOn, done ? Time(minute + 120) : "", 2, site.id * 10, site.id,
-          ZTkDb::hetTikora, "M", kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0", site.ort,
-          site.objekt, "", "", fault.leistungsart, "Facility Management");
-      if (pick(10) < 3) {
-        dokument.CreateNew(meldung.Id(), 0,
-                           "/srv/helpdesk/fotos/" + std::to_string(reported.Year()),
-                           "meldung-" + std::to_string(nr) + ".jpg");
-      }
+      const Report report = AddReport(records, pick, today, i, reports);
       // Most reports raise one order, some two, a few none.
       const int orders = pick(10) < 1 ? 0 : (pick(10) < 2 ? 2 : 1);
-      for (int o = 0; o < orders; ++o) {
-        const Date raised = std::min(today, reported.AddDays(pick(2)));
-        const bool orderDone = done || pick(10) < 2;
-        const Date orderDoneOn =
-            orderDone ? (done ? doneOn : std::min(today, raised.AddDays(1 + pick(5))))
-                      : ZTkDb::NoDate;
-        auftrag.CreateNew7(nextOrder++, 7 + pick(5), raised, Time(minute + 30), 1000 + room,
-                           ZTkDb::sotRoom, text, raised.AddDays(5), "", ZTkDb::NoDate, "",
-                           orderDone, orderDoneOn, orderDone ? Time(minute + 180) : "", 0, 0, 0, 31,
-                           2, site.id * 10, site.id, ZTkDb::hetTikora, "A",
-                           kBearbeiter[static_cast<size_t>(pick(3))], "0711 100-0",
-                           "Facility Management", 0, "FM-100", site.ort, site.objekt,
-                           "KST-" + std::to_string(400 + site.id), fault.auftragnehmer, false, "",
-                           fault.leistungsart, Currency::FromScaled(fault.preis * (1 + pick(3))),
-                           fault.leistungsart, "Herr Brandt");
-        auftrag.Connect2Msg(meldung.Id());
-        for (int b = pick(3); b > 0; --b) {
-          leistung.CreateNew1(auftrag.Id(), 7, raised.AddDays(pick(3)), Time(8 * 60 + pick(480)), 1,
-                              0.5 * (1 + pick(8)), Currency::FromScaled(685000), 1.0,
-                              4.0 * pick(10), Currency::FromScaled(4500), "", 9, "Lohn", 31,
-                              "KST-" + std::to_string(400 + site.id), fault.auftragnehmer,
-                              kMelder[static_cast<size_t>(pick(6))], fault.leistungsart,
-                              "Facility Management", pick(4) == 0);
-        }
-        if (pick(10) < 6) {
-          material.CreateNew3(auftrag.Id(), fault.leistungsart, fault.material, 1 + pick(4),
-                              Currency::FromScaled(fault.preis / 4), 1.0, 9, "Material",
-                              "KST-" + std::to_string(400 + site.id), fault.einheit,
-                              "Facility Management", pick(3) == 0);
-        }
-        if (pick(10) < 2) {
-          dokument.CreateNew(0, auftrag.Id(), "/srv/helpdesk/angebote",
-                             "angebot-A" + std::to_string(auftrag.Nr()) + ".pdf");
-        }
-      }
+      for (int o = 0; o < orders; ++o) AddOrder(records, pick, today, report, nextOrder);
       progress.Step(static_cast<size_t>(i) + 1);
     }
-    // Planned maintenance raised by the technical-equipment module, no report.
-    for (int m = 0; m < reports / 10; ++m) {
-      const Site& site = kSites[static_cast<size_t>(pick(4))];
-      const Date raised = today.AddDays(-pick(40));
-      auftrag.CreateNew7(nextOrder++, 11, raised, "07:00", 5000 + m, ZTkDb::sotTechObj,
-                         "Wartung Lüftungsanlage nach Plan", raised.AddDays(14), "", ZTkDb::NoDate,
-                         "", false, ZTkDb::NoDate, "", 300 + m, 0, 1, 31, 2, site.id * 10, site.id,
-                         ZTkDb::hetTechnik, "A", "Schulz", "0711 100-0", "Technik", 0, "FM-200",
-                         site.ort, site.objekt, "KST-" + std::to_string(400 + site.id),
-                         "Kältetechnik Roth", false, "", "Wartung", Currency::FromScaled(1500000),
-                         "Wartung", "Herr Brandt");
-    }
+    AddMaintenance(auftrag, pick, today, reports, nextOrder);
   });
 }
 

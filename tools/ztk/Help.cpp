@@ -1,6 +1,7 @@
 #include "Help.h"
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
 
 #include "Output.h"
@@ -156,67 +157,79 @@ std::string Nearest(const std::string& typed, const std::vector<std::string>& kn
   return best;
 }
 
-std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
-  std::string what = e.what();
-  if (what.find("At Most 1 required but received") != std::string::npos) {
-    return Say(_("{1} was given more than once"), what.substr(0, what.find(':')));
+namespace {
+
+std::string Listing(const std::vector<std::string>& names) {
+  std::string known;
+  for (const auto& n : names) known += (known.empty() ? "" : ", ") + n;
+  return known;
+}
+
+std::string UnknownCommand(const std::string& path, const std::string& word,
+                           const std::vector<std::string>& names) {
+  const std::string nearest = Nearest(word, names);
+  if (!nearest.empty()) {
+    return Say(_("unknown command '{1}'; did you mean '{2}'?"), path + word, path + nearest);
   }
-  if (dynamic_cast<const CLI::ExtrasError*>(&e) || what.find("A subcommand is required") == 0 ||
-      what.find("a command is required") != std::string::npos ||
-      what.find("subcommand") != std::string::npos) {
-    // The command words in order: the first that names no command of the
-    // one before it is unknown; a command with commands below it and none
-    // given lacks one.
-    const CLI::App* at = &app;
-    std::string path;
-    for (int i = FirstWord(argc, argv); i < argc; ++i) {
-      const std::string word = argv[i];
-      if (word.starts_with("-")) {
-        if (word == "--db" || word == "--odbc" || word == "--client") ++i;
-        continue;
-      }
-      const auto names = Names(*at);
-      if (names.empty()) break;  // the arguments of a command
-      if (std::find(names.begin(), names.end(), word) == names.end()) {
-        std::string known;
-        for (const auto& n : names) known += (known.empty() ? "" : ", ") + n;
-        const std::string nearest = Nearest(word, names);
-        if (!nearest.empty()) {
-          return Say(_("unknown command '{1}'; did you mean '{2}'?"), path + word, path + nearest);
-        }
-        return Say(_("unknown command '{1}'; the commands are {2}"), path + word, known);
-      }
-      path += word + " ";
-      at = at->get_subcommand(word);
+  return Say(_("unknown command '{1}'; the commands are {2}"), path + word, Listing(names));
+}
+
+// An option the command does not know, with the nearest one it knows.
+std::optional<std::string> UnknownOption(const CLI::App* at, const std::string& path,
+                                         const std::string& what) {
+  std::vector<std::string> options;
+  for (const CLI::App* a = at; a; a = a->get_parent()) {
+    for (const CLI::Option* option : a->get_options()) {
+      for (const auto& name : option->get_lnames()) options.push_back("--" + name);
     }
-    if (!Names(*at).empty()) {
-      std::string known;
-      for (const auto& n : Names(*at)) known += (known.empty() ? "" : ", ") + n;
-      return path.empty()
-                 ? std::string(_("a command is required"))
-                 : Say(_("'{1}' needs a command: {2}"), path.substr(0, path.size() - 1), known);
-    }
-    // An option the command does not know, with the nearest one it knows.
-    if (dynamic_cast<const CLI::ExtrasError*>(&e)) {
-      std::vector<std::string> options;
-      for (const CLI::App* a = at; a; a = a->get_parent()) {
-        for (const CLI::Option* option : a->get_options()) {
-          for (const auto& name : option->get_lnames()) options.push_back("--" + name);
-        }
-      }
-      std::stringstream extras(what.substr(what.find(':') + 1));
-      for (std::string word; extras >> word;) {
-        if (!word.starts_with("-")) continue;
-        const std::string bare = word.substr(0, word.find('='));
-        const std::string nearest = Nearest(bare, options);
-        return nearest.empty()
-                   ? Say(_("unknown option '{1}'; ztk help {2}lists the options"), bare, path)
-                   : Say(_("unknown option '{1}'; did you mean '{2}'?"), bare, nearest);
-      }
-    }
-    if (what == "a command is required") return _("a command is required");
   }
-  // The rest of CLI11's words, in the user's language.
+  std::stringstream extras(what.substr(what.find(':') + 1));
+  for (std::string word; extras >> word;) {
+    if (!word.starts_with("-")) continue;
+    const std::string bare = word.substr(0, word.find('='));
+    const std::string nearest = Nearest(bare, options);
+    return nearest.empty()
+               ? Say(_("unknown option '{1}'; ztk help {2}lists the options"), bare, path)
+               : Say(_("unknown option '{1}'; did you mean '{2}'?"), bare, nearest);
+  }
+  return std::nullopt;
+}
+
+// The command words in order: the first that names no command of the one
+// before it is unknown; a command with commands below it and none given
+// lacks one.
+std::optional<std::string> CommandMessage(const CLI::App& app, const CLI::ParseError& e,
+                                          const std::string& what, int argc, char** argv) {
+  const CLI::App* at = &app;
+  std::string path;
+  for (int i = FirstWord(argc, argv); i < argc; ++i) {
+    const std::string word = argv[i];
+    if (word.starts_with("-")) {
+      if (word == "--db" || word == "--odbc" || word == "--client") ++i;
+      continue;
+    }
+    const auto names = Names(*at);
+    if (names.empty()) break;  // the arguments of a command
+    if (std::find(names.begin(), names.end(), word) == names.end()) {
+      return UnknownCommand(path, word, names);
+    }
+    path += word + " ";
+    at = at->get_subcommand(word);
+  }
+  if (!Names(*at).empty()) {
+    return path.empty() ? std::string(_("a command is required"))
+                        : Say(_("'{1}' needs a command: {2}"), path.substr(0, path.size() - 1),
+                              Listing(Names(*at)));
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&e)) {
+    if (auto message = UnknownOption(at, path, what)) return message;
+  }
+  if (what == "a command is required") return _("a command is required");
+  return std::nullopt;
+}
+
+// The rest of CLI11's words, in the user's language.
+std::string TranslatedMessage(const CLI::ParseError& e, const std::string& what) {
   auto after = [&](const std::string& marker) {
     const size_t at = what.find(marker);
     return at == std::string::npos ? std::string() : what.substr(at + marker.size());
@@ -252,6 +265,21 @@ std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc
     return Say(_("{1} must lie in {2}"), name, range);
   }
   return what;
+}
+
+}  // namespace
+
+std::string ParseMessage(const CLI::App& app, const CLI::ParseError& e, int argc, char** argv) {
+  const std::string what = e.what();
+  if (what.find("At Most 1 required but received") != std::string::npos) {
+    return Say(_("{1} was given more than once"), what.substr(0, what.find(':')));
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&e) || what.find("A subcommand is required") == 0 ||
+      what.find("a command is required") != std::string::npos ||
+      what.find("subcommand") != std::string::npos) {
+    if (auto message = CommandMessage(app, e, what, argc, argv)) return *message;
+  }
+  return TranslatedMessage(e, what);
 }
 
 }  // namespace ztk

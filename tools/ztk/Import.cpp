@@ -16,15 +16,13 @@
 #include "Session.h"
 #include "Text.h"
 #include "Transfer.h"
-#include "connection/ModuleSchema.h"
-#include "engine/Database.h"
-#include "engine/RowSet.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 namespace {
 
 using ZTkDb::Variant;
-using ZTkDb::detail::DaoFieldType;
+using ZTkDb::tool::DaoFieldType;
 
 constexpr const char* kModuleTables[] = {"T_Meldung",  "T_Auftrag",   "T_AuftragMeldung",
                                          "T_Leistung", "T_AMaterial", "T_MsgOrderDokument"};
@@ -42,18 +40,18 @@ struct TableCloser {
 // holds (OLE objects, binary, attachments and multi-value fields).
 bool DaoTypeOf(int jetType, DaoFieldType& out) {
   switch (jetType) {
-    case MDB_BOOL: out = ZTkDb::detail::dbBoolean; return true;
-    case MDB_BYTE: out = ZTkDb::detail::dbByte; return true;
-    case MDB_INT: out = ZTkDb::detail::dbInteger; return true;
-    case MDB_LONGINT: out = ZTkDb::detail::dbLong; return true;
-    case MDB_MONEY: out = ZTkDb::detail::dbCurrency; return true;
+    case MDB_BOOL: out = ZTkDb::tool::dbBoolean; return true;
+    case MDB_BYTE: out = ZTkDb::tool::dbByte; return true;
+    case MDB_INT: out = ZTkDb::tool::dbInteger; return true;
+    case MDB_LONGINT: out = ZTkDb::tool::dbLong; return true;
+    case MDB_MONEY: out = ZTkDb::tool::dbCurrency; return true;
     case MDB_FLOAT:
     case MDB_DOUBLE:
-    case MDB_NUMERIC: out = ZTkDb::detail::dbDouble; return true;
-    case MDB_DATETIME: out = ZTkDb::detail::dbDate; return true;
+    case MDB_NUMERIC: out = ZTkDb::tool::dbDouble; return true;
+    case MDB_DATETIME: out = ZTkDb::tool::dbDate; return true;
     case MDB_TEXT:
-    case MDB_REPID: out = ZTkDb::detail::dbText; return true;
-    case MDB_MEMO: out = ZTkDb::detail::dbMemo; return true;
+    case MDB_REPID: out = ZTkDb::tool::dbText; return true;
+    case MDB_MEMO: out = ZTkDb::tool::dbMemo; return true;
     default: return false;
   }
 }
@@ -152,7 +150,7 @@ std::unique_ptr<MdbHandle, MdbCloser> OpenFile(const std::string& file) {
 
 std::string ModuleName(const std::string& table) {
   for (const char* m : kModuleTables) {
-    if (ZTkDb::detail::LowerAscii(table) == ZTkDb::detail::LowerAscii(m)) return m;
+    if (ZTkDb::tool::LowerAscii(table) == ZTkDb::tool::LowerAscii(m)) return m;
   }
   return {};
 }
@@ -166,7 +164,7 @@ struct Planned {
 };
 
 Planned PlanModuleTable(const JetTable& t, const std::string& name, Engine& target) {
-  Planned p{name, target.db->FindTable(ModuleName(name)), {}, {}, false};
+  Planned p{name, target.db->FindTable(ModuleName(name)).value_or(ModuleName(name)), {}, {}, false};
   const auto columns = target.db->Columns(p.target);
   for (unsigned j = 0; j < t.Count(); ++j) {
     p.columns.push_back(j);
@@ -177,12 +175,12 @@ Planned PlanModuleTable(const JetTable& t, const std::string& name, Engine& targ
 
 Planned PlanOtherTable(const JetTable& t, const std::string& name, Engine& target,
                        std::vector<std::string>& skipped) {
-  if (!target.db->FindTable(name).empty()) {
+  if (target.db->FindTable(name)) {
     throw Failure(Say(_("the target has a table {1} already; nothing was written"), name));
   }
   Planned p{name, target.dialect->QuoteName(name), {}, {}, true};
   for (unsigned j = 0; j < t.Count(); ++j) {
-    DaoFieldType type = ZTkDb::detail::dbText;
+    DaoFieldType type = ZTkDb::tool::dbText;
     if (!DaoTypeOf(t.Column(j)->col_type, type)) {
       skipped.push_back(name + "." + t.Column(j)->name);
       continue;
@@ -196,23 +194,17 @@ Planned PlanOtherTable(const JetTable& t, const std::string& name, Engine& targe
 std::string CreateStatement(const JetTable& t, const Planned& p, const Engine& target) {
   std::string sql = "CREATE TABLE " + p.target + " (";
   for (size_t i = 0; i < p.columns.size(); ++i) {
-    DaoFieldType type = ZTkDb::detail::dbText;
+    DaoFieldType type = ZTkDb::tool::dbText;
     DaoTypeOf(t.Column(p.columns[i])->col_type, type);
     sql += (i ? ", " : "") + p.target_columns[i] + " " + target.dialect->ColumnType(type);
   }
   return sql + ")";
 }
 
-}  // namespace
-
-void Import(const ImportOptions& options) {
-  options.to.RequireOne(
-      _("import: give the target as either a SQLite file (TARGET or --to-db) or an "
-        "ODBC connection string (--to-odbc)"));
-  auto mdb = OpenFile(options.file);
+std::vector<std::string> TablesToImport(const MdbHandle& mdb, const ImportOptions& options) {
   std::vector<std::string> names;
-  for (unsigned i = 0; i < mdb->num_catalog; ++i) {
-    auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(mdb->catalog, i));
+  for (unsigned i = 0; i < mdb.num_catalog; ++i) {
+    auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(mdb.catalog, i));
     if (entry->object_type != MDB_TABLE || mdb_is_system_table(entry)) continue;
     const std::string name = entry->object_name;
     if (!ModuleName(name).empty() || options.all_tables) names.push_back(name);
@@ -222,18 +214,25 @@ void Import(const ImportOptions& options) {
                         "table); nothing was written"),
                       options.file));
   }
-  NewTargetFile newFile(options.to.db);
-  if (!options.to.db.empty() && !std::filesystem::exists(options.to.db)) {
-    ZTkDb::detail::CreateModuleDatabase(options.to.db);
+  return names;
+}
+
+Engine OpenTarget(const Endpoint& to) {
+  if (!to.db.empty() && !std::filesystem::exists(to.db)) {
+    ZTkDb::tool::CreateModuleDatabase(to.db);
   }
-  Engine target = OpenEngine(options.to, true);
-  if (target.db->FindTable("T_Auftrag").empty() && options.to.db.empty()) {
-    ZTkDb::detail::CreateModuleSchemaOdbc(options.to.odbc);
+  Engine target = OpenEngine(to, true);
+  if (!target.db->FindTable("T_Auftrag") && to.db.empty()) {
+    ZTkDb::tool::CreateModuleSchemaOdbc(to.odbc);
   }
+  return target;
+}
+
+std::vector<Planned> PlanTables(MdbHandle* mdb, const std::vector<std::string>& names,
+                                Engine& target, std::vector<std::string>& skipped) {
   std::vector<Planned> plan;
-  std::vector<std::string> skipped;
   for (const std::string& name : names) {
-    JetTable t(mdb.get(), name);
+    JetTable t(mdb, name);
     if (!ModuleName(name).empty()) {
       Planned p = PlanModuleTable(t, name, target);
       if (CountRows(*target.db, p.target) > 0) {
@@ -245,71 +244,94 @@ void Import(const ImportOptions& options) {
       plan.push_back(PlanOtherTable(t, name, target, skipped));
     }
   }
-  // Tables are created first: some servers commit each CREATE by itself.
-  // They are dropped again when the import fails.
-  std::vector<std::string> created;
-  const auto dropCreated = [&] {
-    for (const std::string& table : created) {
-      try {
-        target.db->Execute("DROP TABLE " + table);
-      } catch (...) {
-        // Left for the host to see; the failure is reported either way.
-      }
-    }
-  };
-  struct Done {
-    std::string name;
-    int64_t read = 0, written = 0;
-  };
-  std::vector<Done> done;
-  try {
-    for (const Planned& p : plan) {
-      if (!p.created) continue;
-      JetTable t(mdb.get(), p.source);
-      target.db->Execute(CreateStatement(t, p, target));
-      created.push_back(p.target);
-    }
-    target.db->BeginTrans();
+  return plan;
+}
+
+// `created` grows with each table made, so that a failure part of the way
+// drops those made so far.
+void CreateTables(MdbHandle* mdb, const std::vector<Planned>& plan, Engine& target,
+                  std::vector<std::string>& created) {
+  for (const Planned& p : plan) {
+    if (!p.created) continue;
+    JetTable t(mdb, p.source);
+    target.db->Execute(CreateStatement(t, p, target));
+    created.push_back(p.target);
+  }
+}
+
+void DropTables(Engine& target, const std::vector<std::string>& created) {
+  for (const std::string& table : created) {
     try {
-      for (const Planned& p : plan) {
-        JetTable t(mdb.get(), p.source);
-        RowWriter writer(target, p.target, p.target_columns);
-        const FlagForms flags(target, p.target, p.target_columns);
-        Progress progress(p.source, static_cast<size_t>(std::max<int64_t>(t.Rows(), 0)));
-        std::vector<Variant> row(p.columns.size());
-        int64_t read = 0;
-        while (t.Next()) {
-          for (size_t i = 0; i < p.columns.size(); ++i) row[i] = t.Value(p.columns[i]);
-          flags.Apply(row);
-          writer.Add(row);
-          progress.Step(static_cast<size_t>(++read));
-        }
-        writer.Finish();
-        int64_t held = 0;
-        if (ChecksumOf(*target.db, p.target, p.target_columns, held) != writer.Checksum() ||
-            held != read) {
-          throw Failure(Say(_("{1}: the values read back from the target differ from the file's; "
-                              "nothing was written"),
-                            p.source));
-        }
-        done.push_back({p.source, read, writer.Written()});
-      }
-      for (const Planned& p : plan) {
-        if (p.created || ModuleName(p.source) == "T_AuftragMeldung") continue;
-        for (const std::string& step : target.dialect->IdentityAdvance(p.target, "lId")) {
-          target.db->Query(step);
-        }
-      }
-      target.db->CommitTrans();
+      target.db->Execute("DROP TABLE " + table);
     } catch (...) {
-      RollbackQuietly(*target.db);
-      throw;
+      // Left for the host to see; the failure is reported either way.
     }
+  }
+}
+
+struct Done {
+  std::string name;
+  int64_t read = 0, written = 0;
+};
+
+Done WriteTable(MdbHandle* mdb, const Planned& p, Engine& target) {
+  JetTable t(mdb, p.source);
+  RowWriter writer(target, p.target, p.target_columns);
+  const FlagForms flags(target, p.target, p.target_columns);
+  Progress progress(p.source, static_cast<size_t>(std::max<int64_t>(t.Rows(), 0)));
+  std::vector<Variant> row(p.columns.size());
+  int64_t read = 0;
+  while (t.Next()) {
+    for (size_t i = 0; i < p.columns.size(); ++i) row[i] = t.Value(p.columns[i]);
+    flags.Apply(row);
+    writer.Add(row);
+    progress.Step(static_cast<size_t>(++read));
+  }
+  writer.Finish();
+  int64_t held = 0;
+  if (ChecksumOf(*target.db, p.target, p.target_columns, held) != writer.Checksum() ||
+      held != read) {
+    throw Failure(Say(_("{1}: the values read back from the target differ from the file's; "
+                        "nothing was written"),
+                      p.source));
+  }
+  return {p.source, read, writer.Written()};
+}
+
+std::vector<Done> WriteInTransaction(MdbHandle* mdb, const std::vector<Planned>& plan,
+                                     Engine& target) {
+  std::vector<Done> done;
+  target.db->BeginTrans();
+  try {
+    for (const Planned& p : plan) done.push_back(WriteTable(mdb, p, target));
+    for (const Planned& p : plan) {
+      if (p.created || ModuleName(p.source) == "T_AuftragMeldung") continue;
+      for (const std::string& step : target.dialect->IdentityAdvance(p.target, "lId")) {
+        target.db->Query(step);
+      }
+    }
+    target.db->CommitTrans();
   } catch (...) {
-    dropCreated();
+    RollbackQuietly(*target.db);
     throw;
   }
-  newFile.Keep();
+  return done;
+}
+
+// Tables are created first: some servers commit each CREATE by itself.
+// They are dropped again when the import fails.
+std::vector<Done> WriteTables(MdbHandle* mdb, const std::vector<Planned>& plan, Engine& target) {
+  std::vector<std::string> created;
+  try {
+    CreateTables(mdb, plan, target, created);
+    return WriteInTransaction(mdb, plan, target);
+  } catch (...) {
+    DropTables(target, created);
+    throw;
+  }
+}
+
+void PrintDone(const std::vector<Done>& done, const std::vector<std::string>& skipped) {
   for (const Done& d : done) {
     // The counts keep their columns: they are padded before they go in.
     char read[24], written[24];
@@ -328,6 +350,23 @@ void Import(const ImportOptions& options) {
         "%s\n",
         Say(_("not copied: {1} (an OLE object, binary data or attachments)"), column).c_str());
   }
+}
+
+}  // namespace
+
+void Import(const ImportOptions& options) {
+  options.to.RequireOne(
+      _("import: give the target as either a SQLite file (TARGET or --to-db) or an "
+        "ODBC connection string (--to-odbc)"));
+  auto mdb = OpenFile(options.file);
+  const std::vector<std::string> names = TablesToImport(*mdb, options);
+  NewTargetFile newFile(options.to.db);
+  Engine target = OpenTarget(options.to);
+  std::vector<std::string> skipped;
+  const std::vector<Planned> plan = PlanTables(mdb.get(), names, target, skipped);
+  const std::vector<Done> done = WriteTables(mdb.get(), plan, target);
+  newFile.Keep();
+  PrintDone(done, skipped);
 }
 
 }  // namespace ztk

@@ -4,19 +4,14 @@
 
 #include "Fields.h"
 #include "Text.h"
-#include "connection/DbConnectionRegistry.h"
-#include "connection/WorkspaceNames.h"
-#include "engine/Database.h"
-#include "engine/RecordsetAccess.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 
 namespace {
 
-std::shared_ptr<ZTkDb::detail::Database> Opened(Session& session) {
-  return ZTkDb::detail::DbConnectionRegistry::Instance()
-      .Item(ZTkDb::detail::WorkspaceName(session.Client()))
-      ->GetDatabase();
+std::shared_ptr<ZTkDb::tool::Database> Opened(Session& session) {
+  return ZTkDb::tool::EngineOf(session.Client());
 }
 
 // A value for CSV: what JSON says of it, without JSON's quotes.
@@ -37,9 +32,7 @@ void Tables(Session& session, const OutputOptions& out) {
                       : Table({Column{_("Table")}, Column{_("Rows"), 1, true}}));
   for (const auto& name : db->TableNames()) {
     const int32_t rows =
-        ZTkDb::detail::RecordsetAccess::Make(db, "", db->Query("SELECT count(*) AS n FROM " + name))
-            ->Fields("n")
-            .ToLong();
+        ZTkDb::tool::Results(db, "SELECT count(*) AS n FROM " + name)->Fields("n").ToLong();
     doc[name] = rows;
     table.Add({name, std::to_string(rows)});
   }
@@ -52,7 +45,7 @@ void Query(Session& session, const std::string& sql, const OutputOptions& out) {
     throw UsageError(_("query needs a statement: ztk query \"SELECT …\""));
   }
   auto db = Opened(session);
-  const auto result = ZTkDb::detail::RecordsetAccess::Make(db, sql, db->Query(sql));
+  const auto result = ZTkDb::tool::Results(db, sql);
   ZTkDb::Recordset& rs = *result;
   const int32_t count = rs.FieldCount();
   std::vector<std::string> names;

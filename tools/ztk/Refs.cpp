@@ -5,10 +5,7 @@
 #include <vector>
 
 #include "Text.h"
-#include "connection/DbConnectionRegistry.h"
-#include "connection/WorkspaceNames.h"
-#include "engine/Database.h"
-#include "engine/RecordsetAccess.h"
+#include "connection/ToolAccess.h"
 
 namespace ztk {
 namespace {
@@ -66,12 +63,10 @@ int32_t ResolveRef(Session& session, const std::string& word, const std::string&
   const std::string prefix = ref.substr(0, letters);
   // Only digits reach the text; the prefix is compared here.
   const std::string table = word == "auftrag" ? "T_Auftrag" : "T_Meldung";
-  auto db = ZTkDb::detail::DbConnectionRegistry::Instance()
-                .Item(ZTkDb::detail::WorkspaceName(session.Client()))
-                ->GetDatabase();
+  auto db = ZTkDb::tool::EngineOf(session.Client());
   const std::string sql = "SELECT lId, stNrVorsatz FROM " + table +
                           " WHERE lNr = " + std::to_string(nr) + " ORDER BY lId";
-  const auto result = ZTkDb::detail::RecordsetAccess::Make(db, sql, db->Query(sql));
+  const auto result = ZTkDb::tool::Results(db, sql);
   ZTkDb::Recordset& rs = *result;
   std::vector<int32_t> exact, folded;
   if (rs.RecordCount() > 0) {

@@ -32,7 +32,7 @@ std::string Hours(double h, bool machine) {
 
 // Walks every order and booking once through the lists, as a host would:
 // the same figures on every engine, with no text of its own to adapt.
-void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputOptions& out) {
+std::map<int32_t, SiteFigures> Gather(Session& session, ZTkDb::Date from, ZTkDb::Date to) {
   const ZTkDb::Date today = ZTkDb::Date::Today();
   std::map<int32_t, SiteFigures> sites;
   std::map<int32_t, int32_t> siteOf;
@@ -69,7 +69,11 @@ void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputO
     sites[siteOf[m->AuftragId()]].material +=
         m->Menge() * static_cast<double>(m->PreisProEinheit().Scaled()) / 10000.0;
   }
+  return sites;
+}
 
+void Summarize(Session& session, ZTkDb::Date from, ZTkDb::Date to, const OutputOptions& out) {
+  const std::map<int32_t, SiteFigures> sites = Gather(session, from, to);
   SiteFigures total;
   nlohmann::ordered_json rows = nlohmann::ordered_json::array();
   // CSV and JSON are read by programs: the same names in both, and the

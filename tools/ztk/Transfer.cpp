@@ -5,10 +5,6 @@
 
 #include "Session.h"
 #include "Text.h"
-#include "connection/ModuleSchema.h"
-#include "engine/RowSet.h"
-#include "engine/odbc/OdbcDatabase.h"
-#include "engine/sqlite/SqliteDatabase.h"
 
 namespace ztk {
 namespace {
@@ -58,13 +54,8 @@ class Hasher {
 }  // namespace
 
 Engine OpenEngine(const Endpoint& end, bool write) {
-  if (!end.db.empty()) {
-    return {ZTkDb::detail::SqliteDatabase::Open(end.db, false, !write),
-            &ZTkDb::detail::SqliteDialect(), true};
-  }
-  auto odbc = ZTkDb::detail::OdbcDatabase::Open(end.odbc, !write);
-  const ZTkDb::detail::ServerDialect* dialect = &odbc->Dialect();
-  return {odbc, dialect};
+  return end.db.empty() ? ZTkDb::tool::OpenDataSource(end.odbc, write)
+                        : ZTkDb::tool::OpenFile(end.db, write);
 }
 
 uint64_t RowHash(const std::vector<ZTkDb::Variant>& row) {
@@ -86,7 +77,7 @@ NewTargetFile::~NewTargetFile() {
   }
 }
 
-void RollbackQuietly(ZTkDb::detail::Database& db) noexcept {
+void RollbackQuietly(ZTkDb::tool::Database& db) noexcept {
   try {
     db.Rollback();
   } catch (...) {
@@ -94,32 +85,32 @@ void RollbackQuietly(ZTkDb::detail::Database& db) noexcept {
   }
 }
 
-std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
+std::string TargetColumn(const std::vector<ZTkDb::tool::ColumnInfo>& columns,
                          const std::string& name, const std::string& table) {
-  const std::string wanted = ZTkDb::detail::LowerAscii(name);
+  const std::string wanted = ZTkDb::tool::LowerAscii(name);
   for (const auto& c : columns) {
-    if (ZTkDb::detail::LowerAscii(c.name) == wanted) return c.name;
+    if (ZTkDb::tool::LowerAscii(c.name) == wanted) return c.name;
   }
   throw Failure(Say(_("the target's {1} has no column {2}; nothing was written"), table, name));
 }
 
-int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table) {
+int64_t CountRows(ZTkDb::tool::Database& db, const std::string& table) {
   auto rows = db.Query("SELECT COUNT(*) AS n FROM " + table);
   std::vector<ZTkDb::Variant> row;
   rows->DecodeRow(0, row);
   return row[0].ToLong();
 }
 
-uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
+uint64_t ChecksumOf(ZTkDb::tool::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& count) {
   std::string select = "SELECT ";
   for (size_t i = 0; i < columns.size(); ++i) {
     select += i ? ", " : "";
     // An expression has no declared type: every engine gives its number.
     select +=
-        ZTkDb::detail::IsModuleFlag(table, columns[i]) ? "(" + columns[i] + " + 0)" : columns[i];
+        ZTkDb::tool::IsModuleFlag(table, columns[i]) ? "(" + columns[i] + " + 0)" : columns[i];
   }
-  auto rows = db.Query(select + " FROM " + table, ZTkDb::detail::ResultSize::kMany);
+  auto rows = db.Query(select + " FROM " + table, ZTkDb::tool::ResultSize::kMany);
   uint64_t sum = 0;
   std::vector<ZTkDb::Variant> row;
   for (int64_t r = 0; r < rows->RowCount(); ++r) {
@@ -134,7 +125,7 @@ FlagForms::FlagForms(const Engine& target, const std::string& table,
                      const std::vector<std::string>& names)
     : true_form_(target.TrueForm()) {
   for (size_t c = 0; c < names.size(); ++c) {
-    if (ZTkDb::detail::IsModuleFlag(table, names[c])) flags_.push_back(c);
+    if (ZTkDb::tool::IsModuleFlag(table, names[c])) flags_.push_back(c);
   }
 }
 

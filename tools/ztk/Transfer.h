@@ -8,20 +8,12 @@
 #include <vector>
 
 #include "Copy.h"
-#include "engine/Database.h"
-#include "engine/dialect/ServerDialect.h"
+#include "connection/ToolAccess.h"
 #include "ztkdb/Variant.h"
 
 namespace ztk {
 
-struct Engine {
-  std::shared_ptr<ZTkDb::detail::Database> db;
-  const ZTkDb::detail::ServerDialect* dialect = nullptr;
-  // A file the library opens as Jet: its statements compare flags with -1.
-  bool jet = false;
-  // True as the engine's own statements store and compare it.
-  int16_t TrueForm() const { return jet ? -1 : 1; }
-};
+using Engine = ZTkDb::tool::OpenedEngine;
 
 Engine OpenEngine(const Endpoint& end, bool write);
 
@@ -30,7 +22,7 @@ Engine OpenEngine(const Endpoint& end, bool write);
 // checksum is the sum of its rows' hashes, whatever their order.
 uint64_t RowHash(const std::vector<ZTkDb::Variant>& row);
 
-void RollbackQuietly(ZTkDb::detail::Database& db) noexcept;
+void RollbackQuietly(ZTkDb::tool::Database& db) noexcept;
 
 // A target file the command is about to create, removed again with
 // SQLite's side files unless the command reaches Keep(): a command that
@@ -51,16 +43,16 @@ class NewTargetFile {
 
 // The target's spelling of `name` among `columns`, compared without regard
 // to case; raises a Failure naming `table` when there is none.
-std::string TargetColumn(const std::vector<ZTkDb::detail::ColumnInfo>& columns,
+std::string TargetColumn(const std::vector<ZTkDb::tool::ColumnInfo>& columns,
                          const std::string& name, const std::string& table);
 
-int64_t CountRows(ZTkDb::detail::Database& db, const std::string& table);
+int64_t CountRows(ZTkDb::tool::Database& db, const std::string& table);
 
 // The checksum of `columns` of `table` as the target reads them back, and
 // how many rows it holds. The module's flags are read as the numbers stored,
 // not as truth values: a 1 where the engine's statements look for -1 is no
 // copy of a true flag.
-uint64_t ChecksumOf(ZTkDb::detail::Database& db, const std::string& table,
+uint64_t ChecksumOf(ZTkDb::tool::Database& db, const std::string& table,
                     const std::vector<std::string>& columns, int64_t& rows);
 
 // The module's flags of the rows of one table written in a target's stored

@@ -92,11 +92,11 @@ std::vector<std::string> OdbcDatabase::CatalogTables() {
   return out;
 }
 
-std::string OdbcDatabase::FindTable(const std::string& name) {
+std::optional<std::string> OdbcDatabase::FindTable(const std::string& name) {
   for (const auto& table : TableNames()) {
     if (strcasecmp(table.c_str(), name.c_str()) == 0) return table;
   }
-  return {};
+  return std::nullopt;
 }
 
 }  // namespace ZTkDb::detail

@@ -57,7 +57,7 @@ class OdbcDatabase final : public Database {
                                       ResultSize size = ResultSize::kFew) override;
   int64_t InsertRows(const std::string& table, const std::vector<std::string>& columns,
                      const std::vector<std::vector<Variant>>& rows) override;
-  std::string FindTable(const std::string& name) override;
+  std::optional<std::string> FindTable(const std::string& name) override;
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
   std::vector<std::string> TableNames() override;

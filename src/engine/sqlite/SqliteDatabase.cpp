@@ -18,6 +18,7 @@
 #include "engine/sqlite/SqliteCells.h"
 #include "engine/sqlite/SqliteReadOnly.h"
 #include "runtime/Numbers.h"
+#include "runtime/Quoting.h"
 #include "runtime/Raise.h"
 #include "runtime/Storable.h"
 
@@ -87,27 +88,11 @@ StmtHandle Prepare(sqlite3* db, const std::string& sql, bool persistent = false)
   return stmt;
 }
 
-std::string QuoteName(const std::string& name) {
-  std::string out = "\"";
-  for (char c : name) {
-    if (c == '"') out += '"';
-    out += c;
-  }
-  return out + "\"";
-}
-
 std::string DefaultLiteral(const Variant& v) {
   switch (v.Type()) {
     case vtEmpty:
     case vtNull: return {};
-    case vtString: {
-      std::string out = "'";
-      for (char c : v.ToString()) {
-        if (c == '\'') out += '\'';
-        out += c;
-      }
-      return out + "'";
-    }
+    case vtString: return Quoted(v.ToString(), '\'');
     case vtBoolean: return v.ToBool() ? "-1" : "0";
     case vtDate: return "'" + v.ToDate().IsoText() + "'";
     default: return PlainNumberText(v.ToDouble());
@@ -513,12 +498,12 @@ std::shared_ptr<const RowSet> SqliteDatabase::ReadRows(Prepared& p) {
   return rows;
 }
 
-std::string SqliteDatabase::FindTable(const std::string& name) {
+std::optional<std::string> SqliteDatabase::FindTable(const std::string& name) {
   StmtHandle stmt = Prepare(Handle(),
                             "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND "
                             "name = ?1 COLLATE NOCASE");
   sqlite3_bind_text(stmt.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
-  if (sqlite3_step(stmt.get()) != SQLITE_ROW) return {};
+  if (sqlite3_step(stmt.get()) != SQLITE_ROW) return std::nullopt;
   return std::string(ColumnText(stmt.get(), 0));
 }
 
@@ -538,7 +523,8 @@ std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
 
 void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column) {
   if (read_only_) RaiseReadOnly();
-  std::string sql = "ALTER TABLE " + QuoteName(table) + " ADD COLUMN " + QuoteName(column.name) +
+  std::string sql = "ALTER TABLE " + SqliteDialect().QuoteName(table) + " ADD COLUMN " +
+                    SqliteDialect().QuoteName(column.name) +
                     " " + SqliteDialect().ColumnType(column.type);
   const std::string def = DefaultLiteral(column.default_value);
   if (column.required) {
