@@ -37,7 +37,9 @@ class Capturing : public ZTkDb::detail::Database {
                      const std::vector<std::vector<ZTkDb::Variant>>& rows) override {
     return inner_->InsertRows(t, c, rows);
   }
-  std::optional<std::string> FindTable(const std::string& n) override { return inner_->FindTable(n); }
+  std::optional<std::string> FindTable(const std::string& n) override {
+    return inner_->FindTable(n);
+  }
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string& t) override {
     return inner_->Columns(t);
   }

@@ -13,9 +13,7 @@ using Tokens = std::vector<Token>;
 // A LIKE pattern stands beside its column as a compared value does, and is
 // bound as one. (Only the date rewrite leaves LIKE out: a pattern is no
 // date.)
-bool IsComparison(const Token& tok) {
-  return IsComparisonOperator(tok) || IsKeyword(tok, "LIKE");
-}
+bool IsComparison(const Token& tok) { return IsComparisonOperator(tok) || IsKeyword(tok, "LIKE"); }
 
 // Keywords after which an expression's value stands.
 bool IsValueKeyword(const Token& tok) {

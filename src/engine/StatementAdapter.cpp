@@ -211,7 +211,6 @@ class Adapter {
     }
   }
 
-
   // The column at `i` going left (skipping the closing brackets that wrap it).
   long ColumnLeftOf(long op) const {
     long i = PrevSig(t_, op);

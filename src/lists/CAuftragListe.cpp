@@ -351,12 +351,12 @@ void CAuftragListe::ReadAllBySo(int32_t lSoId) {
 
 void CAuftragListe::ReadByDoneAndSoListe(const std::vector<std::string>& stSoIdListe, bool bDone,
                                          OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
-  RunRead(
-      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListe", eSortOrder,
-      [&](StorageKind kind) {
-        return DoneStatement(kReadByDoneAndSoListe, bDone, eSortOrder, iShowingDays, kind,
-                             {.vorsatz = nullptr, .so_id = std::nullopt, .so_list = &stSoIdListe});
-      });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndSoListe", eSortOrder,
+          [&](StorageKind kind) {
+            return DoneStatement(
+                kReadByDoneAndSoListe, bDone, eSortOrder, iShowingDays, kind,
+                {.vorsatz = nullptr, .so_id = std::nullopt, .so_list = &stSoIdListe});
+          });
 }
 
 void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
@@ -370,12 +370,12 @@ void CAuftragListe::ReadByObjAndAufg(int32_t lObjId, int32_t lAufgId) {
 
 void CAuftragListe::ReadByDoneAndVorsatz(bool bDone, const std::string& stNrVorsatz,
                                          OrderSortOrderConstants eSortOrder, int32_t iShowingDays) {
-  RunRead(
-      Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndVorsatz", eSortOrder,
-      [&](StorageKind kind) {
-        return DoneStatement(kReadByDoneAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
-                             {.vorsatz = &stNrVorsatz, .so_id = std::nullopt, .so_list = nullptr});
-      });
+  RunRead(Cursor(), sort_order_, "CAuftragListe.ReadByDoneAndVorsatz", eSortOrder,
+          [&](StorageKind kind) {
+            return DoneStatement(
+                kReadByDoneAndVorsatz, bDone, eSortOrder, iShowingDays, kind,
+                {.vorsatz = &stNrVorsatz, .so_id = std::nullopt, .so_list = nullptr});
+          });
 }
 
 void CAuftragListe::ReadByDoneAndSoAndVorsatz(int32_t lSoId, bool bDone,

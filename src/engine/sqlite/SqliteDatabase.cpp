@@ -524,8 +524,8 @@ std::vector<ColumnInfo> SqliteDatabase::Columns(const std::string& table) {
 void SqliteDatabase::AddColumn(const std::string& table, const NewColumn& column) {
   if (read_only_) RaiseReadOnly();
   std::string sql = "ALTER TABLE " + SqliteDialect().QuoteName(table) + " ADD COLUMN " +
-                    SqliteDialect().QuoteName(column.name) +
-                    " " + SqliteDialect().ColumnType(column.type);
+                    SqliteDialect().QuoteName(column.name) + " " +
+                    SqliteDialect().ColumnType(column.type);
   const std::string def = DefaultLiteral(column.default_value);
   if (column.required) {
     // SQLite can add a NOT NULL column only with a default for the existing rows.
