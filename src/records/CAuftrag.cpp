@@ -10,150 +10,19 @@
 namespace ZTkDb {
 namespace {
 
-using detail::ColumnBinding;
-using detail::NullRule;
-using detail::Statement;
-using detail::StorageKind;
-using detail::ValueSlot;
+using Record = CAuftrag;
 
-struct AuftragFields {
-  int32_t id = 0;
-  std::string uid;
-  int32_t nr = 0;
-  int32_t ansprech_id = 0;
-  uint8_t geb_typ = 0;
-  int32_t geb_id = 0;
-  int32_t auftrag_nehmer_id = 0;
-  Date auftrags_datum = NoDate;
-  std::string auftrags_zeit;
-  int32_t obj_id = 0;
-  int32_t obj_typ = sotUndefined;
-  std::string auftrag;
-  Date erled_bis_datum = NoDate;
-  std::string erled_bis_zeit;
-  Date wieder_datum = NoDate;
-  std::string wieder_zeit;
-  bool erledigt = false;
-  Date erledigt_datum = NoDate;
-  std::string erledigt_zeit;
-  uint8_t auftragstyp = 0;
-  int32_t obj_aufgabe_id = 0;
-  int32_t obj_historie_id = 0;
-  int32_t meldung_id = 0;
-  uint8_t herkunft = hetUndefined;
-  std::string nr_vorsatz;
-  std::string bearbeiter;
-  std::string tel_bearbeiter;
-  std::string auftrag_geber;
-  int32_t auf_geb_fa_id = 0;
-  std::string auf_geb_kst;
-  std::string ort;
-  std::string objekt;
-  std::string kostenstelle;
-  std::string rechn_empf;
-  bool gesperrt = false;
-  std::string bemerkung;
-  std::string auftragstyp_text;
-  Currency kosten;
-  int32_t so_id = 0;
-  std::string leistungsart;
-  std::string verantwortlicher;
+struct Fields {
+  ZTKDB_AUFTRAG_COLUMNS(ZTKDB_FIELD)
 };
 
-using F = AuftragFields;
-
-const std::vector<ColumnBinding<F>>& LoadOrder() {
-  static const std::vector<ColumnBinding<F>> columns = {
-      {"lId", &F::id},
-      {"stUId", &F::uid},
-      {"lNr", &F::nr},
-      {"lAuftragNehmerId", &F::auftrag_nehmer_id},
-      {"AuftragsDatum", &F::auftrags_datum},
-      {"stAuftragsZeit", &F::auftrags_zeit, NullRule::kDefault},
-      {"lObjId", &F::obj_id},
-      {"byObjTyp", &F::obj_typ},
-      {"stAuftrag", &F::auftrag, NullRule::kKeep},
-      {"ErledBisDatum", &F::erled_bis_datum},
-      {"stErledBisZeit", &F::erled_bis_zeit, NullRule::kDefault},
-      {"WiederDatum", &F::wieder_datum},
-      {"stWiederZeit", &F::wieder_zeit, NullRule::kDefault},
-      {"bErledigt", &F::erledigt},
-      {"bGesperrt", &F::gesperrt},
-      {"ErledigtDatum", &F::erledigt_datum},
-      {"stErledigtZeit", &F::erledigt_zeit, NullRule::kDefault},
-      {"lTechObjTerminId", &F::obj_aufgabe_id},
-      {"lTageFrist", &F::obj_historie_id},
-      {"byAuftragstyp", &F::auftragstyp, NullRule::kDefault},
-      {"lAnsprechId", &F::ansprech_id, NullRule::kDefault},
-      {"byGebTyp", &F::geb_typ, NullRule::kDefault},
-      {"lGebId", &F::geb_id, NullRule::kDefault},
-      {"lSoId", &F::so_id, NullRule::kDefault},
-      {"byHerkunft", &F::herkunft, NullRule::kDefault},
-      {"stNrVorsatz", &F::nr_vorsatz, NullRule::kDefault},
-      {"stBearbeiter", &F::bearbeiter, NullRule::kDefault},
-      {"stTelBearbeiter", &F::tel_bearbeiter, NullRule::kDefault},
-      {"stAuftragGeber", &F::auftrag_geber, NullRule::kDefault},
-      {"lAufGebFaId", &F::auf_geb_fa_id},
-      {"stAufGebKst", &F::auf_geb_kst, NullRule::kDefault},
-      {"stOrt", &F::ort, NullRule::kDefault},
-      {"stObjekt", &F::objekt, NullRule::kDefault},
-      {"stKostenstelle", &F::kostenstelle, NullRule::kDefault},
-      {"stRechnEmpf", &F::rechn_empf, NullRule::kDefault},
-      {"stBemerkung", &F::bemerkung, NullRule::kDefault},
-      {"stAuftragstyp", &F::auftragstyp_text, NullRule::kDefault},
-      {"cuKosten", &F::kosten},
-      {"stLeistungsart", &F::leistungsart, NullRule::kDefault},
-      {"stVerantwortlicher", &F::verantwortlicher, NullRule::kDefault},
-      {"lMeldungId", &F::meldung_id, NullRule::kOptional},
-  };
-  return columns;
+const detail::RecordLayout<Fields>& Layout() {
+  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_AUFTRAG_COLUMNS);
+  return layout;
 }
 
-// The value placeholders of the INSERT and the UPDATE, in filling order: the
-// flags after the due and resubmission dates, before ErledigtDatum.
-const std::vector<ValueSlot<F>>& RowValues() {
-  static const std::vector<ValueSlot<F>> slots = {
-      {"#lNr#", &F::nr},
-      {"#lAuftragNehmerId#", &F::auftrag_nehmer_id},
-      {"#AuftragsDatum#", &F::auftrags_datum},
-      {"#stAuftragsZeit#", &F::auftrags_zeit},
-      {"#lObjId#", &F::obj_id},
-      {"#byObjTyp#", &F::obj_typ},
-      {"#stAuftrag#", &F::auftrag},
-      {"#ErledBisDatum#", &F::erled_bis_datum},
-      {"#stErledBisZeit#", &F::erled_bis_zeit},
-      {"#WiederDatum#", &F::wieder_datum},
-      {"#stWiederZeit#", &F::wieder_zeit},
-      {"#bErledigt#", &F::erledigt},
-      {"#bGesperrt#", &F::gesperrt},
-      {"#ErledigtDatum#", &F::erledigt_datum},
-      {"#stErledigtZeit#", &F::erledigt_zeit},
-      {"#lTechObjTerminId#", &F::obj_aufgabe_id},
-      {"#lTageFrist#", &F::obj_historie_id},
-      {"#byAuftragstyp#", &F::auftragstyp},
-      {"#lAnsprechId#", &F::ansprech_id},
-      {"#byGebTyp#", &F::geb_typ},
-      {"#lGebId#", &F::geb_id},
-      {"#lSoId#", &F::so_id},
-      {"#byHerkunft#", &F::herkunft},
-      {"#stNrVorsatz#", &F::nr_vorsatz},
-      {"#stBearbeiter#", &F::bearbeiter},
-      {"#stTelBearbeiter#", &F::tel_bearbeiter},
-      {"#stAuftragGeber#", &F::auftrag_geber},
-      {"#lAufGebFaId#", &F::auf_geb_fa_id},
-      {"#stAufGebKst#", &F::auf_geb_kst},
-      {"#stOrt#", &F::ort},
-      {"#stObjekt#", &F::objekt},
-      {"#stKostenstelle#", &F::kostenstelle},
-      {"#stRechnEmpf#", &F::rechn_empf},
-      {"#stBemerkung#", &F::bemerkung},
-      {"#stAuftragstyp#", &F::auftragstyp_text},
-      {"#cuKosten#", &F::kosten},
-      {"#stLeistungsart#", &F::leistungsart},
-      {"#stVerantwortlicher#", &F::verantwortlicher},
-  };
-  return slots;
-}
+using detail::Statement;
+using detail::StorageKind;
 
 constexpr const char* kClass = "CAuftrag";
 constexpr const char* kTable = "T_Auftrag";
@@ -237,8 +106,13 @@ const detail::RecordStatements kStatements{
 
 }  // namespace
 
+template <>
+const detail::RecordStatements& detail::StatementsOf<CAuftrag>() {
+  return kStatements;
+}
+
 struct CAuftrag::Impl {
-  detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
+  detail::TableRecord<Fields> record{kStatements, Layout()};
 
   // A read by key of the order's own: the first matching row, or a cleared
   // record.
@@ -250,50 +124,7 @@ struct CAuftrag::Impl {
   }
 };
 
-ZTKDB_RECORD_MEMBERS(CAuftrag)
-
-ZTKDB_VALUE_PROPERTY(CAuftrag, Nr, int32_t, nr)
-ZTKDB_VALUE_PROPERTY(CAuftrag, AnsprechId, int32_t, ansprech_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, GebTyp, uint8_t, geb_typ)
-ZTKDB_VALUE_PROPERTY(CAuftrag, GebId, int32_t, geb_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, AuftragNehmerId, int32_t, auftrag_nehmer_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, AuftragsDatum, Date, auftrags_datum)
-ZTKDB_TEXT_PROPERTY(CAuftrag, AuftragsZeit, auftrags_zeit)
-ZTKDB_VALUE_PROPERTY(CAuftrag, ObjId, int32_t, obj_id)
-TkObjTypes CAuftrag::ObjTyp() const {
-  return static_cast<TkObjTypes>(impl_->record.core.F().obj_typ);
-}
-void CAuftrag::ObjTyp(TkObjTypes value) { impl_->record.core.F().obj_typ = value; }
-ZTKDB_TEXT_PROPERTY(CAuftrag, Auftrag, auftrag)
-ZTKDB_VALUE_PROPERTY(CAuftrag, ErledBisDatum, Date, erled_bis_datum)
-ZTKDB_TEXT_PROPERTY(CAuftrag, ErledBisZeit, erled_bis_zeit)
-ZTKDB_VALUE_PROPERTY(CAuftrag, WiederDatum, Date, wieder_datum)
-ZTKDB_TEXT_PROPERTY(CAuftrag, WiederZeit, wieder_zeit)
-ZTKDB_VALUE_PROPERTY(CAuftrag, Erledigt, bool, erledigt)
-ZTKDB_VALUE_PROPERTY(CAuftrag, ErledigtDatum, Date, erledigt_datum)
-ZTKDB_TEXT_PROPERTY(CAuftrag, ErledigtZeit, erledigt_zeit)
-ZTKDB_VALUE_PROPERTY(CAuftrag, Auftragstyp, uint8_t, auftragstyp)
-ZTKDB_VALUE_PROPERTY(CAuftrag, ObjAufgabeId, int32_t, obj_aufgabe_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, ObjHistorieId, int32_t, obj_historie_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, MeldungId, int32_t, meldung_id)
-ZTKDB_VALUE_PROPERTY(CAuftrag, Herkunft, uint8_t, herkunft)
-ZTKDB_TEXT_PROPERTY(CAuftrag, NrVorsatz, nr_vorsatz)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Bearbeiter, bearbeiter)
-ZTKDB_TEXT_PROPERTY(CAuftrag, TelBearbeiter, tel_bearbeiter)
-ZTKDB_TEXT_PROPERTY(CAuftrag, AuftragGeber, auftrag_geber)
-ZTKDB_VALUE_PROPERTY(CAuftrag, AufGebFaId, int32_t, auf_geb_fa_id)
-ZTKDB_TEXT_PROPERTY(CAuftrag, AufGebKst, auf_geb_kst)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Ort, ort)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Objekt, objekt)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Kostenstelle, kostenstelle)
-ZTKDB_TEXT_PROPERTY(CAuftrag, RechnEmpf, rechn_empf)
-ZTKDB_VALUE_PROPERTY(CAuftrag, Gesperrt, bool, gesperrt)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Bemerkung, bemerkung)
-ZTKDB_TEXT_PROPERTY(CAuftrag, AuftragstypText, auftragstyp_text)
-ZTKDB_VALUE_PROPERTY(CAuftrag, Kosten, Currency, kosten)
-ZTKDB_VALUE_PROPERTY(CAuftrag, SoId, int32_t, so_id)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Leistungsart, leistungsart)
-ZTKDB_TEXT_PROPERTY(CAuftrag, Verantwortlicher, verantwortlicher)
+ZTKDB_RECORD_MEMBERS(CAuftrag, ZTKDB_AUFTRAG_COLUMNS)
 
 // The retired creation methods: hosts still call them, so each names its
 // successor (texts and titles exactly as users have always seen them).
@@ -390,45 +221,45 @@ void CAuftrag::CreateNew7(
     const std::string& stVerantwortlicher) {
   constexpr const char* kMember = "CAuftrag.CreateNew7";
   detail::Guard(kMember, [&] {
-    AuftragFields row;
-    row.nr = lNr;
-    row.ansprech_id = lAnsprechId;
-    row.geb_typ = byGebTyp;
-    row.geb_id = lGebId;
-    row.auftrag_nehmer_id = lAuftragNehmerId;
-    row.auftrags_datum = AuftragsDatum;
-    row.auftrags_zeit = stAuftragsZeit;
-    row.obj_id = lObjId;
-    row.obj_typ = eObjTyp;
-    row.auftrag = stAuftrag;
-    row.erled_bis_datum = ErledBisDatum;
-    row.erled_bis_zeit = stErledBisZeit;
-    row.wieder_datum = WiederDatum;
-    row.wieder_zeit = stWiederZeit;
-    row.erledigt = bErledigt;
-    row.erledigt_datum = ErledigtDatum;
-    row.erledigt_zeit = stErledigtZeit;
-    row.auftragstyp = byAuftragstyp;
-    row.obj_aufgabe_id = lOvObjAufgabeId;
-    row.obj_historie_id = lOvObjHistorieId;
-    row.herkunft = byHerkunft;
-    row.nr_vorsatz = stNrVorsatz;
-    row.bearbeiter = stBearbeiter;
-    row.tel_bearbeiter = stTelBearbeiter;
-    row.auftrag_geber = stAufGeber;
-    row.auf_geb_fa_id = lAufGebFaId;
-    row.auf_geb_kst = stAufGebKst;
-    row.ort = stOrt;
-    row.objekt = stObjekt;
-    row.kostenstelle = stKostenstelle;
-    row.rechn_empf = stRechnEmpf;
-    row.gesperrt = bGesperrt;
-    row.bemerkung = stBemerkung;
-    row.auftragstyp_text = stAuftragstyp;
-    row.kosten = cuKosten;
-    row.so_id = lSoId;
-    row.leistungsart = stLeistungsart;
-    row.verantwortlicher = stVerantwortlicher;
+    Fields row;
+    row.Nr = lNr;
+    row.AnsprechId = lAnsprechId;
+    row.GebTyp = byGebTyp;
+    row.GebId = lGebId;
+    row.AuftragNehmerId = lAuftragNehmerId;
+    row.AuftragsDatum = AuftragsDatum;
+    row.AuftragsZeit = stAuftragsZeit;
+    row.ObjId = lObjId;
+    row.ObjTyp = eObjTyp;
+    row.Auftrag = stAuftrag;
+    row.ErledBisDatum = ErledBisDatum;
+    row.ErledBisZeit = stErledBisZeit;
+    row.WiederDatum = WiederDatum;
+    row.WiederZeit = stWiederZeit;
+    row.Erledigt = bErledigt;
+    row.ErledigtDatum = ErledigtDatum;
+    row.ErledigtZeit = stErledigtZeit;
+    row.Auftragstyp = byAuftragstyp;
+    row.ObjAufgabeId = lOvObjAufgabeId;
+    row.ObjHistorieId = lOvObjHistorieId;
+    row.Herkunft = byHerkunft;
+    row.NrVorsatz = stNrVorsatz;
+    row.Bearbeiter = stBearbeiter;
+    row.TelBearbeiter = stTelBearbeiter;
+    row.AuftragGeber = stAufGeber;
+    row.AufGebFaId = lAufGebFaId;
+    row.AufGebKst = stAufGebKst;
+    row.Ort = stOrt;
+    row.Objekt = stObjekt;
+    row.Kostenstelle = stKostenstelle;
+    row.RechnEmpf = stRechnEmpf;
+    row.Gesperrt = bGesperrt;
+    row.Bemerkung = stBemerkung;
+    row.AuftragstypText = stAuftragstyp;
+    row.Kosten = cuKosten;
+    row.SoId = lSoId;
+    row.Leistungsart = stLeistungsart;
+    row.Verantwortlicher = stVerantwortlicher;
     impl_->record.Create(kMember, row);
   });
 }
@@ -439,10 +270,10 @@ void CAuftrag::Connect2Msg(int32_t lMsgId) {
     auto& core = impl_->record.core;
     Statement sql(kLink, core.DbKind(kMember));
     sql.Name("#DetailTabelle#", kLinkTable)
-        .Long("#lAuftragId#", core.F().id)
+        .Long("#lAuftragId#", core.F().Id)
         .Long("#lMeldungId#", lMsgId);
     core.ExecutePlain(kMember, std::move(sql));
-    core.F().meldung_id = lMsgId;
+    core.F().MeldungId = lMsgId;
     core.Storage(kMember).CloseRecordset();
   });
 }
@@ -453,10 +284,10 @@ void CAuftrag::DisConnectFromMsg() {
     auto& core = impl_->record.core;
     Statement sql(kUnlink, core.DbKind(kMember));
     sql.Name("#DetailTabelle#", kLinkTable)
-        .Long("#lAuftragId#", core.F().id)
-        .Long("#lMeldungId#", core.F().meldung_id);
+        .Long("#lAuftragId#", core.F().Id)
+        .Long("#lMeldungId#", core.F().MeldungId);
     core.ExecutePlain(kMember, std::move(sql));
-    core.F().meldung_id = 0;
+    core.F().MeldungId = 0;
     core.Storage(kMember).CloseRecordset();
   });
 }

@@ -8,92 +8,15 @@
 namespace ZTkDb {
 namespace {
 
-using detail::ColumnBinding;
-using detail::NullRule;
-using detail::ValueSlot;
+using Record = CLeistung;
 
-struct LeistungFields {
-  int32_t id = 0;
-  std::string uid;
-  int32_t auftrag_id = 0;
-  int32_t auftrag_nehmer_id = 0;
-  Date ausf_datum = NoDate;
-  std::string ausf_zeit;
-  int32_t leist_art_id = 0;
-  double stunden = 0;
-  Currency preis_pro_std;
-  double faktor = 0;
-  double weg = 0;
-  Currency preis_pro_km;
-  std::string bemerkung;
-  int32_t rechn_empf_id = 0;
-  std::string kostenart;
-  std::string kostenstelle;
-  std::string auftragnehmer;
-  std::string ansprech;
-  std::string leistart;
-  std::string rechn_empf;
-  int32_t ansprech_id = 0;
-  bool fremdleistung = false;
+struct Fields {
+  ZTKDB_LEISTUNG_COLUMNS(ZTKDB_FIELD)
 };
 
-using F = LeistungFields;
-
-const std::vector<ColumnBinding<F>>& LoadOrder() {
-  static const std::vector<ColumnBinding<F>> columns = {
-      {"lId", &F::id},
-      {"stUId", &F::uid},
-      {"lAuftragId", &F::auftrag_id},
-      {"lAuftragNehmerId", &F::auftrag_nehmer_id},
-      {"AusfDatum", &F::ausf_datum},
-      {"stAusfZeit", &F::ausf_zeit, NullRule::kDefault},
-      {"lLeistArtId", &F::leist_art_id},
-      {"dStunden", &F::stunden},
-      {"cuPreisProStd", &F::preis_pro_std},
-      {"dFaktor", &F::faktor},
-      {"dWeg", &F::weg},
-      {"cuPreisProKm", &F::preis_pro_km},
-      {"stBemerkung", &F::bemerkung, NullRule::kDefault},
-      {"lRechnEmpfId", &F::rechn_empf_id},
-      {"stKostenart", &F::kostenart, NullRule::kDefault},
-      {"stKostenstelle", &F::kostenstelle, NullRule::kDefault},
-      {"stAnsprech", &F::ansprech, NullRule::kDefault},
-      {"stAuftragnehmer", &F::auftragnehmer, NullRule::kDefault},
-      {"stLeistArt", &F::leistart, NullRule::kDefault},
-      {"stRechnEmpf", &F::rechn_empf, NullRule::kDefault},
-      {"lAnsprechId", &F::ansprech_id, NullRule::kDefault},
-      {"bFremdleistung", &F::fremdleistung},
-  };
-  return columns;
-}
-
-// Filling order of the INSERT and the UPDATE. The cost centre's placeholder
-// is #stKST#; a remark holding "#stKST#" is replaced again by that later
-// step, as it always was.
-const std::vector<ValueSlot<F>>& RowValues() {
-  static const std::vector<ValueSlot<F>> slots = {
-      {"#lAuftragId#", &F::auftrag_id},
-      {"#lAuftragNehmerId#", &F::auftrag_nehmer_id},
-      {"#AusfDatum#", &F::ausf_datum},
-      {"#stAusfZeit#", &F::ausf_zeit},
-      {"#lLeistArtId#", &F::leist_art_id},
-      {"#dStunden#", &F::stunden},
-      {"#cuPreisProStd#", &F::preis_pro_std},
-      {"#dFaktor#", &F::faktor},
-      {"#dWeg#", &F::weg},
-      {"#cuPreisProKm#", &F::preis_pro_km},
-      {"#stBemerkung#", &F::bemerkung},
-      {"#lRechnEmpfId#", &F::rechn_empf_id},
-      {"#stKostenart#", &F::kostenart},
-      {"#stKST#", &F::kostenstelle},
-      {"#stAuftragnehmer#", &F::auftragnehmer},
-      {"#stAnsprech#", &F::ansprech},
-      {"#stLeistArt#", &F::leistart},
-      {"#stRechnEmpf#", &F::rechn_empf},
-      {"#lAnsprechId#", &F::ansprech_id},
-      {"#bFremdleistung#", &F::fremdleistung},
-  };
-  return slots;
+const detail::RecordLayout<Fields>& Layout() {
+  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_LEISTUNG_COLUMNS);
+  return layout;
 }
 
 constexpr const char* kInsert =
@@ -132,32 +55,16 @@ const detail::RecordStatements kStatements{
 
 }  // namespace
 
+template <>
+const detail::RecordStatements& detail::StatementsOf<CLeistung>() {
+  return kStatements;
+}
+
 struct CLeistung::Impl {
-  detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
+  detail::TableRecord<Fields> record{kStatements, Layout()};
 };
 
-ZTKDB_RECORD_MEMBERS(CLeistung)
-
-ZTKDB_VALUE_PROPERTY(CLeistung, AuftragId, int32_t, auftrag_id)
-ZTKDB_VALUE_PROPERTY(CLeistung, AuftragNehmerId, int32_t, auftrag_nehmer_id)
-ZTKDB_VALUE_PROPERTY(CLeistung, AusfDatum, Date, ausf_datum)
-ZTKDB_TEXT_PROPERTY(CLeistung, AusfZeit, ausf_zeit)
-ZTKDB_VALUE_PROPERTY(CLeistung, LeistArtId, int32_t, leist_art_id)
-ZTKDB_VALUE_PROPERTY(CLeistung, Stunden, double, stunden)
-ZTKDB_VALUE_PROPERTY(CLeistung, PreisProStd, Currency, preis_pro_std)
-ZTKDB_VALUE_PROPERTY(CLeistung, Faktor, double, faktor)
-ZTKDB_VALUE_PROPERTY(CLeistung, Weg, double, weg)
-ZTKDB_VALUE_PROPERTY(CLeistung, PreisProKm, Currency, preis_pro_km)
-ZTKDB_TEXT_PROPERTY(CLeistung, Bemerkung, bemerkung)
-ZTKDB_VALUE_PROPERTY(CLeistung, RechnEmpfId, int32_t, rechn_empf_id)
-ZTKDB_TEXT_PROPERTY(CLeistung, Kostenart, kostenart)
-ZTKDB_TEXT_PROPERTY(CLeistung, Kostenstelle, kostenstelle)
-ZTKDB_TEXT_PROPERTY(CLeistung, Auftragnehmer, auftragnehmer)
-ZTKDB_TEXT_PROPERTY(CLeistung, Ansprech, ansprech)
-ZTKDB_TEXT_PROPERTY(CLeistung, Leistart, leistart)
-ZTKDB_TEXT_PROPERTY(CLeistung, RechnEmpf, rechn_empf)
-ZTKDB_VALUE_PROPERTY(CLeistung, AnsprechId, int32_t, ansprech_id)
-ZTKDB_VALUE_PROPERTY(CLeistung, Fremdleistung, bool, fremdleistung)
+ZTKDB_RECORD_MEMBERS(CLeistung, ZTKDB_LEISTUNG_COLUMNS)
 
 void CLeistung::CreateNew(int32_t, int32_t, Date, const std::string&, int32_t, double, Currency,
                           double, double, Currency, const std::string&, int32_t, const std::string&,
@@ -177,27 +84,27 @@ void CLeistung::CreateNew1(int32_t lAuftragId, int32_t lAuftragNehmerId, Date Au
                            const std::string& stLeistArt, const std::string& stRechnEmpf,
                            bool bFremdleistung) {
   detail::Guard("CLeistung.CreateNew1", [&] {
-    LeistungFields row;
-    row.auftrag_id = lAuftragId;
-    row.auftrag_nehmer_id = lAuftragNehmerId;
-    row.ausf_datum = AusfDatum;
-    row.ausf_zeit = stAusfZeit;
-    row.leist_art_id = lLeistArtId;
-    row.stunden = dStunden;
-    row.preis_pro_std = cuPreisProStd;
-    row.faktor = dFaktor;
-    row.weg = dWeg;
-    row.preis_pro_km = cuPreisProKm;
-    row.bemerkung = stBemerkung;
-    row.rechn_empf_id = lRechnEmpfId;
-    row.kostenart = stKostenart;
-    row.ansprech_id = lAnsprechId;
-    row.kostenstelle = stKST;
-    row.auftragnehmer = stAuftragnehmer;
-    row.ansprech = stAnsprech;
-    row.leistart = stLeistArt;
-    row.rechn_empf = stRechnEmpf;
-    row.fremdleistung = bFremdleistung;
+    Fields row;
+    row.AuftragId = lAuftragId;
+    row.AuftragNehmerId = lAuftragNehmerId;
+    row.AusfDatum = AusfDatum;
+    row.AusfZeit = stAusfZeit;
+    row.LeistArtId = lLeistArtId;
+    row.Stunden = dStunden;
+    row.PreisProStd = cuPreisProStd;
+    row.Faktor = dFaktor;
+    row.Weg = dWeg;
+    row.PreisProKm = cuPreisProKm;
+    row.Bemerkung = stBemerkung;
+    row.RechnEmpfId = lRechnEmpfId;
+    row.Kostenart = stKostenart;
+    row.AnsprechId = lAnsprechId;
+    row.Kostenstelle = stKST;
+    row.Auftragnehmer = stAuftragnehmer;
+    row.Ansprech = stAnsprech;
+    row.Leistart = stLeistArt;
+    row.RechnEmpf = stRechnEmpf;
+    row.Fremdleistung = bFremdleistung;
     impl_->record.Create("CLeistung.CreateNew1", row);
   });
 }

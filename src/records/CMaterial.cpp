@@ -8,89 +8,15 @@
 namespace ZTkDb {
 namespace {
 
-using detail::ColumnBinding;
-using detail::NullRule;
-using detail::ValueSlot;
+using Record = CMaterial;
 
-struct MaterialFields {
-  int32_t id = 0;
-  std::string uid;
-  int32_t auftrag_id = 0;
-  std::string mat_klasse;
-  std::string bezeichnung;
-  double menge = 0;
-  Currency preis_pro_einheit;
-  double faktor = 0;
-  int32_t rechn_empf_id = 0;
-  std::string kostenart;
-  std::string kostenstelle;
-  std::string rechn_empf;
-  std::string einheit;
-  bool fremdleistung = false;
+struct Fields {
+  ZTKDB_MATERIAL_COLUMNS(ZTKDB_FIELD)
 };
 
-using F = MaterialFields;
-
-const std::vector<ColumnBinding<F>>& LoadOrder() {
-  static const std::vector<ColumnBinding<F>> columns = {
-      {"lId", &F::id},
-      {"stUId", &F::uid},
-      {"lAuftragId", &F::auftrag_id},
-      {"stMatKlasse", &F::mat_klasse, NullRule::kDefault},
-      {"stBezeichnung", &F::bezeichnung, NullRule::kDefault},
-      {"dMenge", &F::menge},
-      {"cuPreisProEinheit", &F::preis_pro_einheit},
-      {"dFaktor", &F::faktor},
-      {"lRechnEmpfId", &F::rechn_empf_id},
-      {"stKostenart", &F::kostenart, NullRule::kDefault},
-      {"stKostenstelle", &F::kostenstelle, NullRule::kDefault},
-      {"stRechnEmpf", &F::rechn_empf, NullRule::kDefault},
-      {"stEinheit", &F::einheit, NullRule::kDefault},
-      {"bFremdleistung", &F::fremdleistung},
-  };
-  return columns;
-}
-
-// Filling orders: the INSERT puts the unit before the recipient, the UPDATE
-// after it.
-const std::vector<ValueSlot<F>>& InsertValues() {
-  static const std::vector<ValueSlot<F>> slots = {
-      {"#lAuftragId#", &F::auftrag_id},
-      {"#stMatKlasse#", &F::mat_klasse},
-      {"#stBezeichnung#", &F::bezeichnung},
-      {"#dMenge#", &F::menge},
-      {"#cuPreisProEinheit#", &F::preis_pro_einheit},
-      {"#dFaktor#", &F::faktor},
-      {"#lRechnEmpfId#", &F::rechn_empf_id},
-      {"#stKostenart#", &F::kostenart},
-      {"#stKostenstelle#", &F::kostenstelle},
-      {"#stEinheit#", &F::einheit},
-      {"#stRechnEmpf#", &F::rechn_empf},
-  };
-  return slots;
-}
-
-const std::vector<ValueSlot<F>>& UpdateValues() {
-  static const std::vector<ValueSlot<F>> slots = {
-      {"#lAuftragId#", &F::auftrag_id},
-      {"#stMatKlasse#", &F::mat_klasse},
-      {"#stBezeichnung#", &F::bezeichnung},
-      {"#dMenge#", &F::menge},
-      {"#cuPreisProEinheit#", &F::preis_pro_einheit},
-      {"#dFaktor#", &F::faktor},
-      {"#lRechnEmpfId#", &F::rechn_empf_id},
-      {"#stKostenart#", &F::kostenart},
-      {"#stKostenstelle#", &F::kostenstelle},
-      {"#stRechnEmpf#", &F::rechn_empf},
-      {"#stEinheit#", &F::einheit},
-  };
-  return slots;
-}
-
-// The flag has always been filled last, after the row's id and UId.
-const std::vector<ValueSlot<F>>& LastValues() {
-  static const std::vector<ValueSlot<F>> slots = {{"#bFremdleistung#", &F::fremdleistung}};
-  return slots;
+const detail::RecordLayout<Fields>& Layout() {
+  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_MATERIAL_COLUMNS);
+  return layout;
 }
 
 constexpr const char* kInsert =
@@ -123,29 +49,16 @@ const detail::RecordStatements kStatements{
 
 }  // namespace
 
+template <>
+const detail::RecordStatements& detail::StatementsOf<CMaterial>() {
+  return kStatements;
+}
+
 struct CMaterial::Impl {
-  detail::TableRecord<F> record{kStatements, LoadOrder(), InsertValues(), UpdateValues(),
-                                LastValues()};
+  detail::TableRecord<Fields> record{kStatements, Layout()};
 };
 
-ZTKDB_RECORD_MEMBERS(CMaterial)
-
-ZTKDB_VALUE_PROPERTY(CMaterial, AuftragId, int32_t, auftrag_id)
-ZTKDB_TEXT_PROPERTY(CMaterial, Bezeichnung, bezeichnung)
-ZTKDB_VALUE_PROPERTY(CMaterial, Menge, double, menge)
-ZTKDB_VALUE_PROPERTY(CMaterial, PreisProEinheit, Currency, preis_pro_einheit)
-ZTKDB_VALUE_PROPERTY(CMaterial, Faktor, double, faktor)
-ZTKDB_VALUE_PROPERTY(CMaterial, RechnEmpfId, int32_t, rechn_empf_id)
-ZTKDB_TEXT_PROPERTY(CMaterial, Kostenart, kostenart)
-ZTKDB_TEXT_PROPERTY(CMaterial, Kostenstelle, kostenstelle)
-ZTKDB_TEXT_PROPERTY(CMaterial, RechnEmpf, rechn_empf)
-ZTKDB_VALUE_PROPERTY(CMaterial, Fremdleistung, bool, fremdleistung)
-const std::string& CMaterial::Einheit() const { return impl_->record.core.F().einheit; }
-void CMaterial::Einheit(const std::string&) {
-  // Deliberately keeps the current unit: hosts rely on Update writing the
-  // unit the booking was loaded with.
-}
-ZTKDB_TEXT_PROPERTY(CMaterial, MatKlasse, mat_klasse)
+ZTKDB_RECORD_MEMBERS(CMaterial, ZTKDB_MATERIAL_COLUMNS)
 
 void CMaterial::CreateNew(int32_t, const std::string&, double, Currency, double, int32_t,
                           const std::string&, const std::string&, const std::string&) {
@@ -175,19 +88,19 @@ void CMaterial::CreateNew3(int32_t lAuftragId, const std::string& stMatKlasse,
                            const std::string& stEinheit, const std::string& stRechnEmpf,
                            bool bFremdleistung) {
   detail::Guard("CMaterial.CreateNew3", [&] {
-    MaterialFields row;
-    row.auftrag_id = lAuftragId;
-    row.mat_klasse = stMatKlasse;
-    row.bezeichnung = stBezeichnung;
-    row.menge = dMenge;
-    row.preis_pro_einheit = cuPreisProEinheit;
-    row.faktor = dFaktor;
-    row.rechn_empf_id = lRechnEmpfId;
-    row.kostenart = stKostenart;
-    row.kostenstelle = stKST;
-    row.einheit = stEinheit;
-    row.rechn_empf = stRechnEmpf;
-    row.fremdleistung = bFremdleistung;
+    Fields row;
+    row.AuftragId = lAuftragId;
+    row.MatKlasse = stMatKlasse;
+    row.Bezeichnung = stBezeichnung;
+    row.Menge = dMenge;
+    row.PreisProEinheit = cuPreisProEinheit;
+    row.Faktor = dFaktor;
+    row.RechnEmpfId = lRechnEmpfId;
+    row.Kostenart = stKostenart;
+    row.Kostenstelle = stKST;
+    row.Einheit = stEinheit;
+    row.RechnEmpf = stRechnEmpf;
+    row.Fremdleistung = bFremdleistung;
     impl_->record.Create("CMaterial.CreateNew3", row);
   });
 }

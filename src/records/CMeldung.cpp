@@ -10,119 +10,15 @@
 namespace ZTkDb {
 namespace {
 
-using detail::ColumnBinding;
-using detail::NullRule;
-using detail::ValueSlot;
+using Record = CMeldung;
 
-struct MeldungFields {
-  int32_t id = 0;
-  std::string uid;
-  int32_t nr = 0;
-  std::string melder;
-  int32_t melder_fa_id = 0;
-  std::string melder_tel;
-  Date melde_datum = NoDate;
-  std::string melde_zeit;
-  int32_t obj_id = 0;
-  int32_t obj_typ = sotUndefined;
-  std::string meldung;
-  Date erled_bis_datum = NoDate;
-  std::string erled_bis_zeit;
-  Date wieder_datum = NoDate;
-  std::string wieder_zeit;
-  bool erledigt = false;
-  Date erledigt_datum = NoDate;
-  std::string erledigt_zeit;
-  uint8_t geb_typ = 0;
-  int32_t geb_id = 0;
-  int32_t so_id = 0;
-  uint8_t herkunft = hetUndefined;
-  std::string nr_vorsatz;
-  std::string bearbeiter;
-  std::string tel_bearbeiter;
-  std::string ort;
-  std::string objekt;
-  std::string bemerkung;
-  std::string email;
-  std::string leistungsart;
-  std::string verantwortlicher;
+struct Fields {
+  ZTKDB_MELDUNG_COLUMNS(ZTKDB_FIELD)
 };
 
-using F = MeldungFields;
-
-// stOrt comes after stEmail: a failing column stops the copy, so the order
-// decides which fields already hold the new row.
-const std::vector<ColumnBinding<F>>& LoadOrder() {
-  static const std::vector<ColumnBinding<F>> columns = {
-      {"lId", &F::id},
-      {"stUId", &F::uid},
-      {"lNr", &F::nr},
-      {"stMelder", &F::melder, NullRule::kDefault},
-      {"lMelderFaId", &F::melder_fa_id},
-      {"stMelderTel", &F::melder_tel, NullRule::kDefault},
-      {"MeldeDatum", &F::melde_datum},
-      {"stMeldeZeit", &F::melde_zeit, NullRule::kDefault},
-      {"lObjId", &F::obj_id},
-      {"byObjTyp", &F::obj_typ},
-      {"stMeldung", &F::meldung, NullRule::kKeepAfterMove0},
-      {"ErledBisDatum", &F::erled_bis_datum},
-      {"stErledBisZeit", &F::erled_bis_zeit, NullRule::kDefault},
-      {"WiederDatum", &F::wieder_datum},
-      {"stWiederZeit", &F::wieder_zeit, NullRule::kDefault},
-      {"bErledigt", &F::erledigt},
-      {"ErledigtDatum", &F::erledigt_datum},
-      {"stErledigtZeit", &F::erledigt_zeit, NullRule::kDefault},
-      {"byGebTyp", &F::geb_typ, NullRule::kDefault},
-      {"lGebId", &F::geb_id, NullRule::kDefault},
-      {"lSoId", &F::so_id, NullRule::kDefault},
-      {"byHerkunft", &F::herkunft, NullRule::kDefault},
-      {"stNrVorsatz", &F::nr_vorsatz, NullRule::kDefault},
-      {"stBearbeiter", &F::bearbeiter, NullRule::kDefault},
-      {"stTelBearbeiter", &F::tel_bearbeiter, NullRule::kDefault},
-      {"stObjekt", &F::objekt, NullRule::kDefault},
-      {"stBemerkung", &F::bemerkung, NullRule::kDefault},
-      {"stEmail", &F::email, NullRule::kDefault},
-      {"stOrt", &F::ort, NullRule::kDefault},
-      {"stLeistungsart", &F::leistungsart, NullRule::kDefault},
-      {"stVerantwortlicher", &F::verantwortlicher, NullRule::kDefault},
-  };
-  return columns;
-}
-
-// The value placeholders of the INSERT and the UPDATE, in filling order.
-const std::vector<ValueSlot<F>>& RowValues() {
-  static const std::vector<ValueSlot<F>> slots = {
-      {"#lNr#", &F::nr},
-      {"#stMelder#", &F::melder},
-      {"#lMelderFaId#", &F::melder_fa_id},
-      {"#stMelderTel#", &F::melder_tel},
-      {"#MeldeDatum#", &F::melde_datum},
-      {"#stMeldeZeit#", &F::melde_zeit},
-      {"#lObjId#", &F::obj_id},
-      {"#byObjTyp#", &F::obj_typ},
-      {"#stMeldung#", &F::meldung},
-      {"#ErledBisDatum#", &F::erled_bis_datum},
-      {"#stErledBisZeit#", &F::erled_bis_zeit},
-      {"#WiederDatum#", &F::wieder_datum},
-      {"#stWiederZeit#", &F::wieder_zeit},
-      {"#bErledigt#", &F::erledigt},
-      {"#ErledigtDatum#", &F::erledigt_datum},
-      {"#stErledigtZeit#", &F::erledigt_zeit},
-      {"#byGebTyp#", &F::geb_typ},
-      {"#lGebId#", &F::geb_id},
-      {"#lSoId#", &F::so_id},
-      {"#byHerkunft#", &F::herkunft},
-      {"#stNrVorsatz#", &F::nr_vorsatz},
-      {"#stBearbeiter#", &F::bearbeiter},
-      {"#stTelBearbeiter#", &F::tel_bearbeiter},
-      {"#stOrt#", &F::ort},
-      {"#stObjekt#", &F::objekt},
-      {"#stBemerkung#", &F::bemerkung},
-      {"#stEmail#", &F::email},
-      {"#stLeistungsart#", &F::leistungsart},
-      {"#stVerantwortlicher#", &F::verantwortlicher},
-  };
-  return slots;
+const detail::RecordLayout<Fields>& Layout() {
+  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_MELDUNG_COLUMNS);
+  return layout;
 }
 
 constexpr const char* kClass = "CMeldung";
@@ -178,44 +74,16 @@ const detail::RecordStatements kStatements{
 
 }  // namespace
 
+template <>
+const detail::RecordStatements& detail::StatementsOf<CMeldung>() {
+  return kStatements;
+}
+
 struct CMeldung::Impl {
-  detail::TableRecord<F> record{kStatements, LoadOrder(), RowValues()};
+  detail::TableRecord<Fields> record{kStatements, Layout()};
 };
 
-ZTKDB_RECORD_MEMBERS(CMeldung)
-
-ZTKDB_VALUE_PROPERTY(CMeldung, Nr, int32_t, nr)
-ZTKDB_TEXT_PROPERTY(CMeldung, Melder, melder)
-ZTKDB_VALUE_PROPERTY(CMeldung, MelderFaId, int32_t, melder_fa_id)
-ZTKDB_TEXT_PROPERTY(CMeldung, MelderTel, melder_tel)
-ZTKDB_VALUE_PROPERTY(CMeldung, MeldeDatum, Date, melde_datum)
-ZTKDB_TEXT_PROPERTY(CMeldung, MeldeZeit, melde_zeit)
-ZTKDB_VALUE_PROPERTY(CMeldung, ObjId, int32_t, obj_id)
-TkObjTypes CMeldung::ObjTyp() const {
-  return static_cast<TkObjTypes>(impl_->record.core.F().obj_typ);
-}
-void CMeldung::ObjTyp(TkObjTypes value) { impl_->record.core.F().obj_typ = value; }
-ZTKDB_TEXT_PROPERTY(CMeldung, Meldung, meldung)
-ZTKDB_VALUE_PROPERTY(CMeldung, ErledBisDatum, Date, erled_bis_datum)
-ZTKDB_TEXT_PROPERTY(CMeldung, ErledBisZeit, erled_bis_zeit)
-ZTKDB_VALUE_PROPERTY(CMeldung, WiederDatum, Date, wieder_datum)
-ZTKDB_TEXT_PROPERTY(CMeldung, WiederZeit, wieder_zeit)
-ZTKDB_VALUE_PROPERTY(CMeldung, Erledigt, bool, erledigt)
-ZTKDB_VALUE_PROPERTY(CMeldung, ErledigtDatum, Date, erledigt_datum)
-ZTKDB_TEXT_PROPERTY(CMeldung, ErledigtZeit, erledigt_zeit)
-ZTKDB_VALUE_PROPERTY(CMeldung, GebTyp, uint8_t, geb_typ)
-ZTKDB_VALUE_PROPERTY(CMeldung, GebId, int32_t, geb_id)
-ZTKDB_VALUE_PROPERTY(CMeldung, SoId, int32_t, so_id)
-ZTKDB_VALUE_PROPERTY(CMeldung, Herkunft, uint8_t, herkunft)
-ZTKDB_TEXT_PROPERTY(CMeldung, NrVorsatz, nr_vorsatz)
-ZTKDB_TEXT_PROPERTY(CMeldung, Bearbeiter, bearbeiter)
-ZTKDB_TEXT_PROPERTY(CMeldung, TelBearbeiter, tel_bearbeiter)
-ZTKDB_TEXT_PROPERTY(CMeldung, Ort, ort)
-ZTKDB_TEXT_PROPERTY(CMeldung, Objekt, objekt)
-ZTKDB_TEXT_PROPERTY(CMeldung, Bemerkung, bemerkung)
-ZTKDB_TEXT_PROPERTY(CMeldung, Email, email)
-ZTKDB_TEXT_PROPERTY(CMeldung, Leistungsart, leistungsart)
-ZTKDB_TEXT_PROPERTY(CMeldung, Verantwortlicher, verantwortlicher)
+ZTKDB_RECORD_MEMBERS(CMeldung, ZTKDB_MELDUNG_COLUMNS)
 
 // The retired creation methods: hosts still call them, so each names the
 // version after it.
@@ -273,36 +141,36 @@ void CMeldung::CreateNew4(
     const std::string& stVerantwortlicher) {
   constexpr const char* kMember = "CMeldung.CreateNew4";
   detail::Guard(kMember, [&] {
-    MeldungFields row;
-    row.nr = lNr;
-    row.melder = stMelder;
-    row.melder_fa_id = lMelderFaId;
-    row.melder_tel = stMelderTel;
-    row.melde_datum = MeldeDatum;
-    row.melde_zeit = stMeldeZeit;
-    row.obj_id = lObjId;
-    row.obj_typ = eObjTyp;
-    row.meldung = stMeldung;
-    row.erled_bis_datum = ErledBisDatum;
-    row.erled_bis_zeit = stErledBisZeit;
-    row.wieder_datum = WiederDatum;
-    row.wieder_zeit = stWiederZeit;
-    row.erledigt = bErledigt;
-    row.erledigt_datum = ErledigtDatum;
-    row.erledigt_zeit = stErledigtZeit;
-    row.geb_typ = byGebTyp;
-    row.geb_id = lGebId;
-    row.so_id = lSoId;
-    row.herkunft = byHerkunft;
-    row.nr_vorsatz = stNrVorsatz;
-    row.bearbeiter = stBearbeiter;
-    row.tel_bearbeiter = stTelBearbeiter;
-    row.ort = stOrt;
-    row.objekt = stObjekt;
-    row.bemerkung = stBemerkung;
-    row.email = stEmail;
-    row.leistungsart = stLeistungsart;
-    row.verantwortlicher = stVerantwortlicher;
+    Fields row;
+    row.Nr = lNr;
+    row.Melder = stMelder;
+    row.MelderFaId = lMelderFaId;
+    row.MelderTel = stMelderTel;
+    row.MeldeDatum = MeldeDatum;
+    row.MeldeZeit = stMeldeZeit;
+    row.ObjId = lObjId;
+    row.ObjTyp = eObjTyp;
+    row.Meldung = stMeldung;
+    row.ErledBisDatum = ErledBisDatum;
+    row.ErledBisZeit = stErledBisZeit;
+    row.WiederDatum = WiederDatum;
+    row.WiederZeit = stWiederZeit;
+    row.Erledigt = bErledigt;
+    row.ErledigtDatum = ErledigtDatum;
+    row.ErledigtZeit = stErledigtZeit;
+    row.GebTyp = byGebTyp;
+    row.GebId = lGebId;
+    row.SoId = lSoId;
+    row.Herkunft = byHerkunft;
+    row.NrVorsatz = stNrVorsatz;
+    row.Bearbeiter = stBearbeiter;
+    row.TelBearbeiter = stTelBearbeiter;
+    row.Ort = stOrt;
+    row.Objekt = stObjekt;
+    row.Bemerkung = stBemerkung;
+    row.Email = stEmail;
+    row.Leistungsart = stLeistungsart;
+    row.Verantwortlicher = stVerantwortlicher;
     impl_->record.Create(kMember, row);
   });
 }

@@ -9,29 +9,15 @@
 namespace ZTkDb {
 namespace {
 
-using detail::ColumnBinding;
-using detail::NullRule;
-using detail::ValueSlot;
+using Record = CMsgOrderDokument;
 
-struct DokumentFields {
-  int32_t id = 0;
-  std::string uid;
-  int32_t msg_id = 0;
-  int32_t order_id = 0;
-  std::string pfad;
-  std::string datei;
+struct Fields {
+  ZTKDB_DOKUMENT_COLUMNS(ZTKDB_FIELD)
 };
 
-const std::vector<ColumnBinding<DokumentFields>>& LoadOrder() {
-  static const std::vector<ColumnBinding<DokumentFields>> columns = {
-      {"lId", &DokumentFields::id, NullRule::kError},
-      {"stUId", &DokumentFields::uid, NullRule::kDefault},
-      {"lMsgId", &DokumentFields::msg_id, NullRule::kError},
-      {"lOrderId", &DokumentFields::order_id, NullRule::kError},
-      {"stPfad", &DokumentFields::pfad, NullRule::kDefault},
-      {"stDatei", &DokumentFields::datei, NullRule::kDefault},
-  };
-  return columns;
+const detail::RecordLayout<Fields>& Layout() {
+  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_DOKUMENT_COLUMNS);
+  return layout;
 }
 
 // The document link's texts end with a semicolon, and its delete knows only
@@ -54,37 +40,27 @@ const detail::RecordStatements kStatements{
     .delete_needs_known_kind = true,
 };
 
-const std::vector<ValueSlot<DokumentFields>>& RowValues() {
-  static const std::vector<ValueSlot<DokumentFields>> slots = {
-      {"#lMsgId#", &DokumentFields::msg_id},
-      {"#lOrderId#", &DokumentFields::order_id},
-      {"#stPfad#", &DokumentFields::pfad},
-      {"#stDatei#", &DokumentFields::datei},
-  };
-  return slots;
-}
-
 }  // namespace
 
+template <>
+const detail::RecordStatements& detail::StatementsOf<CMsgOrderDokument>() {
+  return kStatements;
+}
+
 struct CMsgOrderDokument::Impl {
-  detail::TableRecord<DokumentFields> record{kStatements, LoadOrder(), RowValues()};
+  detail::TableRecord<Fields> record{kStatements, Layout()};
 };
 
-ZTKDB_RECORD_MEMBERS(CMsgOrderDokument)
-
-ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, MsgId, int32_t, msg_id)
-ZTKDB_VALUE_PROPERTY(CMsgOrderDokument, OrderId, int32_t, order_id)
-ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Pfad, pfad)
-ZTKDB_TEXT_PROPERTY(CMsgOrderDokument, Datei, datei)
+ZTKDB_RECORD_MEMBERS(CMsgOrderDokument, ZTKDB_DOKUMENT_COLUMNS)
 
 void CMsgOrderDokument::CreateNew(int32_t lMsgId, int32_t lOrderId, const std::string& stPfad,
                                   const std::string& stDatei) {
   detail::Guard("CMsgOrderDokument.CreateNew", [&] {
-    DokumentFields row;
-    row.msg_id = lMsgId;
-    row.order_id = lOrderId;
-    row.pfad = stPfad;
-    row.datei = stDatei;
+    Fields row;
+    row.MsgId = lMsgId;
+    row.OrderId = lOrderId;
+    row.Pfad = stPfad;
+    row.Datei = stDatei;
     impl_->record.Create("CMsgOrderDokument.CreateNew", row);
   });
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -45,6 +47,58 @@ struct ValueSlot {
   Placeholder placeholder;
   typename ColumnBinding<Fields>::Target source;
 };
+
+// A filling place after every other value; in the UPDATE after the row's key.
+inline constexpr int kLast = 1000;
+
+// One line of a record class's column table (records/RecordColumns.h).
+template <typename Fields>
+struct ColumnSpec {
+  const char* column;
+  Placeholder placeholder;
+  typename ColumnBinding<Fields>::Target target;
+  NullRule rule;
+  int insert;  // place in the INSERT's filling order, 0: not carried
+  int update;  // the same for the UPDATE
+};
+
+// What a record class's column table gives its statements: the load order
+// and the filling orders, derived once per class.
+template <typename Fields>
+struct RecordLayout {
+  explicit RecordLayout(const std::vector<ColumnSpec<Fields>>& columns) {
+    std::vector<const ColumnSpec<Fields>*> byInsert, byUpdate;
+    for (const auto& c : columns) {
+      load.push_back({c.column, c.target, c.rule});
+      if (c.insert > 0) byInsert.push_back(&c);
+      if (c.update > 0) byUpdate.push_back(&c);
+    }
+    std::stable_sort(byInsert.begin(), byInsert.end(),
+                     [](auto* a, auto* b) { return a->insert < b->insert; });
+    std::stable_sort(byUpdate.begin(), byUpdate.end(),
+                     [](auto* a, auto* b) { return a->update < b->update; });
+    for (auto* c : byInsert) insert.push_back({c->placeholder, c->target});
+    for (auto* c : byUpdate)
+      (c->update == kLast ? after_key : update).push_back({c->placeholder, c->target});
+  }
+  std::vector<ColumnBinding<Fields>> load;
+  std::vector<ValueSlot<Fields>> insert;     // the INSERT's values after its #stUId#
+  std::vector<ValueSlot<Fields>> update;     // the UPDATE's values before the row's key
+  std::vector<ValueSlot<Fields>> after_key;  // and after it
+};
+
+// A property's type as its field keeps it: an enumeration as its number.
+template <typename T>
+using Stored = std::conditional_t<std::is_enum_v<T>, int32_t, T>;
+
+// What a reset leaves in a field: no date, or zero and empty.
+template <typename T>
+Stored<T> Initial() {
+  if constexpr (std::is_same_v<T, Date>)
+    return NoDate;
+  else
+    return Stored<T>{};
+}
 
 // The record pattern shared by every record class: a storage, the fields,
 // reset, load, read by key, checked writes. A record class supplies its

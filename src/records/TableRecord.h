@@ -27,6 +27,11 @@ struct RecordStatements {
   bool delete_needs_known_kind = false;
 };
 
+// A record class's statements, for the test that holds them against its
+// column table.
+template <typename Record>
+const RecordStatements& StatementsOf();
+
 // The texts most record classes share.
 inline constexpr const char* kSelectByIdText =
     "SELECT #Tabelle#.* FROM #Tabelle# WHERE #Tabelle#.lId = #lId#";
@@ -37,26 +42,12 @@ inline constexpr const char* kDeleteJetText =
 inline constexpr const char* kDeleteOtherText = "DELETE #Tabelle# WHERE #Tabelle#.lId = #lId#";
 
 // Create, read by key, guarded update and delete of a record class, driven
-// by its statements, its load order and its value slots.
+// by its statements and the layout its column table gives.
 template <typename Fields>
 class TableRecord {
  public:
-  // Most classes fill their INSERT and UPDATE values in one order.
-  TableRecord(const RecordStatements& statements, const std::vector<ColumnBinding<Fields>>& load,
-              const std::vector<ValueSlot<Fields>>& values)
-      : TableRecord(statements, load, values, values, NoSlots()) {}
-  // `updateTail` slots are filled after #lId# and #stUId# in the UPDATE and
-  // after `insertValues` in the INSERT, for a class that has always filled
-  // some values last.
-  TableRecord(const RecordStatements& statements, const std::vector<ColumnBinding<Fields>>& load,
-              const std::vector<ValueSlot<Fields>>& insertValues,
-              const std::vector<ValueSlot<Fields>>& updateValues,
-              const std::vector<ValueSlot<Fields>>& updateTail)
-      : core(statements.class_name, load),
-        statements_(statements),
-        insert_values_(insertValues),
-        update_values_(updateValues),
-        update_tail_(updateTail) {}
+  TableRecord(const RecordStatements& statements, const RecordLayout<Fields>& layout)
+      : core(statements.class_name, layout.load), statements_(statements), layout_(layout) {}
 
   // A template for the connection's kind with the class's table filled in.
   // The table names go in first and the joined table last, after every
@@ -84,8 +75,7 @@ class TableRecord {
     const std::string uid = UIdGenerator::Instance().NewUId();
     Statement sql = Begin(statements_.insert, kind);
     sql.Text("#stUId#", uid);
-    FillValues(sql, row, insert_values_, largest);
-    FillValues(sql, row, update_tail_, largest);
+    FillValues(sql, row, layout_.insert, largest);
     core.ExecuteChecked(member, Finish(sql), "Create");
     core.Storage(member).CloseRecordset();
     ReadByUId(uid);
@@ -111,11 +101,11 @@ class TableRecord {
     const std::string newUid = UIdGenerator::Instance().NewUId();
     Statement sql = Begin(statements_.update, kind);
     sql.Raw("#stNewUId#", newUid);
-    FillValues(sql, f, update_values_, largest);
-    sql.Long("#lId#", f.id).Raw("#stUId#", f.uid);
-    FillValues(sql, f, update_tail_, largest);
+    FillValues(sql, f, layout_.update, largest);
+    sql.Long("#lId#", f.Id).Raw("#stUId#", f.UId);
+    FillValues(sql, f, layout_.after_key, largest);
     core.ExecuteChecked(member, Finish(sql), "Update");
-    f.uid = newUid;
+    f.UId = newUid;
     core.Storage(member).CloseRecordset();
   }
 
@@ -127,7 +117,7 @@ class TableRecord {
       text = statements_.delete_jet;
     else if (kind == StorageKind::Odbc || !statements_.delete_needs_known_kind)
       text = statements_.delete_other;
-    core.ExecutePlain(member, Finish(Begin(text, kind).Long("#lId#", core.F().id)));
+    core.ExecutePlain(member, Finish(Begin(text, kind).Long("#lId#", core.F().Id)));
     core.ClearFields();
   }
 
@@ -151,15 +141,8 @@ class TableRecord {
   RecordCore<Fields> core;
 
  private:
-  static const std::vector<ValueSlot<Fields>>& NoSlots() {
-    static const std::vector<ValueSlot<Fields>> none;
-    return none;
-  }
-
   const RecordStatements& statements_;
-  const std::vector<ValueSlot<Fields>>& insert_values_;
-  const std::vector<ValueSlot<Fields>>& update_values_;
-  const std::vector<ValueSlot<Fields>>& update_tail_;
+  const RecordLayout<Fields>& layout_;
 };
 
 }  // namespace ZTkDb::detail

@@ -8,6 +8,7 @@
 
 #include "Columns.h"
 #include "Text.h"
+#include "records/RecordColumns.h"
 
 namespace ztk {
 namespace {
@@ -19,6 +20,7 @@ using ZTkDb::CMeldung;
 using ZTkDb::CMsgOrderDokument;
 using ZTkDb::Currency;
 using ZTkDb::Date;
+using ZTkDb::TkObjTypes;
 
 std::string Lower(std::string s) {
   for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -302,178 +304,87 @@ template std::vector<std::pair<const Field<CMaterial>*, FieldValue>> ParseAssign
 template std::vector<std::pair<const Field<CMsgOrderDokument>*, FieldValue>> ParseAssignments(
     const std::vector<Field<CMsgOrderDokument>>&, const std::vector<std::string>&);
 
-// A property pair: getter and setter of one name and one value type. The
-// value type travels as a template argument so the macros below only name it.
-template <typename T, typename Value>
-FieldValue AsField(Value value) {
-  return FieldValue(T(value));
+// The tool's kind of a property's type; an enumeration is typed as its number.
+template <typename T>
+constexpr FieldKind KindOf() {
+  if constexpr (std::is_same_v<T, uint8_t>)
+    return FieldKind::kByte;
+  else if constexpr (std::is_same_v<T, bool>)
+    return FieldKind::kBool;
+  else if constexpr (std::is_same_v<T, Date>)
+    return FieldKind::kDate;
+  else if constexpr (std::is_same_v<T, Currency>)
+    return FieldKind::kCurrency;
+  else if constexpr (std::is_same_v<T, double>)
+    return FieldKind::kDouble;
+  else if constexpr (std::is_same_v<T, std::string>)
+    return FieldKind::kText;
+  else
+    return FieldKind::kLong;
 }
 
-// clang-format off
-#define ZTK_RW(R, Name, Kind, T)                                               \
-  Field<R> {                                                                   \
-    #Name, Kind,                                                               \
-    [](const R& r) { return AsField<T>(r.Name()); },                           \
-    [](auto& r, const FieldValue& v) { r.Name(std::get<T>(v)); }               \
-  }
-#define ZTK_RO(R, Name, Kind, T)                                               \
-  Field<R> {                                                                   \
-    #Name, Kind, [](const R& r) { return AsField<T>(r.Name()); }, nullptr      \
-  }
-// clang-format on
+template <typename T>
+FieldValue AsField(const T& value) {
+  if constexpr (std::is_enum_v<T>)
+    return static_cast<int32_t>(value);
+  else
+    return value;
+}
 
-using K = FieldKind;
+template <typename T>
+T FromField(const FieldValue& v) {
+  if constexpr (std::is_enum_v<T>)
+    return static_cast<T>(std::get<int32_t>(v));
+  else
+    return std::get<T>(v);
+}
+
+// A record class's fields, from its column table: every property under its
+// own name, settable where the class keeps what it is given (a unit the
+// record keeps on assignment is set only by `add`).
+#define ZTK_FIELD(Property, Type, column, placeholder, load, insert, update, access) \
+  ZTK_FIELD_##access(Property, Type),
+#define ZTK_FIELD_ro(Property, Type)                                                       \
+  Field<R> {                                                                               \
+#Property, KindOf < Type>(), [](const R& r) { return AsField(r.Property()); }, nullptr \
+  }
+#define ZTK_FIELD_kept ZTK_FIELD_ro
+#define ZTK_FIELD_rw(Property, Type)                                                               \
+  Field<R> {                                                                                       \
+#Property, KindOf < Type>(),                                                                   \
+        [](const R&                                                                                \
+               r) { return AsField(r.Property()); }, [](R & r,                                     \
+                                                        const FieldValue&                          \
+                                                            v) { r.Property(FromField<Type>(v)); } \
+  }
 
 const std::vector<Field<CAuftrag>>& AuftragFields() {
   using R = CAuftrag;
-  static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t),
-      ZTK_RO(R, UId, K::kText, std::string),
-      ZTK_RW(R, NrVorsatz, K::kText, std::string),
-      ZTK_RW(R, Nr, K::kLong, int32_t),
-      ZTK_RW(R, AuftragsDatum, K::kDate, Date),
-      ZTK_RW(R, AuftragsZeit, K::kText, std::string),
-      ZTK_RW(R, Auftrag, K::kText, std::string),
-      ZTK_RW(R, Ort, K::kText, std::string),
-      ZTK_RW(R, Objekt, K::kText, std::string),
-      ZTK_RW(R, ObjId, K::kLong, int32_t),
-      Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
-               [](R& r, const FieldValue& v) {
-                 r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
-               }},
-      ZTK_RW(R, SoId, K::kLong, int32_t),
-      ZTK_RW(R, ErledBisDatum, K::kDate, Date),
-      ZTK_RW(R, ErledBisZeit, K::kText, std::string),
-      ZTK_RW(R, WiederDatum, K::kDate, Date),
-      ZTK_RW(R, WiederZeit, K::kText, std::string),
-      ZTK_RW(R, Erledigt, K::kBool, bool),
-      ZTK_RW(R, ErledigtDatum, K::kDate, Date),
-      ZTK_RW(R, ErledigtZeit, K::kText, std::string),
-      ZTK_RW(R, MeldungId, K::kLong, int32_t),
-      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t),
-      ZTK_RW(R, Auftragstyp, K::kByte, uint8_t),
-      ZTK_RW(R, AuftragstypText, K::kText, std::string),
-      ZTK_RW(R, ObjAufgabeId, K::kLong, int32_t),
-      ZTK_RW(R, ObjHistorieId, K::kLong, int32_t),
-      ZTK_RW(R, Herkunft, K::kByte, uint8_t),
-      ZTK_RW(R, AnsprechId, K::kLong, int32_t),
-      ZTK_RW(R, GebTyp, K::kByte, uint8_t),
-      ZTK_RW(R, GebId, K::kLong, int32_t),
-      ZTK_RW(R, Bearbeiter, K::kText, std::string),
-      ZTK_RW(R, TelBearbeiter, K::kText, std::string),
-      ZTK_RW(R, AuftragGeber, K::kText, std::string),
-      ZTK_RW(R, AufGebFaId, K::kLong, int32_t),
-      ZTK_RW(R, AufGebKst, K::kText, std::string),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string),
-      ZTK_RW(R, Gesperrt, K::kBool, bool),
-      ZTK_RW(R, Bemerkung, K::kText, std::string),
-      ZTK_RW(R, Kosten, K::kCurrency, Currency),
-      ZTK_RW(R, Leistungsart, K::kText, std::string),
-      ZTK_RW(R, Verantwortlicher, K::kText, std::string),
-  };
+  static const std::vector<Field<R>> fields = {ZTKDB_AUFTRAG_COLUMNS(ZTK_FIELD)};
   return fields;
 }
 
 const std::vector<Field<CMeldung>>& MeldungFields() {
   using R = CMeldung;
-  static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t),
-      ZTK_RO(R, UId, K::kText, std::string),
-      ZTK_RW(R, NrVorsatz, K::kText, std::string),
-      ZTK_RW(R, Nr, K::kLong, int32_t),
-      ZTK_RW(R, MeldeDatum, K::kDate, Date),
-      ZTK_RW(R, MeldeZeit, K::kText, std::string),
-      ZTK_RW(R, Melder, K::kText, std::string),
-      ZTK_RW(R, MelderFaId, K::kLong, int32_t),
-      ZTK_RW(R, MelderTel, K::kText, std::string),
-      ZTK_RW(R, Email, K::kText, std::string),
-      ZTK_RW(R, Meldung, K::kText, std::string),
-      ZTK_RW(R, Ort, K::kText, std::string),
-      ZTK_RW(R, Objekt, K::kText, std::string),
-      ZTK_RW(R, ObjId, K::kLong, int32_t),
-      Field<R>{"ObjTyp", K::kLong, [](const R& r) -> FieldValue { return int32_t(r.ObjTyp()); },
-               [](R& r, const FieldValue& v) {
-                 r.ObjTyp(static_cast<ZTkDb::TkObjTypes>(std::get<int32_t>(v)));
-               }},
-      ZTK_RW(R, SoId, K::kLong, int32_t),
-      ZTK_RW(R, ErledBisDatum, K::kDate, Date),
-      ZTK_RW(R, ErledBisZeit, K::kText, std::string),
-      ZTK_RW(R, WiederDatum, K::kDate, Date),
-      ZTK_RW(R, WiederZeit, K::kText, std::string),
-      ZTK_RW(R, Erledigt, K::kBool, bool),
-      ZTK_RW(R, ErledigtDatum, K::kDate, Date),
-      ZTK_RW(R, ErledigtZeit, K::kText, std::string),
-      ZTK_RW(R, GebTyp, K::kByte, uint8_t),
-      ZTK_RW(R, GebId, K::kLong, int32_t),
-      ZTK_RW(R, Herkunft, K::kByte, uint8_t),
-      ZTK_RW(R, Bearbeiter, K::kText, std::string),
-      ZTK_RW(R, TelBearbeiter, K::kText, std::string),
-      ZTK_RW(R, Bemerkung, K::kText, std::string),
-      ZTK_RW(R, Leistungsart, K::kText, std::string),
-      ZTK_RW(R, Verantwortlicher, K::kText, std::string),
-  };
+  static const std::vector<Field<R>> fields = {ZTKDB_MELDUNG_COLUMNS(ZTK_FIELD)};
   return fields;
 }
 
 const std::vector<Field<CLeistung>>& LeistungFields() {
   using R = CLeistung;
-  static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t),
-      ZTK_RO(R, UId, K::kText, std::string),
-      ZTK_RW(R, AuftragId, K::kLong, int32_t),
-      ZTK_RW(R, AusfDatum, K::kDate, Date),
-      ZTK_RW(R, AusfZeit, K::kText, std::string),
-      ZTK_RW(R, Auftragnehmer, K::kText, std::string),
-      ZTK_RW(R, AuftragNehmerId, K::kLong, int32_t),
-      ZTK_RW(R, Leistart, K::kText, std::string),
-      ZTK_RW(R, LeistArtId, K::kLong, int32_t),
-      ZTK_RW(R, Stunden, K::kDouble, double),
-      ZTK_RW(R, PreisProStd, K::kCurrency, Currency),
-      ZTK_RW(R, Faktor, K::kDouble, double),
-      ZTK_RW(R, Weg, K::kDouble, double),
-      ZTK_RW(R, PreisProKm, K::kCurrency, Currency),
-      ZTK_RW(R, Fremdleistung, K::kBool, bool),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string),
-      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t),
-      ZTK_RW(R, Kostenart, K::kText, std::string),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string),
-      ZTK_RW(R, Ansprech, K::kText, std::string),
-      ZTK_RW(R, AnsprechId, K::kLong, int32_t),
-      ZTK_RW(R, Bemerkung, K::kText, std::string),
-  };
+  static const std::vector<Field<R>> fields = {ZTKDB_LEISTUNG_COLUMNS(ZTK_FIELD)};
   return fields;
 }
 
 const std::vector<Field<CMaterial>>& MaterialFields() {
   using R = CMaterial;
-  static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t),
-      ZTK_RO(R, UId, K::kText, std::string),
-      ZTK_RW(R, AuftragId, K::kLong, int32_t),
-      ZTK_RW(R, MatKlasse, K::kText, std::string),
-      ZTK_RW(R, Bezeichnung, K::kText, std::string),
-      ZTK_RW(R, Menge, K::kDouble, double),
-      // The record keeps its unit on assignment, so only `add` sets it.
-      ZTK_RO(R, Einheit, K::kText, std::string),
-      ZTK_RW(R, PreisProEinheit, K::kCurrency, Currency),
-      ZTK_RW(R, Faktor, K::kDouble, double),
-      ZTK_RW(R, Fremdleistung, K::kBool, bool),
-      ZTK_RW(R, RechnEmpf, K::kText, std::string),
-      ZTK_RW(R, RechnEmpfId, K::kLong, int32_t),
-      ZTK_RW(R, Kostenart, K::kText, std::string),
-      ZTK_RW(R, Kostenstelle, K::kText, std::string),
-  };
+  static const std::vector<Field<R>> fields = {ZTKDB_MATERIAL_COLUMNS(ZTK_FIELD)};
   return fields;
 }
 
 const std::vector<Field<CMsgOrderDokument>>& DokumentFields() {
   using R = CMsgOrderDokument;
-  static const std::vector<Field<R>> fields = {
-      ZTK_RO(R, Id, K::kLong, int32_t),       ZTK_RO(R, UId, K::kText, std::string),
-      ZTK_RW(R, OrderId, K::kLong, int32_t),  ZTK_RW(R, MsgId, K::kLong, int32_t),
-      ZTK_RW(R, Pfad, K::kText, std::string), ZTK_RW(R, Datei, K::kText, std::string),
-  };
+  static const std::vector<Field<R>> fields = {ZTKDB_DOKUMENT_COLUMNS(ZTK_FIELD)};
   return fields;
 }
 
