@@ -4,8 +4,9 @@
 // opened on a file or a data source (or the one a client's session holds),
 // the module's schema, and recordsets over the tool's own queries. What is
 // not inline here is exported for the tool only (ZTKDB_TOOL, checked by
-// tests/exports.sh) and promises hosts nothing; the tool includes no other
-// internal header.
+// tests/exports.sh) and promises hosts nothing. The tool includes no other
+// internal header but the record classes' column tables
+// (records/RecordColumns.h), macros naming public properties only.
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -21,6 +21,9 @@
 //                other value, in the UPDATE after the row's key.
 //   access       rw; ro (no setter); kept (a setter that changes nothing)
 //
+// Each expansion site names what the macros it passes rely on (`Record`,
+// `Fields`, `R`, the record's `impl_`).
+//
 // The lines stand in load order: a column that fails stops the copy, so the
 // order decides which fields already hold the new row.
 

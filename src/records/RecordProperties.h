@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "records/RecordColumns.h"
+#include "records/RecordCore.h"
 
 // What a record class's column table (records/RecordColumns.h) expands to in the
 // class's own file, where `Record` names the class and `Fields` its fields.

@@ -9,6 +9,14 @@
 #include "sql/Literals.h"
 #include "sql/Statement.h"
 
+namespace ZTkDb {
+class CAuftrag;
+class CMeldung;
+class CLeistung;
+class CMaterial;
+class CMsgOrderDokument;
+}  // namespace ZTkDb
+
 namespace ZTkDb::detail {
 
 // The statements of one record class, as its hosts have always seen them.
@@ -28,9 +36,19 @@ struct RecordStatements {
 };
 
 // A record class's statements, for the test that holds them against its
-// column table.
+// column table; each class's file defines its own.
 template <typename Record>
 const RecordStatements& StatementsOf();
+template <>
+const RecordStatements& StatementsOf<CAuftrag>();
+template <>
+const RecordStatements& StatementsOf<CMeldung>();
+template <>
+const RecordStatements& StatementsOf<CLeistung>();
+template <>
+const RecordStatements& StatementsOf<CMaterial>();
+template <>
+const RecordStatements& StatementsOf<CMsgOrderDokument>();
 
 // The texts most record classes share.
 inline constexpr const char* kSelectByIdText =

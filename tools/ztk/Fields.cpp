@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <stdexcept>
+#include <string_view>
 
 #include "Columns.h"
 #include "Text.h"
@@ -342,43 +343,65 @@ T FromField(const FieldValue& v) {
 // A record class's fields, from its column table: every property under its
 // own name, settable where the class keeps what it is given (a unit the
 // record keeps on assignment is set only by `add`).
+// clang-format off
 #define ZTK_FIELD(Property, Type, column, placeholder, load, insert, update, access) \
   ZTK_FIELD_##access(Property, Type),
-#define ZTK_FIELD_ro(Property, Type)                                                       \
-  Field<R> {                                                                               \
-#Property, KindOf < Type>(), [](const R& r) { return AsField(r.Property()); }, nullptr \
-  }
+#define ZTK_FIELD_ro(Property, Type) \
+  Field<R>{#Property, KindOf<Type>(), [](const R& r) { return AsField(r.Property()); }, nullptr}
 #define ZTK_FIELD_kept ZTK_FIELD_ro
-#define ZTK_FIELD_rw(Property, Type)                                                               \
-  Field<R> {                                                                                       \
-#Property, KindOf < Type>(),                                                                   \
-        [](const R&                                                                                \
-               r) { return AsField(r.Property()); }, [](R & r,                                     \
-                                                        const FieldValue&                          \
-                                                            v) { r.Property(FromField<Type>(v)); } \
+#define ZTK_FIELD_rw(Property, Type)                                                      \
+  Field<R>{#Property, KindOf<Type>(), [](const R& r) { return AsField(r.Property()); },  \
+           [](R& r, const FieldValue& v) { r.Property(FromField<Type>(v)); }}
+// clang-format on
+
+// The order a desk reads a record in: the fields it looks at first, then the
+// rest as the class lists its columns.
+template <typename R>
+std::vector<Field<R>> DeskOrder(std::vector<Field<R>> fields,
+                                std::initializer_list<std::string_view> first) {
+  std::vector<Field<R>> ordered;
+  for (std::string_view name : first) {
+    auto it =
+        std::find_if(fields.begin(), fields.end(), [&](const auto& f) { return f.name == name; });
+    if (it == fields.end()) throw std::logic_error("no field " + std::string(name));
+    ordered.push_back(std::move(*it));
+    fields.erase(it);
   }
+  ordered.insert(ordered.end(), std::make_move_iterator(fields.begin()),
+                 std::make_move_iterator(fields.end()));
+  return ordered;
+}
 
 const std::vector<Field<CAuftrag>>& AuftragFields() {
   using R = CAuftrag;
-  static const std::vector<Field<R>> fields = {ZTKDB_AUFTRAG_COLUMNS(ZTK_FIELD)};
+  static const std::vector<Field<R>> fields = DeskOrder<R>(
+      {ZTKDB_AUFTRAG_COLUMNS(ZTK_FIELD)}, {"Id", "UId", "NrVorsatz", "Nr", "AuftragsDatum",
+                                           "AuftragsZeit", "Auftrag", "Ort", "Objekt"});
   return fields;
 }
 
 const std::vector<Field<CMeldung>>& MeldungFields() {
   using R = CMeldung;
-  static const std::vector<Field<R>> fields = {ZTKDB_MELDUNG_COLUMNS(ZTK_FIELD)};
+  static const std::vector<Field<R>> fields =
+      DeskOrder<R>({ZTKDB_MELDUNG_COLUMNS(ZTK_FIELD)},
+                   {"Id", "UId", "NrVorsatz", "Nr", "MeldeDatum", "MeldeZeit", "Melder",
+                    "MelderFaId", "MelderTel", "Email", "Meldung", "Ort", "Objekt"});
   return fields;
 }
 
 const std::vector<Field<CLeistung>>& LeistungFields() {
   using R = CLeistung;
-  static const std::vector<Field<R>> fields = {ZTKDB_LEISTUNG_COLUMNS(ZTK_FIELD)};
+  static const std::vector<Field<R>> fields = DeskOrder<R>(
+      {ZTKDB_LEISTUNG_COLUMNS(ZTK_FIELD)},
+      {"Id", "UId", "AuftragId", "AusfDatum", "AusfZeit", "Auftragnehmer", "AuftragNehmerId"});
   return fields;
 }
 
 const std::vector<Field<CMaterial>>& MaterialFields() {
   using R = CMaterial;
-  static const std::vector<Field<R>> fields = {ZTKDB_MATERIAL_COLUMNS(ZTK_FIELD)};
+  static const std::vector<Field<R>> fields =
+      DeskOrder<R>({ZTKDB_MATERIAL_COLUMNS(ZTK_FIELD)},
+                   {"Id", "UId", "AuftragId", "MatKlasse", "Bezeichnung", "Menge", "Einheit"});
   return fields;
 }
 
