@@ -15,22 +15,9 @@ using ztktest::OrderSpec;
 
 namespace {
 
-class Auftraege : public ::testing::TestWithParam<ztktest::Engine> {
+class Auftraege : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "auf"); }
-
-  std::unique_ptr<CAuftrag> Connected() {
-    auto order = std::make_unique<CAuftrag>();
-    order->ConnectStorage("auf");
-    return order;
-  }
-  int64_t Count(const std::string& table, const std::string& where = "1=1") {
-    return ztktest::Scalar("auf", "SELECT count(*) FROM " + table + " WHERE " + where).ToLong();
-  }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
+  Auftraege() : EngineTest("auf") {}
 };
 
 }  // namespace
@@ -89,7 +76,7 @@ TEST_P(Auftraege, RetiredCreateMethodsShowTheirBoxAndTouchNothing) {
     EXPECT_EQ(boxes.boxes[i].member, "CAuftrag.CreateNew" + (i ? std::to_string(i) : ""));
     EXPECT_EQ(boxes.boxes[i].number, 0);  // informs only
   }
-  EXPECT_EQ(Count("T_Auftrag"), 1);
+  EXPECT_EQ(Rows("T_Auftrag"), 1);
   EXPECT_EQ(order->Id(), id);
   EXPECT_EQ(order->Nr(), 5);
 }
@@ -124,7 +111,7 @@ TEST_P(Auftraege, CreateThatWritesNoRowShowsTheNumberedCreateBox) {
   EXPECT_EQ(boxes.boxes[0].member, "CAuftrag.CreateNew7");
   EXPECT_EQ(boxes.boxes[0].number, errInsertFailed);
   EXPECT_EQ(order->Id(), 0);  // nothing to read back
-  EXPECT_EQ(Count("T_Auftrag"), 0);
+  EXPECT_EQ(Rows("T_Auftrag"), 0);
 }
 
 TEST_P(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
@@ -139,16 +126,16 @@ TEST_P(Auftraege, UpdateWritesEveryFieldUnderTheRenamedColumns) {
   // What other programs read: the renamed columns, and the flag and the
   // date in the engine's own forms.
   const std::string where = "lId = " + std::to_string(order->Id());
-  EXPECT_EQ(Count("T_Auftrag", where + " AND lTechObjTerminId = 5 AND lTageFrist = 6 AND "
-                                       "stAuftragstyp = 'Störung' AND byAuftragstyp = 9"),
+  EXPECT_EQ(Rows("T_Auftrag", where + " AND lTechObjTerminId = 5 AND lTageFrist = 6 AND "
+                                      "stAuftragstyp = 'Störung' AND byAuftragstyp = 9"),
             1);
-  EXPECT_EQ(Count("T_Auftrag", where + " AND bErledigt = " + db.TrueText() +
-                                   " AND ErledigtDatum = '2026-01-02 03:04:05'"),
+  EXPECT_EQ(Rows("T_Auftrag", where + " AND bErledigt = " + db.TrueText() +
+                                  " AND ErledigtDatum = '2026-01-02 03:04:05'"),
             1);
 }
 
 TEST_P(Auftraege, GetLastNrIsTheMaximumOverAllPrefixes) {
-  auto order = Connected();
+  auto order = Connected<CAuftrag>();
   EXPECT_EQ(order->GetLastNr(), 0);
   CreateOrder("auf", {.nr = 7, .vorsatz = "A"});
   CreateOrder("auf", {.nr = 12, .vorsatz = "B"});
@@ -161,13 +148,13 @@ TEST_P(Auftraege, LinkToAReportAndRemoveIt) {
   auto order = CreateOrder("auf", {});
   order->Connect2Msg(7);
   EXPECT_EQ(order->MeldungId(), 7);
-  auto again = Connected();
+  auto again = Connected<CAuftrag>();
   again->ReadById(order->Id());
   EXPECT_EQ(again->MeldungId(), 7);
 
   again->DisConnectFromMsg();
   EXPECT_EQ(again->MeldungId(), 0);
-  EXPECT_EQ(Count("T_AuftragMeldung"), 0);
+  EXPECT_EQ(Rows("T_AuftragMeldung"), 0);
   again->ReadById(order->Id());
   EXPECT_EQ(again->MeldungId(), 0);
   again->DisConnectFromMsg();  // removing a missing link is no error
@@ -179,11 +166,11 @@ TEST_P(Auftraege, LinkToAReportAndRemoveIt) {
   // A second Connect2Msg adds a second row; Delete leaves the links alone.
   order->Connect2Msg(8);
   order->Connect2Msg(8);
-  EXPECT_EQ(Count("T_AuftragMeldung", "lMeldungId = 8"), 2);
+  EXPECT_EQ(Rows("T_AuftragMeldung", "lMeldungId = 8"), 2);
   order->Delete();
   EXPECT_EQ(order->Id(), 0);
-  EXPECT_EQ(Count("T_Auftrag"), 0);
-  EXPECT_EQ(Count("T_AuftragMeldung"), 2);
+  EXPECT_EQ(Rows("T_Auftrag"), 0);
+  EXPECT_EQ(Rows("T_AuftragMeldung"), 2);
 }
 
 TEST_P(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
@@ -204,7 +191,7 @@ TEST_P(Auftraege, ReadsByNumberPrefixAndObjectHistory) {
                       .herkunft = hetTechnik,
                       .historie = 23});
 
-  auto order = Connected();
+  auto order = Connected<CAuftrag>();
   order->ReadByNr(3, "B");
   EXPECT_EQ(order->Auftrag(), "B3");
   order->ReadByNrOhneVorsatz(4);

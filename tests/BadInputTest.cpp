@@ -22,12 +22,10 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-class BadInput : public ::testing::TestWithParam<ztktest::Engine> {
+class BadInput : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "bad"); }
-  int64_t Rows(const char* table) {
-    return ztktest::Scalar("bad", std::string("SELECT count(*) FROM ") + table).ToLong();
-  }
+  BadInput() : EngineTest("bad") {}
+
   std::unique_ptr<CMeldung> Report(const std::string& text, const std::string& remark,
                                    Date when = Date::FromYmd(2026, 11, 20)) {
     auto r = std::make_unique<CMeldung>();
@@ -36,10 +34,6 @@ class BadInput : public ::testing::TestWithParam<ztktest::Engine> {
                   NoDate, text, 0, 0, 0, 0, "M", text, text, text, text, remark, text, text, text);
     return r;
   }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
 };
 
 std::string ReadAll(const std::string& path) {

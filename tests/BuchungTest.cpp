@@ -20,9 +20,9 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-class Buchungen : public ::testing::TestWithParam<ztktest::Engine> {
+class Buchungen : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "buc"); }
+  Buchungen() : EngineTest("buc") {}
 
   std::unique_ptr<CLeistung> Leistung(int32_t auftrag, double stunden, Currency preis,
                                       const std::string& rechnEmpf = "Hausverwaltung",
@@ -43,10 +43,6 @@ class Buchungen : public ::testing::TestWithParam<ztktest::Engine> {
     return m;
   }
   int64_t Count(const std::string& sql) { return ztktest::Scalar("buc", sql).ToLong(); }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
 };
 
 }  // namespace

@@ -15,9 +15,9 @@ using namespace ZTkDb;
 
 namespace {
 
-class Dokumente : public ::testing::TestWithParam<ztktest::Engine> {
+class Dokumente : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "dok"); }
+  Dokumente() : EngineTest("dok") {}
 
   std::unique_ptr<CMsgOrderDokument> Create(int32_t msg, int32_t order, const std::string& pfad,
                                             const std::string& datei) {
@@ -26,15 +26,7 @@ class Dokumente : public ::testing::TestWithParam<ztktest::Engine> {
     d->CreateNew(msg, order, pfad, datei);
     return d;
   }
-  int64_t Rows(const std::string& where = "1=1") {
-    return ztktest::Scalar("dok", "SELECT count(*) AS n FROM T_MsgOrderDokument WHERE " + where)
-        .ToLong();
-  }
   void Exec(const std::string& sql) { ztktest::Exec("dok", sql); }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
 };
 
 }  // namespace
@@ -92,7 +84,7 @@ TEST_P(Dokumente, ItemsAreIndependentRecordsOfTheListsClient) {
   EXPECT_EQ(list.AbsolutePosition(), 1);
   item->Datei("b2");
   item->Update();  // the item has its own storage
-  EXPECT_EQ(Rows("stDatei = 'b2'"), 1);
+  EXPECT_EQ(Rows("T_MsgOrderDokument", "stDatei = 'b2'"), 1);
   EXPECT_TRUE(boxes.boxes.empty());
 
   EXPECT_EQ(list.ItemByRecId(99999), nullptr);

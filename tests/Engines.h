@@ -100,4 +100,29 @@ bool MustRun(const std::string& why);
     }                                                     \
   } while (0)
 
+// The fixture of a suite that runs on every engine: a fresh database opened
+// under the suite's client name, and the boxes shown meanwhile.
+class EngineTest : public ::testing::TestWithParam<Engine> {
+ protected:
+  explicit EngineTest(const char* clientName) : client(clientName) {}
+  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, client); }
+
+  // The rows of `table` that satisfy `where`.
+  int64_t Rows(const std::string& table, const std::string& where = "1=1") const {
+    return Scalar(client, "SELECT count(*) FROM " + table + " WHERE " + where).ToLong();
+  }
+  // A new record bound to the suite's client.
+  template <typename R>
+  std::unique_ptr<R> Connected() const {
+    auto r = std::make_unique<R>();
+    r->ConnectStorage(client);
+    return r;
+  }
+
+  const std::string client;
+  EngineDb db{GetParam()};
+  ZTkDb::CTkDb tkdb;
+  CapturedBoxes boxes;
+};
+
 }  // namespace ztktest

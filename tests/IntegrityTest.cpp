@@ -28,15 +28,9 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-class Integrity : public ::testing::TestWithParam<Engine> {
+class Integrity : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "ok"); }
-  int64_t Rows(const char* table) {
-    return ztktest::Scalar("ok", std::string("SELECT count(*) FROM ") + table).ToLong();
-  }
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
+  Integrity() : EngineTest("ok") {}
 };
 
 const std::vector<Date>& UnstorableDates() {

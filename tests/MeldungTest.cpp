@@ -13,22 +13,9 @@ using ztktest::ErrorNumberOf;
 
 namespace {
 
-class Meldungen : public ::testing::TestWithParam<ztktest::Engine> {
+class Meldungen : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "mel"); }
-
-  std::unique_ptr<CMeldung> Connected() {
-    auto report = std::make_unique<CMeldung>();
-    report->ConnectStorage("mel");
-    return report;
-  }
-  int64_t Count(const std::string& where = "1=1") {
-    return ztktest::Scalar("mel", "SELECT count(*) FROM T_Meldung WHERE " + where).ToLong();
-  }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
+  Meldungen() : EngineTest("mel") {}
 };
 
 }  // namespace
@@ -57,8 +44,8 @@ TEST_P(Meldungen, StoredFormsAndAQuotedPrefix) {
   auto again = CreateReport(
       "mel",
       {.nr = 12, .vorsatz = "M'", .datum = Date::FromYmd(2026, 11, 3, 8, 5, 0), .erledigt = true});
-  EXPECT_EQ(Count("bErledigt = " + std::string(db.TrueText()) +
-                  " AND MeldeDatum = '2026-11-03 08:05:00'"),
+  EXPECT_EQ(Rows("T_Meldung", "bErledigt = " + std::string(db.TrueText()) +
+                                  " AND MeldeDatum = '2026-11-03 08:05:00'"),
             1);
   const int32_t id = again->Id();
   EXPECT_EQ(ErrorNumberOf([&] { again->ReadByNr(12, "M'"); }), 3075);
@@ -67,7 +54,7 @@ TEST_P(Meldungen, StoredFormsAndAQuotedPrefix) {
 }
 
 TEST_P(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
-  auto report = Connected();
+  auto report = Connected<CMeldung>();
   const Date d = Date::Today();
   report->CreateNew(1, "", 0, "", d, "", 0, sotRoom, "", d, "", d, "", false, d, "", 0, 0, 0, "",
                     "", "", "", "");
@@ -85,12 +72,12 @@ TEST_P(Meldungen, RetiredCreateMethodsShowTheirBoxAndWriteNothing) {
     EXPECT_EQ(boxes.boxes[i].title, "ZTkDb");
     EXPECT_FALSE(boxes.boxes[i].critical);
   }
-  EXPECT_EQ(Count(), 0);
+  EXPECT_EQ(Rows("T_Meldung"), 0);
   EXPECT_EQ(report->Id(), 0);
 }
 
 TEST_P(Meldungen, LastNumbersPerPrefix) {
-  auto report = Connected();
+  auto report = Connected<CMeldung>();
   EXPECT_EQ(report->GetLastNr(), 0);
   EXPECT_EQ(report->GetLastNrVorsatz("M"), 0);
   CreateReport("mel", {.nr = 4, .vorsatz = "M"});
@@ -109,5 +96,5 @@ TEST_P(Meldungen, LastNumbersPerPrefix) {
   EXPECT_EQ(ErrorNumberOf([&] { report->GetLastNrVorsatz("x'; DELETE FROM T_Meldung; --"); }),
             3129);
   EXPECT_EQ(ErrorNumberOf([&] { report->ReadByNr(4, "x'; DELETE FROM T_Meldung; --"); }), 3129);
-  EXPECT_EQ(Count(), 5);
+  EXPECT_EQ(Rows("T_Meldung"), 5);
 }

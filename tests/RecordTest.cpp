@@ -195,16 +195,10 @@ struct Class<CMsgOrderDokument> {
   }
 };
 
-class Records : public ::testing::TestWithParam<ztktest::Engine> {
+class Records : public ztktest::EngineTest {
  protected:
-  void SetUp() override { ZTKTEST_OPEN_ENGINE(db, tkdb, "rec"); }
+  Records() : EngineTest("rec") {}
 
-  template <typename R>
-  std::unique_ptr<R> Connected() {
-    auto r = std::make_unique<R>();
-    r->ConnectStorage("rec");
-    return r;
-  }
   template <typename R>
   std::unique_ptr<R> Created(int seed) {
     auto r = Connected<R>();
@@ -216,9 +210,6 @@ class Records : public ::testing::TestWithParam<ztktest::Engine> {
     auto r = Connected<R>();
     r->ReadById(id);
     return r;
-  }
-  int64_t Count(const char* table) {
-    return ztktest::Scalar("rec", std::string("SELECT count(*) FROM ") + table).ToLong();
   }
 
   // Runs `test` for each record class, named in failures.
@@ -236,10 +227,6 @@ class Records : public ::testing::TestWithParam<ztktest::Engine> {
     boxes.boxes.clear();
     test(std::type_identity<R>{}, name);
   }
-
-  ztktest::EngineDb db{GetParam()};
-  CTkDb tkdb;
-  ztktest::CapturedBoxes boxes;
 };
 
 }  // namespace
@@ -371,7 +358,7 @@ TEST_P(Records, AMissingRowAndADeleteLeaveAClearedObject) {
     auto stale = Read<R>(id);
     Read<R>(id)->Update();
     stale->Delete();
-    EXPECT_EQ(Count(Class<R>::table), 0);
+    EXPECT_EQ(Rows(Class<R>::table), 0);
     for (const auto& p : Class<R>::Probes()) Check(p.initial(*stale), p.property);
     stale->ReadById(id);
     EXPECT_EQ(stale->Id(), 0);
