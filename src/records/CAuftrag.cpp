@@ -10,16 +10,7 @@
 namespace ZTkDb {
 namespace {
 
-using Record = CAuftrag;
-
-struct Fields {
-  ZTKDB_AUFTRAG_COLUMNS(ZTKDB_FIELD)
-};
-
-const detail::RecordLayout<Fields>& Layout() {
-  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_AUFTRAG_COLUMNS);
-  return layout;
-}
+ZTKDB_RECORD_FIELDS(CAuftrag, ZTKDB_AUFTRAG_COLUMNS)
 
 using detail::Statement;
 using detail::StorageKind;

@@ -8,16 +8,7 @@
 namespace ZTkDb {
 namespace {
 
-using Record = CLeistung;
-
-struct Fields {
-  ZTKDB_LEISTUNG_COLUMNS(ZTKDB_FIELD)
-};
-
-const detail::RecordLayout<Fields>& Layout() {
-  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_LEISTUNG_COLUMNS);
-  return layout;
-}
+ZTKDB_RECORD_FIELDS(CLeistung, ZTKDB_LEISTUNG_COLUMNS)
 
 constexpr const char* kInsert =
     "INSERT INTO #Tabelle# (stUId, lAuftragId, lAuftragNehmerId, AusfDatum, stAusfZeit, "

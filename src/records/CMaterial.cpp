@@ -8,16 +8,7 @@
 namespace ZTkDb {
 namespace {
 
-using Record = CMaterial;
-
-struct Fields {
-  ZTKDB_MATERIAL_COLUMNS(ZTKDB_FIELD)
-};
-
-const detail::RecordLayout<Fields>& Layout() {
-  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_MATERIAL_COLUMNS);
-  return layout;
-}
+ZTKDB_RECORD_FIELDS(CMaterial, ZTKDB_MATERIAL_COLUMNS)
 
 constexpr const char* kInsert =
     "INSERT INTO #Tabelle# (stUId, lAuftragId,stMatKlasse, stBezeichnung, dMenge, "

@@ -10,16 +10,7 @@
 namespace ZTkDb {
 namespace {
 
-using Record = CMeldung;
-
-struct Fields {
-  ZTKDB_MELDUNG_COLUMNS(ZTKDB_FIELD)
-};
-
-const detail::RecordLayout<Fields>& Layout() {
-  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_MELDUNG_COLUMNS);
-  return layout;
-}
+ZTKDB_RECORD_FIELDS(CMeldung, ZTKDB_MELDUNG_COLUMNS)
 
 constexpr const char* kClass = "CMeldung";
 constexpr const char* kTable = "T_Meldung";

@@ -9,16 +9,7 @@
 namespace ZTkDb {
 namespace {
 
-using Record = CMsgOrderDokument;
-
-struct Fields {
-  ZTKDB_DOKUMENT_COLUMNS(ZTKDB_FIELD)
-};
-
-const detail::RecordLayout<Fields>& Layout() {
-  static const detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(ZTKDB_DOKUMENT_COLUMNS);
-  return layout;
-}
+ZTKDB_RECORD_FIELDS(CMsgOrderDokument, ZTKDB_DOKUMENT_COLUMNS)
 
 // The document link's texts end with a semicolon, and its delete knows only
 // kinds 1 and 2.

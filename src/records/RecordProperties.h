@@ -34,6 +34,17 @@ using PropertyValue = std::conditional_t<std::is_same_v<T, std::string>, const s
         std::vector<::ZTkDb::detail::ColumnSpec<Fields>>{COLUMNS(ZTKDB_COLUMN_SPEC)}); \
   }()
 
+// In a record class's file: `Record`, its `Fields` and its `Layout()`.
+#define ZTKDB_RECORD_FIELDS(Class, COLUMNS)                                                   \
+  using Record = Class;                                                                       \
+  struct Fields {                                                                             \
+    COLUMNS(ZTKDB_FIELD)                                                                      \
+  };                                                                                          \
+  const ::ZTkDb::detail::RecordLayout<Fields>& Layout() {                                     \
+    static const ::ZTkDb::detail::RecordLayout<Fields> layout = ZTKDB_RECORD_LAYOUT(COLUMNS); \
+    return layout;                                                                            \
+  }
+
 // Accessor pairs: the getter returns the field, the setter stores its
 // argument unchanged. Hosts bind to one named member per property, so the
 // pairs stay separate functions rather than a generic accessor.
