@@ -30,9 +30,14 @@ void Tables(Session& session, const OutputOptions& out) {
   // CSV keeps its names whatever the language, as JSON does.
   Table table(out.csv ? Table(std::vector<std::string>{"Table", "Rows"})
                       : Table({Column{_("Table")}, Column{_("Rows"), 1, true}}));
+  // A table another program made may have any name: it is quoted as its
+  // server quotes names, never read as SQL.
+  const auto& dialect = ZTkDb::tool::DialectOf(*db);
   for (const auto& name : db->TableNames()) {
     const int32_t rows =
-        ZTkDb::tool::Results(db, "SELECT count(*) AS n FROM " + name)->Fields("n").ToLong();
+        ZTkDb::tool::Results(db, "SELECT count(*) AS n FROM " + dialect.QuoteName(name))
+            ->Fields("n")
+            .ToLong();
     doc[name] = rows;
     table.Add({name, std::to_string(rows)});
   }
