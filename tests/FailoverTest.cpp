@@ -149,6 +149,9 @@ TEST(Failover, SeveralServersGoToTheDriverInItsOwnTerms) {
   EXPECT_EQ(writable.text,
             "driver={PostgreSQL Unicode};database=tk;"
             "pqopt={host='db1,db2' port='5432,5433' target_session_attrs='read-write'};");
+  // A braced password holding ';' and '}}' reaches the driver as given.
+  EXPECT_EQ(ForDriver("Servername=a,b;PWD={x}};y}};z};UID=u", true).text,
+            "pwd={x}};y}};z};uid=u;pqopt={host='a,b' target_session_attrs='any'};");
   EXPECT_EQ(ForDriver("Servername=a,b;Port=5432", true).text,
             "pqopt={host='a,b' port='5432' target_session_attrs='any'};");
   EXPECT_EQ(ForDriver("Servername=a,b;TargetSessionAttrs=prefer-standby", true).text,

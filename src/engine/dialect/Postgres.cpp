@@ -31,7 +31,8 @@ Lexicon MakeLexicon() {
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 // A connection string's key=value pairs in order, keys folded to lower case
-// and stripped of blanks; a value in braces may hold ';'.
+// and stripped of blanks; a value in braces may hold ';', and '}}' in it
+// stands for one '}' (a password may hold both).
 Pairs ConnectPairs(const std::string& connect) {
   Pairs out;
   size_t at = 0;
@@ -50,7 +51,9 @@ Pairs ConnectPairs(const std::string& connect) {
     while (value_start < connect.size() && connect[value_start] == ' ') ++value_start;
     size_t end = connect.find(';', value_start);
     if (value_start < connect.size() && connect[value_start] == '{') {
-      const size_t close = connect.find('}', value_start);
+      size_t close = connect.find('}', value_start);
+      while (close != std::string::npos && close + 1 < connect.size() && connect[close + 1] == '}')
+        close = connect.find('}', close + 2);
       end = close == std::string::npos ? std::string::npos : connect.find(';', close);
     }
     if (end == std::string::npos) end = connect.size();
