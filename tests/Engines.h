@@ -119,6 +119,12 @@ class EngineTest : public ::testing::TestWithParam<Engine> {
     return r;
   }
 
+  // A record of class R read by its id under the suite's client.
+  template <typename R>
+  std::unique_ptr<R> Read(int32_t id) const {
+    return ReadBack<R>(client, id);
+  }
+
   const std::string client;
   EngineDb db{GetParam()};
   ZTkDb::CTkDb tkdb;

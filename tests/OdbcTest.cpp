@@ -127,12 +127,10 @@ TEST_P(TwoConnections, AColumnMovedByTheOtherConnectionIsStillReadByItsName) {
   }
   link.Datei("plan2.pdf");
   link.Update();
-  CMsgOrderDokument back;
-  back.ConnectStorage("zweiter");
-  back.ReadById(id);
-  EXPECT_EQ(back.Pfad(), "neu");
-  EXPECT_EQ(back.Datei(), "plan2.pdf");
-  EXPECT_EQ(back.MsgId(), 2);
+  auto back = ztktest::ReadBack<CMsgOrderDokument>("zweiter", id);
+  EXPECT_EQ(back->Pfad(), "neu");
+  EXPECT_EQ(back->Datei(), "plan2.pdf");
+  EXPECT_EQ(back->MsgId(), 2);
 
   // The same on the widest table, read by id and through a list.
   auto order = ztktest::CreateOrder("erster", {.nr = 7, .text = "Tür klemmt"});
@@ -152,11 +150,9 @@ TEST_P(TwoConnections, AColumnMovedByTheOtherConnectionIsStillReadByItsName) {
   EXPECT_EQ(orders.MoveFirst()->Ort(), "Halle 7");
   order->Ort("Halle 5");
   order->Update();
-  CAuftrag orderBack;
-  orderBack.ConnectStorage("zweiter");
-  orderBack.ReadById(order->Id());
-  EXPECT_EQ(orderBack.Ort(), "Halle 5");
-  EXPECT_EQ(orderBack.Auftrag(), "Tür klemmt");
+  auto orderBack = ztktest::ReadBack<CAuftrag>("zweiter", order->Id());
+  EXPECT_EQ(orderBack->Ort(), "Halle 5");
+  EXPECT_EQ(orderBack->Auftrag(), "Tür klemmt");
   EXPECT_TRUE(boxes.boxes.empty());
 }
 

@@ -157,11 +157,9 @@ TEST_P(ServerReading, BackslashTextsComeBackAsGiven) {
   for (const std::string& text : BackslashTexts()) {
     SCOPED_TRACE(text);
     auto doc = Link("srv", text, text + "\\");
-    CMsgOrderDokument back;
-    back.ConnectStorage("srv");
-    back.ReadById(doc->Id());
-    EXPECT_EQ(back.Pfad(), text);
-    EXPECT_EQ(back.Datei(), text + "\\");
+    auto back = ztktest::ReadBack<CMsgOrderDokument>("srv", doc->Id());
+    EXPECT_EQ(back->Pfad(), text);
+    EXPECT_EQ(back->Datei(), text + "\\");
   }
   EXPECT_EQ(Rows("T_Auftrag"), 1);
 }
@@ -185,10 +183,8 @@ TEST(ServerReadingPostgres, StringSettingChangedMidSessionChangesNothing) {
   for (const std::string& text : BackslashTexts()) {
     SCOPED_TRACE(text);
     auto doc = Link("scs", text, "f");
-    CMsgOrderDokument back;
-    back.ConnectStorage("scs");
-    back.ReadById(doc->Id());
-    EXPECT_EQ(back.Pfad(), text);
+    auto back = ztktest::ReadBack<CMsgOrderDokument>("scs", doc->Id());
+    EXPECT_EQ(back->Pfad(), text);
   }
   CAuftrag order;
   order.ConnectStorage("scs");
@@ -214,11 +210,9 @@ TEST(ServerReadingPostgres, DatabaseDefaultOfNonStandardStringsIsOverridden) {
       ztktest::Scalar("off", "SELECT current_setting('standard_conforming_strings')").ToString(),
       "on");
   auto doc = Link("off", "C:\\Temp\\neu\\", "a\\'b");
-  CMsgOrderDokument back;
-  back.ConnectStorage("off");
-  back.ReadById(doc->Id());
-  EXPECT_EQ(back.Pfad(), "C:\\Temp\\neu\\");
-  EXPECT_EQ(back.Datei(), "a\\'b");
+  auto back = ztktest::ReadBack<CMsgOrderDokument>("off", doc->Id());
+  EXPECT_EQ(back->Pfad(), "C:\\Temp\\neu\\");
+  EXPECT_EQ(back->Datei(), "a\\'b");
 }
 
 TEST_P(ServerReading, ReadOnlyOpensRefuseEveryWrite) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,6 +68,15 @@ inline void Exec(const std::string& client, const std::string& sql) {
 inline ZTkDb::Variant Scalar(const std::string& client, const std::string& sql) {
   auto db = EngineOf(client);
   return ZTkDb::detail::RecordsetAccess::Make(db, "", db->Query(sql))->Fields(0);
+}
+
+// A record of class R, read by its id under `client`.
+template <typename R>
+std::unique_ptr<R> ReadBack(const std::string& client, int32_t id) {
+  auto record = std::make_unique<R>();
+  record->ConnectStorage(client);
+  record->ReadById(id);
+  return record;
 }
 
 // The numbers (Nr) of a list's rows in cursor order, walked from the first.
