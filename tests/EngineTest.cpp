@@ -226,13 +226,6 @@ TEST(SqliteOpen, AccessAndForeignFilesAreRefusedWithAClearError) {
             errCannotOpenFile);
 }
 
-TEST(SqliteOpen, ReadOnlyRefusesWrites) {
-  ztktest::TempDb temp;
-  auto db = SqliteDatabase::Open(temp.Path(), false, true);
-  QueryDef q(db, detail::Statement::Text("INSERT INTO T_MsgOrderDokument (stUId) VALUES ('x')"));
-  EXPECT_EQ(ErrorNumberOf([&] { q.Execute(); }), errReadOnly);
-}
-
 TEST(SqliteOpen, ExclusiveLocksOutOtherConnections) {
   ztktest::TempDb temp;
   auto owner = SqliteDatabase::Open(temp.Path(), true, false);
