@@ -56,30 +56,11 @@ static void trace(const char* text, const char* engine, int32_t bound, double ms
   snprintf(t->text, sizeof t->text, "%s", text);
 }
 
-static ztk_value str(const char* s) {
-  ztk_value v;
-  v.type = ZTK_STRING;
-  v.v.s = s;
-  return v;
-}
-static ztk_value i32(int32_t x) {
-  ztk_value v;
-  v.type = ZTK_INT32;
-  v.v.i32 = x;
-  return v;
-}
-static ztk_value flag(int b) {
-  ztk_value v;
-  v.type = ZTK_BOOL;
-  v.v.b = b;
-  return v;
-}
-static ztk_value date(double d) {
-  ztk_value v;
-  v.type = ZTK_DATE;
-  v.v.date = d;
-  return v;
-}
+static ztk_value str(const char* s) { return (ztk_value){.type = ZTK_STRING, .v.s = s}; }
+static ztk_value i32(int32_t x) { return (ztk_value){.type = ZTK_INT32, .v.i32 = x}; }
+static ztk_value flag(int b) { return (ztk_value){.type = ZTK_BOOL, .v.b = b}; }
+static ztk_value date(double d) { return (ztk_value){.type = ZTK_DATE, .v.date = d}; }
+static ztk_value money(int64_t scaled) { return (ztk_value){.type = ZTK_CURRENCY, .v.cy = scaled}; }
 
 static int32_t get_i32(ztk_handle h, const char* member) {
   ztk_value v;
@@ -96,49 +77,15 @@ static ztk_handle create_order(const char* client, int32_t nr, const char* text)
   CHECK(ztk_call(order, "ConnectStorage", 1, &c, NULL) == 0);
   const double today = 46346.0; /* 20.11.2026 */
   const double none = 2958465.0;
-  ztk_value a[38];
-  int n = 0;
-  a[n++] = i32(nr);
-  a[n++] = i32(17);
-  a[n++] = date(today);
-  a[n++] = str("08:15");
-  a[n++] = i32(100);
-  a[n++] = i32(4);
-  a[n++] = str(text);
-  a[n++] = date(today);
-  a[n++] = str("");
-  a[n++] = date(none);
-  a[n++] = str("");
-  a[n++] = flag(0);
-  a[n++] = date(none);
-  a[n++] = str("");
-  a[n++] = i32(0);
-  a[n++] = i32(0);
-  a[n++] = i32(2);
-  a[n++] = i32(31);
-  a[n++] = i32(1);
-  a[n++] = i32(12);
-  a[n++] = i32(1);
-  a[n++] = i32(1);
-  a[n++] = str("A");
-  a[n++] = str("Meier");
-  a[n++] = str("0711");
-  a[n++] = str("HV");
-  a[n++] = i32(5);
-  a[n++] = str("K1");
-  a[n++] = str("Stuttgart");
-  a[n++] = str("Objekt");
-  a[n++] = str("KST");
-  a[n++] = str("RE");
-  a[n++] = flag(0);
-  a[n++] = str("");
-  a[n++] = str("Typ");
-  ztk_value cost;
-  cost.type = ZTK_CURRENCY;
-  cost.v.cy = 125000;
-  a[n++] = cost;
-  a[n++] = str("LA");
-  a[n++] = str("VA");
+  ztk_value a[] = {i32(nr),       i32(17),   date(today), str("08:15"),     i32(100),
+                   i32(4),        str(text), date(today), str(""),          date(none),
+                   str(""),       flag(0),   date(none),  str(""),          i32(0),
+                   i32(0),        i32(2),    i32(31),     i32(1),           i32(12),
+                   i32(1),        i32(1),    str("A"),    str("Meier"),     str("0711"),
+                   str("HV"),     i32(5),    str("K1"),   str("Stuttgart"), str("Objekt"),
+                   str("KST"),    str("RE"), flag(0),     str(""),          str("Typ"),
+                   money(125000), str("LA"), str("VA")};
+  const int n = sizeof a / sizeof a[0];
   CHECK(n == 38);
   CHECK(ztk_call(order, "CreateNew7", n, a, NULL) == 0);
   return order;
