@@ -56,10 +56,9 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   EXPECT_EQ(m1["Melder"], "Frau O'Hara");
   EXPECT_EQ(m1["ErledigtDatum"], nullptr);
 
-  const auto order =
-      On({"--json", "auftrag", "add", "Auftrag=Leuchte tauschen", "AuftragsDatum=15.11.2026",
-          "Kosten=12,5", "MeldungId=" + Arg(m1["Id"])})
-          .Json();
+  const auto order = On({"--json", "auftrag", "add", "Auftrag=Leuchte tauschen",
+                         "AuftragsDatum=15.11.2026", "Kosten=12,5", "MeldungId=" + Arg(m1["Id"])})
+                         .Json();
   const std::string id = Arg(order["Id"]);
   EXPECT_EQ(order["AuftragsDatum"], "2026-11-15");
   EXPECT_EQ(order["Kosten"], "12.5");  // exact decimal text
@@ -88,12 +87,10 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   EXPECT_EQ(after["Erledigt"], true);
   EXPECT_EQ(On({"auftrag", "set", id, "Ort=Köln", "--if-unchanged", after["UId"]}).code, 0);
 
-  EXPECT_EQ(On({"auftrag", "unlink", id, "--meldung", Arg(m1["Id"])}).code,
-            0);
+  EXPECT_EQ(On({"auftrag", "unlink", id, "--meldung", Arg(m1["Id"])}).code, 0);
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["MeldungId"], 0);
   EXPECT_EQ(On({"auftrag", "link", id, "--meldung", Arg(m2["Id"])}).code, 0);
-  const auto linked =
-      On({"--json", "auftrag", "list", "--meldung", Arg(m2["Id"])}).Json();
+  const auto linked = On({"--json", "auftrag", "list", "--meldung", Arg(m2["Id"])}).Json();
   ASSERT_EQ(linked.size(), 1u);
   EXPECT_EQ(linked[0]["Auftrag"], "Leuchte tauschen");
 
@@ -110,8 +107,7 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
   const Outcome refused = On({"auftrag", "delete", id});
   EXPECT_EQ(refused.code, 1);
   EXPECT_NE(refused.err.find("the link to report " + m2["NrVorsatz"].get<std::string>() +
-                             Arg(m2["Nr"]) + " (id " +
-                             Arg(m2["Id"]) + ")"),
+                             Arg(m2["Nr"]) + " (id " + Arg(m2["Id"]) + ")"),
             std::string::npos)
       << refused.err;
   EXPECT_EQ(On({"auftrag", "delete", id, "--cascade"}).code, 0);
@@ -123,8 +119,7 @@ TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {
 }
 
 TEST_F(Cli, BookingsAndDocumentsOfAnOrder) {
-  const std::string order =
-      On({"--json", "auftrag", "add", "Auftrag=Heizung"}).Id();
+  const std::string order = On({"--json", "auftrag", "add", "Auftrag=Heizung"}).Id();
   ASSERT_EQ(On({"leistung", "add", "AuftragId=" + order, "Stunden=1,5", "PreisProStd=68.50"}).code,
             0);
   ASSERT_EQ(On({"material", "add", "AuftragId=" + order, "Bezeichnung=Ventil", "Einheit=Stk",
@@ -176,8 +171,7 @@ TEST_F(Cli, OrdersAndReportsAreNamedByTheirNumbersToo) {
                         .Json();
   const Outcome ambiguous = On({"auftrag", "show", ref});
   EXPECT_EQ(ambiguous.code, 1);
-  EXPECT_NE(ambiguous.err.find(std::to_string(id) + ", " + Arg(twin["Id"])),
-            std::string::npos)
+  EXPECT_NE(ambiguous.err.find(std::to_string(id) + ", " + Arg(twin["Id"])), std::string::npos)
       << ambiguous.err;
   EXPECT_EQ(On({"auftrag", "show", "ZZ999"}).code, 1);
   EXPECT_EQ(On({"auftrag", "show", "HT"}).code, 2);
@@ -189,7 +183,8 @@ TEST_F(Cli, OrdersAndReportsAreNamedByTheirNumbersToo) {
 TEST_F(Cli, TheDispatchersQuestions) {
   const std::string report = On({"--json", "meldung", "add", "Meldung=Wasser im Keller"}).Id();
   const std::string late = On({"--json", "auftrag", "add", "Auftrag=Pumpe prüfen",
-                                    "ErledBisDatum=01.01.2020", "MeldungId=" + report}).Id();
+                               "ErledBisDatum=01.01.2020", "MeldungId=" + report})
+                               .Id();
   On({"auftrag", "add", "Auftrag=Fenster", "ErledBisDatum=31.12.2098", "Ort=ÄUSSERES Lager"});
   const std::string doneLate =
       On({"--json", "auftrag", "add", "Auftrag=Tür", "ErledBisDatum=01.01.2020"}).Id();
@@ -222,7 +217,8 @@ TEST_F(Cli, TheDispatchersQuestions) {
 
 TEST_F(Cli, SummaryPerSiteForAPeriod) {
   const std::string a = On({"--json", "auftrag", "add", "Auftrag=eins", "SoId=3",
-                                 "AuftragsDatum=heute", "ErledBisDatum=01.01.2020"}).Id();
+                            "AuftragsDatum=heute", "ErledBisDatum=01.01.2020"})
+                            .Id();
   const std::string b =
       On({"--json", "auftrag", "add", "Auftrag=zwei", "SoId=3", "AuftragsDatum=heute"}).Id();
   ASSERT_EQ(On({"auftrag", "done", b}).code, 0);
@@ -258,8 +254,7 @@ TEST_F(Cli, SummaryPerSiteForAPeriod) {
 }
 
 TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
-  const std::string id =
-      On({"--json", "auftrag", "add", "Auftrag=alt"}).Id();
+  const std::string id = On({"--json", "auftrag", "add", "Auftrag=alt"}).Id();
   {
     // Another writer's change in between: the update matches no row. And a
     // link the database refuses.
@@ -282,8 +277,7 @@ TEST_F(Cli, RefusedWritesExitOneAndLeaveNothingBehind) {
   EXPECT_EQ(On({"--json", "auftrag", "show", id}).Json()["Auftrag"], "alt");
 
   // The order and its link are one write: a refused link leaves no order.
-  const std::string report =
-      On({"--json", "meldung", "add", "Meldung=Licht"}).Id();
+  const std::string report = On({"--json", "meldung", "add", "Meldung=Licht"}).Id();
   const Outcome half = On({"auftrag", "add", "Auftrag=mit Link", "MeldungId=" + report});
   EXPECT_EQ(half.code, 1);
   EXPECT_NE(half.err.find("Verknüpfung abgelehnt"), std::string::npos) << half.err;

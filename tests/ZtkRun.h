@@ -25,7 +25,12 @@ struct Outcome {
   std::string out;
   std::string err;
   nlohmann::json Json() const { return nlohmann::json::parse(out); }
+  // The id of the record the command printed, as a later command takes it.
+  std::string Id() const { return std::to_string(Json()["Id"].get<int>()); }
 };
+
+// A number of the tool's JSON as a later command takes it.
+inline std::string Arg(const nlohmann::json& number) { return std::to_string(number.get<int>()); }
 
 // The language of the user ztk runs for: English (C.UTF-8) unless the
 // environment given to a run names another; nothing of the test's own.
