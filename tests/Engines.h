@@ -89,16 +89,18 @@ bool EnginesRequired();
 // (ZTKDB_SKIP_ENGINES, e.g. "PgBouncer").
 bool MustRun(const std::string& why);
 
-// In a fixture's SetUp: opens `db` under `client`, and when that is not
-// possible fails the test (engines required) or skips it.
-#define ZTKTEST_OPEN_ENGINE(db, tkdb, client)             \
-  do {                                                    \
-    const std::string why_ = (db).Open((tkdb), (client)); \
-    if (!why_.empty()) {                                  \
-      if (::ztktest::MustRun(why_)) FAIL() << why_;       \
-      GTEST_SKIP() << why_;                               \
-    }                                                     \
+// Fails the test (engines required) or skips it when `reason`, the reason
+// an engine cannot be used, is not empty.
+#define ZTKTEST_NEED_ENGINE(reason)                 \
+  do {                                              \
+    const std::string why_ = (reason);              \
+    if (!why_.empty()) {                            \
+      if (::ztktest::MustRun(why_)) FAIL() << why_; \
+      GTEST_SKIP() << why_;                         \
+    }                                               \
   } while (0)
+// In a fixture's SetUp: opens `db` under `client`, or fails or skips.
+#define ZTKTEST_OPEN_ENGINE(db, tkdb, client) ZTKTEST_NEED_ENGINE((db).Open((tkdb), (client)))
 
 // The fixture of a suite that runs on every engine: a fresh database opened
 // under the suite's client name, and the boxes shown meanwhile.

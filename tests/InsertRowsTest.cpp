@@ -95,11 +95,7 @@ void ExpectSame(const Variant& given, const Variant& read, const std::string& wh
 class InsertRows : public ::testing::TestWithParam<Engine> {
  protected:
   void SetUp() override {
-    const std::string why = target.Create();
-    if (!why.empty()) {
-      if (ztktest::MustRun(why)) FAIL() << why;
-      GTEST_SKIP() << why;
-    }
+    ZTKTEST_NEED_ENGINE(target.Create());
     db = Open(false);
   }
   std::shared_ptr<detail::Database> Open(bool readOnly) {

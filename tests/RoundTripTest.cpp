@@ -27,11 +27,7 @@ namespace {
 class RoundTrips : public ::testing::TestWithParam<Engine> {
  protected:
   void SetUp() override {
-    const std::string why = db_.Create();
-    if (!why.empty()) {
-      if (ztktest::MustRun(why)) FAIL() << why;
-      GTEST_SKIP() << why;
-    }
+    ZTKTEST_NEED_ENGINE(db_.Create());
     static int serial = 0;
     dir_ = std::filesystem::temp_directory_path() /
            ("ztk-proxy-" + std::to_string(::getpid()) + "-" + std::to_string(++serial));
@@ -219,10 +215,7 @@ namespace {
 // says what the administrator sets.
 TEST(SessionSetUp, BehindAPoolerTheDatabaseMustHaveALockWait) {
   ztktest::EngineDb db(Engine::kPgBouncer);
-  if (const std::string why = db.Create(); !why.empty()) {
-    if (ztktest::MustRun(why)) FAIL() << why;
-    GTEST_SKIP() << why;
-  }
+  ZTKTEST_NEED_ENGINE(db.Create());
   const auto admin = [&](const std::string& sql) {
     ZTkDb::detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false)
         ->ExecuteRaw(sql);

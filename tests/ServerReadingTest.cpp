@@ -58,11 +58,7 @@ class ServerReading : public ::testing::TestWithParam<Engine> {
   // payload that got through would run.
   void SetUp() override {
     const std::string options = GetParam() == Engine::kMariaDb ? "Option=67108864;" : "";
-    const std::string why = db.Open(tkdb, "srv", options);
-    if (!why.empty()) {
-      if (ztktest::MustRun(why)) FAIL() << why;
-      GTEST_SKIP() << why;
-    }
+    ZTKTEST_NEED_ENGINE(db.Open(tkdb, "srv", options));
     ztktest::CreateOrder("srv", {.nr = 1});
     ztktest::CreateReport("srv", {.nr = 1});
   }
@@ -196,11 +192,7 @@ TEST(ServerReadingPostgres, StringSettingChangedMidSessionChangesNothing) {
 // session sets it on, so texts read as the library writes them.
 TEST(ServerReadingPostgres, DatabaseDefaultOfNonStandardStringsIsOverridden) {
   ztktest::EngineDb db(Engine::kPostgres);
-  const std::string why = db.Create();
-  if (!why.empty()) {
-    if (ztktest::MustRun(why)) FAIL() << why;
-    GTEST_SKIP() << why;
-  }
+  ZTKTEST_NEED_ENGINE(db.Create());
   auto admin = detail::OdbcDatabase::Open(ztktest::PostgresConnectString("postgres"), false);
   admin->ExecuteRaw("ALTER DATABASE " + db.ServerDatabase() +
                     " SET standard_conforming_strings = off");
