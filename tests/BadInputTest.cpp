@@ -141,35 +141,34 @@ TEST_P(BadInput, DatesAtTheirLimitsAndMoneyBeyondTheStoredRange) {
   // through 15 digits of text: both refuse it before the insert (6) rather
   // than give a different amount back. An amount of 16 digits is kept by
   // the embedded engine and refused by the driver; 15 digits by all.
-  CAuftrag order;
-  order.ConnectStorage("bad");
+  auto order = Connected<CAuftrag>();
   const auto create = [&](int64_t scaled) {
     return ErrorNumberOf([&] {
-      order.CreateNew7(1, 0, Date::Today(), "", 0, sotRoom, "", NoDate, "", NoDate, "", false,
-                       NoDate, "", 0, 0, 0, 0, 0, 0, 0, 0, "A", "", "", "", 0, "", "", "", "", "",
-                       false, "", "", Currency::FromScaled(scaled), "", "");
+      order->CreateNew7(1, 0, Date::Today(), "", 0, sotRoom, "", NoDate, "", NoDate, "", false,
+                        NoDate, "", 0, 0, 0, 0, 0, 0, 0, 0, "A", "", "", "", 0, "", "", "", "", "",
+                        false, "", "", Currency::FromScaled(scaled), "", "");
     });
   };
   const bool driver = db.Which() == ztktest::Engine::kSqliteOdbc;
   EXPECT_EQ(create(INT64_MAX), db.IsServer() ? 0 : 6);
   if (db.IsServer()) {
-    EXPECT_EQ(order.Kosten().Scaled(), INT64_MAX);
+    EXPECT_EQ(order->Kosten().Scaled(), INT64_MAX);
   }
   // The most negative amount has no positive twin: a server keeps it too.
   EXPECT_EQ(create(INT64_MIN), db.IsServer() ? 0 : 6);
   if (db.IsServer()) {
-    EXPECT_EQ(order.Kosten().Scaled(), INT64_MIN);
+    EXPECT_EQ(order->Kosten().Scaled(), INT64_MIN);
   }
   EXPECT_EQ(Rows("T_Auftrag"), db.IsServer() ? 2 : 0);
   EXPECT_EQ(create(-1234567890123456), driver ? 6 : 0);
   if (!driver) {
-    EXPECT_EQ(order.Kosten().Scaled(), -1234567890123456);
+    EXPECT_EQ(order->Kosten().Scaled(), -1234567890123456);
   }
   EXPECT_EQ(create(999999999999999), 0);
-  EXPECT_EQ(order.Kosten().Scaled(), 999999999999999);
-  order.Kosten(Currency::FromScaled(1000000000000000));
-  EXPECT_EQ(ErrorNumberOf([&] { order.Update(); }), driver ? 6 : 0);
-  auto stored = ztktest::ReadBack<CAuftrag>("bad", order.Id());
+  EXPECT_EQ(order->Kosten().Scaled(), 999999999999999);
+  order->Kosten(Currency::FromScaled(1000000000000000));
+  EXPECT_EQ(ErrorNumberOf([&] { order->Update(); }), driver ? 6 : 0);
+  auto stored = ztktest::ReadBack<CAuftrag>("bad", order->Id());
   EXPECT_EQ(stored->Kosten().Scaled(), driver ? 999999999999999 : 1000000000000000);
 }
 
@@ -179,24 +178,20 @@ TEST_P(BadInput, StackedStatementsInTheUnescapedSlotsRunNothing) {
   ztktest::CreateOrder("bad", {.nr = 1});
   Report("eins", "");
   const std::string payload = "x'; DELETE FROM T_Auftrag; DELETE FROM T_Meldung; --";
-  CAuftrag order;
-  order.ConnectStorage("bad");
-  CMeldung report;
-  report.ConnectStorage("bad");
-  CAuftragListe orders;
-  orders.ConnectStorage("bad");
-  CMeldungListe reports;
-  reports.ConnectStorage("bad");
+  auto order = Connected<CAuftrag>();
+  auto report = Connected<CMeldung>();
+  auto orders = Connected<CAuftragListe>();
+  auto reports = Connected<CMeldungListe>();
   const Date day = Date::FromYmd(2026, 11, 20);
-  EXPECT_EQ(ErrorNumberOf([&] { order.ReadByNr(1, payload); }), 3129);
-  EXPECT_EQ(ErrorNumberOf([&] { report.ReadByNr(1, payload); }), 3129);
-  EXPECT_EQ(ErrorNumberOf([&] { report.GetLastNrVorsatz(payload); }), 3129);
+  EXPECT_EQ(ErrorNumberOf([&] { order->ReadByNr(1, payload); }), 3129);
+  EXPECT_EQ(ErrorNumberOf([&] { report->ReadByNr(1, payload); }), 3129);
+  EXPECT_EQ(ErrorNumberOf([&] { report->GetLastNrVorsatz(payload); }), 3129);
   EXPECT_EQ(ErrorNumberOf([&] {
-              orders.ReadByDoneAndSoListe({"1) OR 1=1; DELETE FROM T_Auftrag; --"}, false);
+              orders->ReadByDoneAndSoListe({"1) OR 1=1; DELETE FROM T_Auftrag; --"}, false);
             }),
             3129);
   EXPECT_EQ(ErrorNumberOf([&] {
-              reports.ReadByDoneAndSoListe({"1", "2); DELETE FROM T_Meldung"}, false);
+              reports->ReadByDoneAndSoListe({"1", "2); DELETE FROM T_Meldung"}, false);
             }),
             3129);
   // The times stand bare in the embedded engine's text and quoted in the
@@ -204,12 +199,12 @@ TEST_P(BadInput, StackedStatementsInTheUnescapedSlotsRunNothing) {
   // malformed, or is compared as a mere text; it never runs.
   for (const std::string& times : {payload, std::string("08:00; DELETE FROM T_Meldung")}) {
     const long number =
-        ErrorNumberOf([&] { reports.ReadAllInZeitraumDatumZeit(day, times, "12:00"); });
+        ErrorNumberOf([&] { reports->ReadAllInZeitraumDatumZeit(day, times, "12:00"); });
     EXPECT_TRUE(number == 0 || number == 3129 || number == 3075) << number;
   }
   if (db.Jet()) {
     EXPECT_EQ(ErrorNumberOf([&] {
-                reports.ReadAllInZeitraumDatumZeit(day, "08:00; DELETE FROM T_Meldung", "09:00");
+                reports->ReadAllInZeitraumDatumZeit(day, "08:00; DELETE FROM T_Meldung", "09:00");
               }),
               3129);
   }
@@ -225,14 +220,13 @@ TEST_P(BadInput, StackedStatementsInTheUnescapedSlotsRunNothing) {
 TEST_P(BadInput, ParameterSyntaxInAnUnescapedSlotTakesNoValuesPlace) {
   ztktest::CreateOrder("bad", {.nr = 1, .so_id = 7});
   ztktest::CreateOrder("bad", {.nr = 2, .so_id = 8});
-  CAuftragListe orders;
-  orders.ConnectStorage("bad");
+  auto orders = Connected<CAuftragListe>();
   const auto count = [&](const std::vector<std::string>& sites) {
-    const long number = ErrorNumberOf([&] { orders.ReadByDoneAndSoListe(sites, false); });
+    const long number = ErrorNumberOf([&] { orders->ReadByDoneAndSoListe(sites, false); });
     if (db.Jet()) {
       EXPECT_EQ(number, 0);
     }
-    return number == 0 ? orders.Count() : -number;
+    return number == 0 ? orders->Count() : -number;
   };
   for (const std::string marker : {"?", "?1", "?9", ":a", "@a", "$1", "$a", "#a"}) {
     SCOPED_TRACE(marker);
@@ -241,14 +235,14 @@ TEST_P(BadInput, ParameterSyntaxInAnUnescapedSlotTakesNoValuesPlace) {
       const int32_t n = count(sites);
       if (n < 0) continue;  // refused by the server, as the text is
       EXPECT_EQ(n, sites.size() == 1 ? 0 : 1);
-      orders.Requery();
-      EXPECT_EQ(orders.Count(), n);
+      orders->Requery();
+      EXPECT_EQ(orders->Count(), n);
       EXPECT_EQ(count({"8"}), 1);
     }
   }
   EXPECT_EQ(count({"2147483648", "7"}), 1);
-  orders.Requery();
-  EXPECT_EQ(orders.Count(), 1);
+  orders->Requery();
+  EXPECT_EQ(orders->Count(), 1);
   EXPECT_EQ(count({"7", "-2147483649"}), 1);
 }
 
@@ -290,12 +284,11 @@ TEST_P(BadInput, LongTextsComeBackWholeFromAnyRowOfALongList) {
   while (remark.size() < 3000) remark += "Grüße 😀 'lang' ";
   for (int i = 0; i < 300; ++i)
     Report("M" + std::to_string(i), i % 97 == 5 ? remark + std::to_string(i) : "kurz");
-  CMeldungListe list;
-  list.ConnectStorage("bad");
-  list.ReadAll();
-  ASSERT_EQ(list.Count(), 300);
+  auto list = Connected<CMeldungListe>();
+  list->ReadAll();
+  ASSERT_EQ(list->Count(), 300);
   int whole = 0;
-  for (auto r = list.MoveFirst(); r; r = list.MoveNext()) {
+  for (auto r = list->MoveFirst(); r; r = list->MoveNext()) {
     const int i = std::stoi(r->Melder().substr(1));
     EXPECT_EQ(r->Bemerkung(), i % 97 == 5 ? remark + std::to_string(i) : "kurz") << i;
     whole += r->Bemerkung().size() > 3000;

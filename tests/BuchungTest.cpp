@@ -67,13 +67,12 @@ TEST_P(Buchungen, DoublesRoundTripExactlyAndCurrencyToFourDecimals) {
   const int64_t limit = fifteenDigits ? 999999999999999 : 5497558138879999;
   const double doubles[] = {0.1, 1.5, -2.25, 1.0 / 3, 123456.789, 1e-7, -9.87654321e12, 0.0};
   const int64_t amounts[] = {1000, 15000, -22500, 1234567891234, 5, -5, 9999, limit, -limit};
-  CLeistung l;
-  l.ConnectStorage("buc");
+  auto l = Connected<CLeistung>();
   for (double d : doubles) {
     SCOPED_TRACE(d);
-    l.CreateNew1(1, 1, Date::Today(), "", 1, d, Currency::FromScaled(amounts[0]), d, d, Currency(),
-                 "", 0, "", 0, "", "", "", "", "", false);
-    auto back = ztktest::ReadBack<CLeistung>("buc", l.Id());
+    l->CreateNew1(1, 1, Date::Today(), "", 1, d, Currency::FromScaled(amounts[0]), d, d, Currency(),
+                  "", 0, "", 0, "", "", "", "", "", false);
+    auto back = ztktest::ReadBack<CLeistung>("buc", l->Id());
     if (fifteenDigits) {
       EXPECT_LE(std::abs(back->Stunden() - d), 1e-15 * std::abs(d));
     } else {
@@ -101,49 +100,47 @@ TEST_P(Buchungen, ListsByOrderAndRecipient) {
                            std::to_string(nullRecipient));
   Leistung(7, 4, Currency(), "Mieter");
 
-  CLeistungListe leistungen;
-  leistungen.ConnectStorage("buc");
-  leistungen.ReadByOrderId(7);
+  auto leistungen = Connected<CLeistungListe>();
+  leistungen->ReadByOrderId(7);
   std::vector<double> hours;
   int32_t lastId = 0;
-  for (auto item = leistungen.MoveFirst(); item; item = leistungen.MoveNext()) {
+  for (auto item = leistungen->MoveFirst(); item; item = leistungen->MoveNext()) {
     EXPECT_GT(item->Id(), lastId);
     lastId = item->Id();
     hours.push_back(item->Stunden());
   }
   EXPECT_EQ(hours, (std::vector<double>{1, 3, 4}));
 
-  leistungen.ReadAllRechEmpfNotEmpty();  // '' and Null both left out
-  EXPECT_EQ(leistungen.Count(), 2);
+  leistungen->ReadAllRechEmpfNotEmpty();  // '' and Null both left out
+  EXPECT_EQ(leistungen->Count(), 2);
   detail::ProcessFlags::oracle = true;
-  leistungen.ReadAllRechEmpfNotEmpty();  // only Null left out
+  leistungen->ReadAllRechEmpfNotEmpty();  // only Null left out
   detail::ProcessFlags::oracle = false;
-  EXPECT_EQ(leistungen.Count(), 3);
-  leistungen.ReadAll();
-  EXPECT_EQ(leistungen.Count(), 4);
+  EXPECT_EQ(leistungen->Count(), 3);
+  leistungen->ReadAll();
+  EXPECT_EQ(leistungen->Count(), 4);
 
   Material(7, 1, Currency(), false);
   Material(7, 2, Currency(), true);
   Material(7, 3, Currency(), false);
   Material(8, 4, Currency(), true);
-  CMaterialListe material;
-  material.ConnectStorage("buc");
+  auto material = Connected<CMaterialListe>();
   auto Mengen = [&] {
     std::set<double> out;
-    for (auto item = material.MoveFirst(); item; item = material.MoveNext()) {
+    for (auto item = material->MoveFirst(); item; item = material->MoveNext()) {
       out.insert(item->Menge());
     }
     return out;
   };
-  material.ReadByOrderId(7);
+  material->ReadByOrderId(7);
   EXPECT_EQ(Mengen(), (std::set<double>{1, 2, 3}));
-  material.ReadMaterialByOrderId(7);
+  material->ReadMaterialByOrderId(7);
   EXPECT_EQ(Mengen(), (std::set<double>{1, 3}));
-  material.ReadFremdByOrderId(7);
+  material->ReadFremdByOrderId(7);
   EXPECT_EQ(Mengen(), (std::set<double>{2}));
-  material.ReadFremdByOrderId(9);
-  EXPECT_EQ(material.Count(), 0);
-  EXPECT_FALSE(material.ItemByRecId(1));
+  material->ReadFremdByOrderId(9);
+  EXPECT_EQ(material->Count(), 0);
+  EXPECT_FALSE(material->ItemByRecId(1));
 }
 
 TEST(BuchungStatements, LiteralFormsPerKind) {

@@ -57,9 +57,8 @@ TEST_P(Integrity, DatesOutsideTheStoredRangeAreRefusedBeforeAnyStatement) {
     EXPECT_EQ(ErrorNumberOf([&] { ztktest::CreateOrder("ok", {.nr = 3, .wieder = bad}); }), 6);
     order->ErledigtDatum(bad);
     EXPECT_EQ(ErrorNumberOf([&] { order->Update(); }), 6);
-    CMeldungListe reports;
-    reports.ConnectStorage("ok");
-    EXPECT_EQ(ErrorNumberOf([&] { reports.ReadAllInZeitraum(Date::Today(), bad); }), 6);
+    auto reports = Connected<CMeldungListe>();
+    EXPECT_EQ(ErrorNumberOf([&] { reports->ReadAllInZeitraum(Date::Today(), bad); }), 6);
   }
   EXPECT_EQ(Rows("T_Auftrag"), 1);
   order->ReadById(order->Id());
@@ -76,15 +75,14 @@ TEST_P(Integrity, ABadRowFromElsewhereStaysConfinedToItself) {
   const std::string amount = db.Which() == Engine::kSqliteFile ? "1e16" : "950000000000000";
   ztktest::Exec("ok",
                 "UPDATE T_Auftrag SET cuKosten = " + amount + ", stUId = 'fremd' WHERE lNr = 2");
-  CAuftragListe orders;
-  orders.ConnectStorage("ok");
-  orders.ReadByDone(false, osByOrderNumber);
-  ASSERT_EQ(orders.Count(), 3);
+  auto orders = Connected<CAuftragListe>();
+  orders->ReadByDone(false, osByOrderNumber);
+  ASSERT_EQ(orders->Count(), 3);
   std::vector<int32_t> good;
   int failed = 0;
   for (int i = 0; i < 3; ++i) {
     try {
-      auto item = i == 0 ? orders.MoveFirst() : orders.MoveNext();
+      auto item = i == 0 ? orders->MoveFirst() : orders->MoveNext();
       if (item) good.push_back(item->Nr());
     } catch (const Error& e) {
       EXPECT_EQ(e.Number(), 6);
@@ -94,14 +92,13 @@ TEST_P(Integrity, ABadRowFromElsewhereStaysConfinedToItself) {
   EXPECT_EQ(good, (std::vector<int32_t>{1, 3}));
   EXPECT_EQ(failed, 1);
 
-  CAuftrag bad;
-  bad.ConnectStorage("ok");
-  EXPECT_EQ(ErrorNumberOf([&] { bad.ReadByNr(2, ""); }), 0);  // no such prefix: not found
+  auto bad = Connected<CAuftrag>();
+  EXPECT_EQ(ErrorNumberOf([&] { bad->ReadByNr(2, ""); }), 0);  // no such prefix: not found
   const int32_t id = static_cast<int32_t>(
       ztktest::Scalar("ok", "SELECT lId FROM T_Auftrag WHERE stUId = 'fremd'").ToLong());
-  EXPECT_EQ(ErrorNumberOf([&] { bad.ReadById(id); }), 6);
-  EXPECT_EQ(bad.Id(), id);
-  bad.Delete();
+  EXPECT_EQ(ErrorNumberOf([&] { bad->ReadById(id); }), 6);
+  EXPECT_EQ(bad->Id(), id);
+  bad->Delete();
   EXPECT_EQ(Rows("T_Auftrag"), 2);
 }
 

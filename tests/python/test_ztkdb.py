@@ -22,6 +22,13 @@ def new_order(client, nr, text):
     return order
 
 
+def read_back(client, record_id):
+    order = ztkdb.CAuftrag()
+    order.ConnectStorage(client)
+    order.ReadById(record_id)
+    return order
+
+
 class Binding(unittest.TestCase):
     def setUp(self):
         self.dir = tempfile.TemporaryDirectory()
@@ -69,9 +76,7 @@ class Binding(unittest.TestCase):
         self.assertEqual(first.AuftragsDatum, datetime.datetime(2026, 11, 20, 8, 15))
         self.assertEqual(first.ErledigtDatum, ztkdb.NoDate)
 
-        copy = ztkdb.CAuftrag()
-        copy.ConnectStorage("py")
-        copy.ReadById(first.Id)
+        copy = read_back("py", first.Id)
         first.Ort = "Stuttgart"
         first.Update()
         copy.Ort = "Ulm"
@@ -190,9 +195,7 @@ class Binding(unittest.TestCase):
             with self.assertRaises(ztkdb.Error) as e:
                 order.Update()
             self.assertEqual(e.exception.number, 6)
-        copy = ztkdb.CAuftrag()
-        copy.ConnectStorage("py")
-        copy.ReadById(order.Id)
+        copy = read_back("py", order.Id)
         self.assertEqual(copy.AuftragsDatum, datetime.datetime(2026, 11, 20, 8, 15))
 
     def test_python_conventions(self):
@@ -206,9 +209,7 @@ class Binding(unittest.TestCase):
                      datetime.datetime(1900, 1, 1, 18, 30)):
             order.AuftragsDatum = when
             order.Update()
-            copy = ztkdb.CAuftrag()
-            copy.ConnectStorage("py")
-            copy.ReadById(order.Id)
+            copy = read_back("py", order.Id)
             self.assertEqual(copy.AuftragsDatum, when)
         # An aware time is stored as the same instant in this machine's time.
         aware = datetime.datetime(2026, 3, 1, 12, 0, tzinfo=datetime.timezone.utc)
@@ -229,9 +230,7 @@ class Binding(unittest.TestCase):
         raw.execute("UPDATE T_Auftrag SET stOrt = CAST(X'4BF66C6E' AS TEXT)")
         raw.commit()
         raw.close()
-        copy = ztkdb.CAuftrag()
-        copy.ConnectStorage("py")
-        copy.ReadById(order.Id)
+        copy = read_back("py", order.Id)
         self.assertEqual(copy.Ort.encode("utf-8", "surrogateescape"), b"K\xf6ln")
         copy.Update()
         check = sqlite3.connect(self.path)
