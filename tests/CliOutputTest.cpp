@@ -60,14 +60,9 @@ TEST_F(CliOutput, TablesFitTheTerminalAndAreWholeWhenPiped) {
   EXPECT_NE(On({"auftrag", "show", "3"}).out.find("will"), std::string::npos);
 }
 
-TEST_F(CliOutput, CsvAndJsonForPrograms) {
-  const Outcome csv = On({"--csv", "auftrag", "list"});
-  ASSERT_EQ(csv.code, 0);
-  EXPECT_EQ(csv.out.find("Id,"), 0u);
-  EXPECT_NE(csv.out.find("\"Heizung\tim Keller, \"\"dringend\"\"\""), std::string::npos) << csv.out;
-  EXPECT_EQ(csv.out.find("\r"), std::string::npos);
-
-  // Money as exact decimal text; a text that is not UTF-8 as U+FFFD.
+// Money as exact decimal text; a text that is not UTF-8 as U+FFFD. (CSV
+// and JSON agree field by field: the desk's tests.)
+TEST_F(CliOutput, MoneyExactAndForeignBytesMarked) {
   sqlite3* db = nullptr;
   ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
   ASSERT_EQ(sqlite3_exec(db, "UPDATE T_Auftrag SET stOrt = CAST(X'4BF66C6E' AS TEXT) WHERE lId = 1",

@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 
 #include <chrono>
+#include <filesystem>
 #include <regex>
 #include <set>
 
@@ -87,7 +88,7 @@ TEST(CTkDb, ReopeningUnderAnotherClientClosesTheFirst) {
   EXPECT_NE(Registered("zwei"), nullptr);
 }
 
-TEST(CTkDb, FailedJetOpenRaisesAndLeavesNoEntry) {
+TEST(CTkDb, FailedJetOpenRaisesAndLeavesNoEntryAndNoFile) {
   ztktest::TempDb temp(false);
   CTkDb tkdb;
   try {
@@ -97,6 +98,7 @@ TEST(CTkDb, FailedJetOpenRaisesAndLeavesNoEntry) {
     EXPECT_EQ(e.Number(), errFileNotFound);
     EXPECT_NE(e.Description().find(temp.Path()), std::string::npos);
   }
+  EXPECT_FALSE(std::filesystem::exists(temp.Path()));
   EXPECT_EQ(Registered("kaputt"), nullptr);
   EXPECT_EQ(tkdb.DbPath(), "");
 }

@@ -198,13 +198,6 @@ TEST_F(SqliteEngine, TableDefsAppendAddsARequiredColumnWithDefault) {
             0);
 }
 
-TEST(SqliteOpen, MissingFileIsNotCreated) {
-  ztktest::TempDb temp(false);
-  EXPECT_EQ(ErrorNumberOf([&] { SqliteDatabase::Open(temp.Path(), false, false); }),
-            errFileNotFound);
-  EXPECT_FALSE(std::filesystem::exists(temp.Path()));
-}
-
 TEST(SqliteOpen, AccessAndForeignFilesAreRefusedWithAClearError) {
   ztktest::TempDb temp(false);
   {
