@@ -4,8 +4,6 @@
 
 #include "Engines.h"
 #include "TestSupport.h"
-#include "connection/DbConnectionRegistry.h"
-#include "connection/WorkspaceNames.h"
 #include "ztkdb/CMsgOrderDokument.h"
 #include "ztkdb/CMsgOrderDokumentListe.h"
 #include "ztkdb/CTkDb.h"
@@ -26,7 +24,6 @@ class Dokumente : public ztktest::EngineTest {
     d->CreateNew(msg, order, pfad, datei);
     return d;
   }
-  void Exec(const std::string& sql) { ztktest::Exec("dok", sql); }
 };
 
 }  // namespace
@@ -107,7 +104,7 @@ TEST_P(Dokumente, RequerySeesRowsAddedByAnotherObject) {
   EXPECT_EQ(clone->RecordCount(), 2);
 }
 
-TEST_P(Dokumente, ListWithoutStorageRaises91) {
+TEST(DokumentListe, WithoutStorageRaises91) {
   CMsgOrderDokumentListe list;
   EXPECT_EQ(list.Count(), 0);
   try {

@@ -201,6 +201,20 @@ struct Class<CMsgOrderDokument> {
   }
 };
 
+// Runs `test` for each record class, named in failures.
+template <typename Test>
+void ForEach(Test test) {
+  const auto each = [&](auto tag, const char* name) {
+    SCOPED_TRACE(name);
+    test(tag, name);
+  };
+  each(std::type_identity<CAuftrag>{}, "CAuftrag");
+  each(std::type_identity<CMeldung>{}, "CMeldung");
+  each(std::type_identity<CLeistung>{}, "CLeistung");
+  each(std::type_identity<CMaterial>{}, "CMaterial");
+  each(std::type_identity<CMsgOrderDokument>{}, "CMsgOrderDokument");
+}
+
 class Records : public ztktest::EngineTest {
  protected:
   Records() : EngineTest("rec") {}
@@ -212,20 +226,14 @@ class Records : public ztktest::EngineTest {
     return r;
   }
 
-  // Runs `test` for each record class, named in failures.
+  // Runs `test` for each record class, named in failures, with no box shown
+  // before.
   template <typename Test>
   void ForEachClass(Test test) {
-    Each<CAuftrag>(test, "CAuftrag");
-    Each<CMeldung>(test, "CMeldung");
-    Each<CLeistung>(test, "CLeistung");
-    Each<CMaterial>(test, "CMaterial");
-    Each<CMsgOrderDokument>(test, "CMsgOrderDokument");
-  }
-  template <typename R, typename Test>
-  void Each(Test test, const char* name) {
-    SCOPED_TRACE(name);
-    boxes.boxes.clear();
-    test(std::type_identity<R>{}, name);
+    ForEach([&](auto tag, const char* name) {
+      boxes.boxes.clear();
+      test(tag, name);
+    });
   }
 };
 
@@ -439,8 +447,7 @@ TEST_P(Records, RetiredCreateMethodsOnlyShowTheirBox) {
 // all along.
 TEST(RecordClasses, UnconnectedObjectsRaise91AndHoldTheirDefaults) {
   ztktest::CapturedBoxes boxes;
-  auto check = [](auto tag, const std::string& name) {
-    SCOPED_TRACE(name);
+  ForEach([](auto tag, const std::string& name) {
     using R = typename decltype(tag)::type;
     R record;
     for (const auto& p : Class<R>::Probes()) Check(p.initial(record), p.property);
@@ -460,12 +467,7 @@ TEST(RecordClasses, UnconnectedObjectsRaise91AndHoldTheirDefaults) {
     for (const auto& p : Class<R>::Probes())
       if (p.set) Check(p.holds(record, 1), p.property);
     EXPECT_EQ(ErrorNumberOf([&] { Class<R>::Create(record, 1); }), 91);
-  };
-  check(std::type_identity<CAuftrag>{}, "CAuftrag");
-  check(std::type_identity<CMeldung>{}, "CMeldung");
-  check(std::type_identity<CLeistung>{}, "CLeistung");
-  check(std::type_identity<CMaterial>{}, "CMaterial");
-  check(std::type_identity<CMsgOrderDokument>{}, "CMsgOrderDokument");
+  });
   CAuftrag order;
   CMeldung report;
   EXPECT_EQ(ErrorNumberOf([&] { order.GetLastNr(); }), 91);
