@@ -258,8 +258,10 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
   std::string broken = full;
   broken.replace(0, 16, "Kein SQLite! :-)");
   std::ofstream(header, std::ios::binary) << broken;
+  const std::string empty = dir.Dir() + "/leer.db";
+  std::ofstream{empty};
 
-  for (const std::string& path : {text, truncated, header}) {
+  for (const std::string& path : {text, truncated, header, empty}) {
     SCOPED_TRACE(path);
     const std::string before = ReadAll(path);
     CTkDb tkdb;
@@ -270,6 +272,11 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
     } catch (const Error& e) {
       EXPECT_TRUE(e.Number() == 3051 || e.Number() == 3078 || e.Number() == 3000) << e.Number();
       EXPECT_FALSE(e.Description().empty());
+      // An empty file is said to be one, not taken for a new database.
+      if (path == empty) {
+        EXPECT_EQ(e.Number(), 3051);
+        EXPECT_NE(e.Description().find("empty"), std::string::npos) << e.Description();
+      }
     }
     EXPECT_EQ(ReadAll(path), before);
     EXPECT_FALSE(std::filesystem::exists(path + "-wal") &&

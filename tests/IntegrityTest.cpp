@@ -1,14 +1,12 @@
 // Nothing stored that cannot be read back, no write acknowledged and lost:
 // values past the limits refused before any statement, a bad row written by
-// someone else confined to itself, files moved, emptied or shared by two
-// writers.
+// someone else confined to itself, files moved or shared by two writers.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 
 #include "Engines.h"
@@ -153,21 +151,6 @@ TEST(IntegrityTemplate, FillingStopsAtItsLimitWithOutOfMemory) {
   detail::Statement big("SELECT '#a#'", detail::StorageKind::Odbc);
   big.Text("#a#", std::string(8 << 20, 'x'));
   EXPECT_EQ(big.Render().size(), (8u << 20) + 9);
-}
-
-TEST(IntegrityFile, AnEmptyFileIsNoDatabaseAndStaysEmpty) {
-  ztktest::TempDb dir(false);
-  const std::string path = dir.Dir() + "/leer.db";
-  std::ofstream{path};
-  CTkDb tkdb;
-  try {
-    tkdb.OpenJetDb("leer", path, false, false);
-    ADD_FAILURE() << "an empty file was opened";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.Number(), 3051);
-    EXPECT_NE(e.Description().find("empty"), std::string::npos) << e.Description();
-  }
-  EXPECT_EQ(std::filesystem::file_size(path), 0u);
 }
 
 TEST(IntegrityFile, NoWriteIsAcknowledgedIntoAFileMovedOrDeletedWhileOpen) {
