@@ -40,7 +40,7 @@ TEST(CTkDb, WorkspaceNameFollowsTheJetFlagAtTheMomentOfTheCall) {
   ProcessFlags::jet_workspace_names = saved;
 }
 
-TEST(CTkDb, OwnerClosesBorrowerDoesNot) {
+TEST(CTkDb, AnOwnerClosesOnCloseOnItsEndAndOnReopeningABorrowerNever) {
   ztktest::TempDb temp;
   {
     CTkDb first;
@@ -67,23 +67,16 @@ TEST(CTkDb, OwnerClosesBorrowerDoesNot) {
   }
   CTkDb fresh;
   EXPECT_NO_THROW(fresh.CloseDb());
-}
-
-TEST(CTkDb, DestructionRemovesTheOwnedConnection) {
-  ztktest::TempDb temp;
+  // An owner also closes when it goes, and when it opens another client.
   {
     CTkDb owner;
     owner.OpenJetDb("scoped", temp.Path(), false, false);
     EXPECT_NE(Registered("scoped"), nullptr);
   }
   EXPECT_EQ(Registered("scoped"), nullptr);
-}
-
-TEST(CTkDb, ReopeningUnderAnotherClientClosesTheFirst) {
-  ztktest::TempDb a, b;
-  CTkDb tkdb;
-  tkdb.OpenJetDb("eins", a.Path(), false, false);
-  tkdb.OpenJetDb("zwei", b.Path(), false, false);
+  ztktest::TempDb other;
+  fresh.OpenJetDb("eins", temp.Path(), false, false);
+  fresh.OpenJetDb("zwei", other.Path(), false, false);
   EXPECT_EQ(Registered("eins"), nullptr);
   EXPECT_NE(Registered("zwei"), nullptr);
 }
