@@ -6,7 +6,6 @@
 #include <climits>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "Engines.h"
 #include "TestData.h"
@@ -35,13 +34,6 @@ class BadInput : public ztktest::EngineTest {
     return r;
   }
 };
-
-std::string ReadAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 }  // namespace
 
@@ -251,7 +243,7 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
   ztktest::TempDb good;
   const std::string text = dir.Dir() + "/notes.db";
   std::ofstream(text) << "Dies ist keine Datenbank.\n";
-  const std::string full = ReadAll(good.Path());
+  const std::string full = ztktest::FileBytes(good.Path());
   const std::string truncated = dir.Dir() + "/truncated.db";
   std::ofstream(truncated, std::ios::binary) << full.substr(0, 1000);
   const std::string header = dir.Dir() + "/header.db";
@@ -263,7 +255,7 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
 
   for (const std::string& path : {text, truncated, header, empty}) {
     SCOPED_TRACE(path);
-    const std::string before = ReadAll(path);
+    const std::string before = ztktest::FileBytes(path);
     CTkDb tkdb;
     try {
       tkdb.OpenJetDb("kaputt", path, false, false);
@@ -278,7 +270,7 @@ TEST(BadFiles, WhatIsNoDatabaseIsRefusedAndLeftUntouched) {
         EXPECT_NE(e.Description().find("empty"), std::string::npos) << e.Description();
       }
     }
-    EXPECT_EQ(ReadAll(path), before);
+    EXPECT_EQ(ztktest::FileBytes(path), before);
     EXPECT_FALSE(std::filesystem::exists(path + "-wal") &&
                  std::filesystem::file_size(path + "-wal") > 0);
   }

@@ -201,7 +201,7 @@ TEST(DeskCompletion, SortValuesAndWordsAfterThem) {
                               "); COMP_CWORD=" + std::to_string(cword) +
                               "; _ztk; echo \"${COMPREPLY[@]}\"' > " + reply;
     EXPECT_EQ(std::system(probe.c_str()), 0);
-    return ztktest::ReadFile(reply);
+    return ztktest::FileBytes(reply);
   };
   EXPECT_EQ(complete("ztk auftrag list --sort \"\"", 4),
             "none nr datum bis erledigt wieder meldung\n");

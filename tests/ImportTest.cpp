@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 #include "Engines.h"
@@ -33,13 +32,6 @@ std::string Fixture(const char* name) {
   return dir + name;
 }
 
-std::string Bytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
 // What mdbtools' own command counts in a table.
 int64_t MdbCount(const std::string& file, const std::string& table) {
   // mdbtools converts names through iconv, which fails on "Umsätze" in the C
@@ -64,7 +56,7 @@ std::vector<Variant> Row(detail::Database& db, const std::string& sql) {
 // header (the password at 0x42, the page key at 0x3e).
 std::string WithHeader(const std::string& from, const std::string& to, size_t offset,
                        const std::string& bytes) {
-  std::string file = Bytes(from);
+  std::string file = ztktest::FileBytes(from);
   auto rc4 = [](std::string& data, size_t at, size_t n) {
     const unsigned char key[4] = {0xc7, 0xda, 0x39, 0x6b};
     unsigned char st[256];
@@ -105,12 +97,12 @@ TEST(Import, AccessFilesArriveWholeWithTheirStoredValuesAndStayUnchanged) {
   for (const File& f : files) {
     SCOPED_TRACE(f.name);
     const std::string source = Fixture(f.name);
-    const std::string before = Bytes(source);
+    const std::string before = ztktest::FileBytes(source);
     ASSERT_FALSE(before.empty()) << source;
     const std::string target = dir.Path() + "." + f.name + ".db";
     const auto run = Ztk({"import", source, target, "--all-tables"});
     ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_EQ(Bytes(source), before);
+    EXPECT_EQ(ztktest::FileBytes(source), before);
     auto db = detail::SqliteDatabase::Open(target, false, true);
     for (const std::string& table : f.tables) {
       EXPECT_EQ(Row(*db, "SELECT COUNT(*) FROM \"" + table + "\"")[0].ToLong(),
@@ -184,7 +176,7 @@ TEST(Import, AccessFilesAreNamedAndBadFilesWriteNothing) {
   // A module table found by its name in any case, holding a column the
   // module's table does not have: refused by name, and the new target file
   // is gone again; an existing target is left as it was.
-  std::string renamed = Bytes(Fixture("nwind.mdb"));
+  std::string renamed = ztktest::FileBytes(Fixture("nwind.mdb"));
   for (size_t at = renamed.find("Employees"); at != std::string::npos;
        at = renamed.find("Employees", at)) {
     renamed.replace(at, 9, "t_meldung");

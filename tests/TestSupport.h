@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -43,6 +45,12 @@ class TempDb {
   std::string dir_;
   std::string path_;
 };
+
+// A file's bytes, whole ("" when it cannot be read).
+inline std::string FileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 // The number of the ZTkDb::Error that `f` raises, 0 when it raises none.
 inline long ErrorNumberOf(const std::function<void()>& f) {

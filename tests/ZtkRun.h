@@ -66,13 +66,6 @@ inline std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
-inline std::string ReadFile(const std::string& path) {
-  std::ifstream in(path);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
 // `interruptOnceExists`: a Ctrl-C (SIGINT) sent a moment after that file
 // appeared (the command is then at work, however slow the machine).
 inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
@@ -101,7 +94,7 @@ inline Outcome Ztk(const std::vector<std::string>& args, const std::vector<std::
   }
   int status = 0;
   waitpid(pid, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, FileBytes(out), FileBytes(err)};
 }
 
 // stdout and stderr on a pseudo-terminal `columns` wide.
