@@ -47,6 +47,7 @@ class Capturing : public ZTkDb::detail::Database {
     inner_->AddColumn(t, c);
   }
   std::vector<std::string> TableNames() override { return inner_->TableNames(); }
+  std::string QuoteName(const std::string& name) const override { return inner_->QuoteName(name); }
   void BeginTrans() override { inner_->BeginTrans(); }
   void CommitTrans() override { inner_->CommitTrans(); }
   void Rollback() override { inner_->Rollback(); }

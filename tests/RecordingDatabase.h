@@ -41,6 +41,7 @@ class RecordingDatabase : public ZTkDb::detail::Database {
   std::vector<ZTkDb::detail::ColumnInfo> Columns(const std::string&) override { return {}; }
   void AddColumn(const std::string&, const ZTkDb::detail::NewColumn&) override {}
   std::vector<std::string> TableNames() override { return {}; }
+  std::string QuoteName(const std::string& name) const override { return name; }
   void BeginTrans() override {}
   void CommitTrans() override {}
   void Rollback() override {}

@@ -74,13 +74,6 @@ inline std::shared_ptr<Database> EngineOf(const std::string& client) {
       ->GetDatabase();
 }
 
-// The dialect of the server an engine talks to (the file engine's for a
-// file), for the names the tool writes into its own texts.
-inline const ServerDialect& DialectOf(const Database& db) {
-  if (const auto* odbc = dynamic_cast<const detail::OdbcDatabase*>(&db)) return odbc->Dialect();
-  return detail::SqliteDialect();
-}
-
 // The result of one of the tool's own texts, as a host's recordset.
 inline std::unique_ptr<Recordset> Results(const std::shared_ptr<Database>& db,
                                           const std::string& text) {

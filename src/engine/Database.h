@@ -94,6 +94,9 @@ class Database {
   virtual std::vector<ColumnInfo> Columns(const std::string& table) = 0;
   virtual void AddColumn(const std::string& table, const NewColumn& column) = 0;
   virtual std::vector<std::string> TableNames() = 0;
+  // A table or column name as the server quotes it, for texts that name
+  // tables another program made.
+  virtual std::string QuoteName(const std::string& name) const = 0;
 
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;

@@ -32,10 +32,9 @@ void Tables(Session& session, const OutputOptions& out) {
                       : Table({Column{_("Table")}, Column{_("Rows"), 1, true}}));
   // A table another program made may have any name: it is quoted as its
   // server quotes names, never read as SQL.
-  const auto& dialect = ZTkDb::tool::DialectOf(*db);
   for (const auto& name : db->TableNames()) {
     const int32_t rows =
-        ZTkDb::tool::Results(db, "SELECT count(*) AS n FROM " + dialect.QuoteName(name))
+        ZTkDb::tool::Results(db, "SELECT count(*) AS n FROM " + db->QuoteName(name))
             ->Fields("n")
             .ToLong();
     doc[name] = rows;

@@ -202,28 +202,28 @@ OdbcDatabase::~OdbcDatabase() { Close(); }
 void OdbcDatabase::SetUpSession() {
   const auto setUp = dialect_->SetUp(read_only_, dialect_->RequestedPort(connect_));
   if (setUp.text.empty()) return;
+  // A session that is not what the library's statements assume is closed
+  // rather than used.
+  const auto refuse = [&](const std::string& what, const std::string& why) {
+    Close();
+    Raise(errOdbcCallFailed, kSource,
+          "ODBC--call failed. The " + std::string(dialect_->Name()) +
+              " session could not be set to " + what + " (" + why + "); it is not used.");
+  };
   std::vector<std::string> row;
   try {
     row = RunSetUp(setUp.text);
     if (!setUp.then.empty()) RunSetUp(setUp.then);
   } catch (const Error& e) {
     if (lost_) throw;
-    Close();
-    Raise(errOdbcCallFailed, kSource,
-          "ODBC--call failed. The " + std::string(dialect_->Name()) +
-              " session could not be set to " + setUp.needs + " (" + e.Description() +
-              "); it is not used.");
+    refuse(setUp.needs, e.Description());
   }
   for (const auto& check : setUp.checks) {
     const size_t at = static_cast<size_t>(check.column) - 1;
     const std::string value = at < row.size() ? row[at] : std::string();
     if (LowerAscii(value).find(LowerAscii(check.must_contain)) == std::string::npos ||
         (!check.must_not_be.empty() && value == check.must_not_be)) {
-      Close();
-      Raise(errOdbcCallFailed, kSource,
-            "ODBC--call failed. The " + std::string(dialect_->Name()) +
-                " session could not be set to " + check.why + " (its set-up gave '" + value +
-                "'); it is not used.");
+      refuse(check.why, "its set-up gave '" + value + "'");
     }
   }
   const size_t port = static_cast<size_t>(setUp.port_column) - 1;

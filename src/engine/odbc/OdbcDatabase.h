@@ -61,6 +61,9 @@ class OdbcDatabase final : public Database {
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
   std::vector<std::string> TableNames() override;
+  std::string QuoteName(const std::string& name) const override {
+    return dialect_->QuoteName(name);
+  }
   void BeginTrans() override;
   void BeginSnapshot() override;
   void CommitTrans() override;

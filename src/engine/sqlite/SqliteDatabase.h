@@ -10,6 +10,7 @@
 #include "engine/SchemaCache.h"
 #include "engine/StatementAdapter.h"
 #include "engine/StatementPlans.h"
+#include "engine/dialect/ServerDialect.h"
 #include "runtime/Storable.h"
 #include "runtime/ToolExport.h"
 
@@ -58,6 +59,9 @@ class SqliteDatabase final : public Database {
   std::vector<ColumnInfo> Columns(const std::string& table) override;
   void AddColumn(const std::string& table, const NewColumn& column) override;
   std::vector<std::string> TableNames() override;
+  std::string QuoteName(const std::string& name) const override {
+    return SqliteDialect().QuoteName(name);
+  }
   void BeginTrans() override;
   void BeginSnapshot() override;
   void CommitTrans() override;
