@@ -40,9 +40,19 @@ TEST_F(Cli, InitRefusesAnExistingFileAndUsageErrorsExitTwo) {
   EXPECT_EQ(On({"auftrag", "show", "sieben"}).code, 2);
   EXPECT_EQ(On({"auftrag", "list", "--help"}).code, 0);
 
+  // Tables another program made, named as it liked, are counted too.
+  sqlite3* file = nullptr;
+  ASSERT_EQ(sqlite3_open(path.c_str(), &file), SQLITE_OK);
+  EXPECT_EQ(
+      sqlite3_exec(file, "CREATE TABLE SqliteImport (n); CREATE TABLE \"Alt; DROP TABLE x\" (n)",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  sqlite3_close(file);
   const auto tables = On({"--json", "tables"}).Json();
-  EXPECT_EQ(tables.size(), 6u);
+  EXPECT_EQ(tables.size(), 8u) << tables.dump();
   EXPECT_EQ(tables["T_Auftrag"], 0);
+  EXPECT_EQ(tables["SqliteImport"], 0);
+  EXPECT_EQ(tables["Alt; DROP TABLE x"], 0);
 }
 
 TEST_F(Cli, RecordLifeCycleWithNumbersPerPrefixAndLinks) {

@@ -147,16 +147,26 @@ TEST(Failover, SeveralServersGoToTheDriverInItsOwnTerms) {
       "Driver={PostgreSQL Unicode};Servername=db1, db2;Port={5432,5433};Database=tk;", false);
   EXPECT_TRUE(writable.several_servers);
   EXPECT_EQ(writable.text,
-            "driver={PostgreSQL Unicode};database=tk;"
-            "pqopt={host='db1,db2' port='5432,5433' target_session_attrs='read-write'};");
-  // A braced password holding ';' and '}}' reaches the driver as given.
+            "pqopt={host='db1,db2' port='5432,5433' target_session_attrs='read-write'};"
+            "driver={PostgreSQL Unicode};database=tk;");
+  // A braced password holding ';' and '}}' reaches the driver as given,
+  // and one whose brace never closes cannot swallow the servers.
   EXPECT_EQ(ForDriver("Servername=a,b;PWD={x}};y}};z};UID=u", true).text,
-            "pwd={x}};y}};z};uid=u;pqopt={host='a,b' target_session_attrs='any'};");
+            "pqopt={host='a,b' target_session_attrs='any'};pwd={x}};y}};z};uid=u;");
+  EXPECT_EQ(ForDriver("Servername=a,b;PWD={p}}", true).text,
+            "pqopt={host='a,b' target_session_attrs='any'};pwd={p}};");
+  // A key given twice: the last holds, as for the driver.
+  EXPECT_EQ(ForDriver("Servername=x;Servername=a,b;Port=1;Port=2,3", false).text,
+            "pqopt={host='a,b' port='2,3' target_session_attrs='read-write'};");
+  EXPECT_EQ(ForDriver("Driver={PostgreSQL Unicode};Server=a,b", true).text,
+            "pqopt={host='a,b' target_session_attrs='any'};driver={PostgreSQL Unicode};");
   EXPECT_EQ(ForDriver("Servername=a,b;Port=5432", true).text,
             "pqopt={host='a,b' port='5432' target_session_attrs='any'};");
   EXPECT_EQ(ForDriver("Servername=a,b;TargetSessionAttrs=prefer-standby", true).text,
             "pqopt={host='a,b' target_session_attrs='prefer-standby'};");
+  // Other drivers' Server= keeps its own meaning (SQL Server: host,port).
   for (const char* one : {"Driver={PostgreSQL Unicode};Servername=db1;Port=5432;",
+                          "Driver={ODBC Driver 18 for SQL Server};Server=db,1433;UID=u;",
                           "Servername=a,b;pqopt={host=a,b};", "Driver=SQLite3;Database=x.db;"}) {
     const auto same = ForDriver(one, false);
     EXPECT_FALSE(same.several_servers) << one;

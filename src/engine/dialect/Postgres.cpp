@@ -63,9 +63,10 @@ Pairs ConnectPairs(const std::string& connect) {
   return out;
 }
 
+// A key given twice counts as psqlodbc counts it: the last one holds.
 const std::string* Find(const Pairs& pairs, const char* key) {
-  for (const auto& [k, v] : pairs) {
-    if (k == key) return &v;
+  for (auto it = pairs.rbegin(); it != pairs.rend(); ++it) {
+    if (it->first == key) return &it->second;
   }
   return nullptr;
 }
@@ -289,7 +290,11 @@ class Postgres final : public ServerDialect {
 DriverConnect ForDriver(const std::string& connect, bool readOnly) {
   const Pairs pairs = ConnectPairs(connect);
   const std::string* servers = Find(pairs, "servername");
-  if (!servers) servers = Find(pairs, "server");
+  // Server= is other drivers' key too, where a comma may mean something
+  // else (SQL Server: "host,port"): only psqlodbc's own string is rewritten.
+  const std::string* driver = Find(pairs, "driver");
+  if (!servers && driver && LowerAscii(*driver).find("postgres") != std::string::npos)
+    servers = Find(pairs, "server");
   if (!servers || servers->find(',') == std::string::npos || Find(pairs, "pqopt")) {
     return {connect, false};
   }
@@ -311,7 +316,9 @@ DriverConnect ForDriver(const std::string& connect, bool readOnly) {
     }
     text += key + "=" + value + ";";
   }
-  return {text + "pqopt={" + options + "};", true};
+  // The libpq options first: a last value whose brace never closes (which
+  // psqlodbc reads to the end) cannot swallow them.
+  return {"pqopt={" + options + "};" + text, true};
 }
 
 const ServerDialect& PostgresDialect() {

@@ -542,7 +542,7 @@ std::vector<std::string> SqliteDatabase::TableNames() {
   std::vector<std::string> out;
   StmtHandle stmt = Prepare(Handle(),
                             "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE "
-                            "'sqlite%' ORDER BY name");
+                            "'sqlite\\_%' ESCAPE '\\' ORDER BY name");
   while (sqlite3_step(stmt.get()) == SQLITE_ROW) out.emplace_back(ColumnText(stmt.get(), 0));
   return out;
 }
