@@ -65,10 +65,11 @@ Pairs ConnectPairs(const std::string& connect) {
 
 // A key given twice counts as psqlodbc counts it: the last one holds.
 const std::string* Find(const Pairs& pairs, const char* key) {
-  for (auto it = pairs.rbegin(); it != pairs.rend(); ++it) {
-    if (it->first == key) return &it->second;
+  const std::string* found = nullptr;
+  for (const auto& [k, v] : pairs) {
+    if (k == key) found = &v;
   }
-  return nullptr;
+  return found;
 }
 
 std::string Unbraced(std::string value) {
